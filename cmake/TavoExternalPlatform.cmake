@@ -1,0 +1,13 @@
+# Takes the suite's platform libraries from TAVO_PLATFORM_DIR instead of building the embedded ones.
+foreach(name TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
+  find_library(${name}_LIBRARY ${name} PATHS ${TAVO_PLATFORM_DIR} NO_DEFAULT_PATH)
+  if(NOT ${name}_LIBRARY)
+    message(FATAL_ERROR "TAVO_PLATFORM_DIR=${TAVO_PLATFORM_DIR} holds no lib${name}.so")
+  endif()
+  add_library(${name} SHARED IMPORTED GLOBAL)
+  set_target_properties(${name} PROPERTIES IMPORTED_LOCATION ${${name}_LIBRARY}
+                                           IMPORTED_NO_SONAME ON)
+endforeach()
+add_library(tavo_platform INTERFACE)
+target_link_libraries(tavo_platform INTERFACE
+  TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)

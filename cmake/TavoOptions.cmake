@@ -1,0 +1,37 @@
+# Compiler settings shared by every target of this tree: link tavo_options (and tavo_hardening for
+# what is shipped). Warnings are errors; the runtime's headers are system headers.
+set(TAVO_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
+option(TAVO_COVERAGE "Instrument for coverage" OFF)
+
+add_library(tavo_options INTERFACE)
+target_compile_options(tavo_options INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Werror
+  $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
+  -fno-math-errno)
+
+if(TAVO_SANITIZE)
+  target_compile_options(tavo_options INTERFACE
+    -fsanitize=${TAVO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(tavo_options INTERFACE -fsanitize=${TAVO_SANITIZE})
+endif()
+if(TAVO_COVERAGE)
+  target_compile_options(tavo_options INTERFACE --coverage -fprofile-abs-path)
+  target_link_options(tavo_options INTERFACE --coverage)
+endif()
+
+# Hardening of what is shipped: read-only relocations, no lazy binding, no executable stack.
+add_library(tavo_hardening INTERFACE)
+if(NOT TAVO_SANITIZE AND NOT TAVO_COVERAGE)
+  target_compile_options(tavo_hardening INTERFACE
+    -fstack-protector-strong
+    $<$<CONFIG:Release,RelWithDebInfo>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+endif()
+target_link_options(tavo_hardening INTERFACE
+  -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed)
+
+find_library(ANTLR3C_LIBRARY antlr3c REQUIRED)
+find_path(ANTLR3C_INCLUDE_DIR antlr3.h REQUIRED)
+add_library(antlr3c UNKNOWN IMPORTED)
+set_target_properties(antlr3c PROPERTIES
+  IMPORTED_LOCATION ${ANTLR3C_LIBRARY}
+  INTERFACE_INCLUDE_DIRECTORIES ${ANTLR3C_INCLUDE_DIR})
