@@ -1,0 +1,38 @@
+// UTF-16 and UTF-32: byte lengths outside, unit counts towards the suite's data conversion.
+#include "TAVOText.h"
+#include "platform.h"
+#include "util/util_common.h"
+
+namespace {
+
+constexpr uint32_t kUtf16Bytes = 2;
+constexpr uint32_t kUtf32Bytes = 4;
+
+}  // namespace
+
+extern "C" {
+
+uint32_t TAVO_Utf16ToUtf32(const uint16_t* src, uint32_t srcBytes, wchar_t* dst, uint32_t dstBytes,
+                           uint32_t* count) noexcept {
+  if (src == nullptr || dst == nullptr || count == nullptr) return tavo::kFailed;
+  uint32_t produced = 0;
+  const uint32_t status =
+      Convert16To32(src, srcBytes / kUtf16Bytes, reinterpret_cast<uint32_t*>(dst),
+                    dstBytes / kUtf32Bytes, &produced);
+  if (status == 0) *count = produced;
+  return status;
+}
+
+uint32_t TAVO_Utf32ToUtf16(const wchar_t* src, int32_t srcBytes, uint16_t* dst, uint32_t dstBytes,
+                           uint32_t* count) noexcept {
+  if (src == nullptr || dst == nullptr || count == nullptr) return tavo::kFailed;
+  uint32_t produced = 0;
+  // Meant: the source length is divided as a signed number; a negative one stays negative.
+  const int32_t units = srcBytes / static_cast<int32_t>(kUtf32Bytes);
+  const uint32_t status = Convert32To16(reinterpret_cast<const uint32_t*>(src), units, dst,
+                                        dstBytes / kUtf16Bytes, &produced);
+  if (status == 0) *count = produced;
+  return status;
+}
+
+}  // extern "C"
