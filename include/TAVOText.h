@@ -13,6 +13,29 @@
 
 TAVO_BEGIN_DECLS
 
+/* ---- byte and bit order ----------------------------------------------------------------------*/
+
+/* The value with its bytes in reverse order. */
+TAVO_API uint32_t RTENDIAN_SWAP_UINT(uint32_t value) TAVO_NOEXCEPT;
+TAVO_API uint16_t RTENDIAN_SWAP_USHORT(uint16_t value) TAVO_NOEXCEPT;
+
+/* Swap the bytes of each unit in place up to the first zero unit. Return the array. */
+TAVO_API uint16_t* SwapBytes_2(uint16_t* units) TAVO_NOEXCEPT;
+TAVO_API uint32_t* SwapBytes_4(uint32_t* units) TAVO_NOEXCEPT;
+
+/* The same while fewer than `bytes` bytes were done. The count is looked at before each unit, so a
+ * count that is no multiple of the unit swaps one unit more than fits it: 3 bytes are two 16-bit
+ * units, and the array must have them. A count of 0 or less swaps nothing. */
+TAVO_API uint16_t* SwapnBytes_2(uint16_t* units, int32_t bytes) TAVO_NOEXCEPT;
+TAVO_API uint32_t* SwapnBytes_4(uint32_t* units, int32_t bytes) TAVO_NOEXCEPT;
+
+/* Copies `count` bytes, each with its bits in reverse order; dst may be src.
+ * The result carries no meaning. A null argument copies nothing. */
+TAVO_API uint32_t RTBITFIELD_FLIP(uint8_t* dst, const uint8_t* src, uint32_t count) TAVO_NOEXCEPT;
+
+/* Always 0. */
+TAVO_API uint32_t TAVO_IsPlatformBigEndian(void) TAVO_NOEXCEPT;
+
 /* ---- UTF-16 and UTF-32 -----------------------------------------------------------------------*/
 
 /* Converts UTF-16 to UTF-32 with the suite's data conversion.
@@ -58,6 +81,40 @@ TAVO_API int32_t StringWCaseCompare(const wchar_t* first, const wchar_t* second)
 /* The same over at most count characters; 0 when the count is used up. */
 TAVO_API int32_t StringWNCaseCompare(const wchar_t* first, const wchar_t* second,
                                      uint32_t count) TAVO_NOEXCEPT;
+
+/* ---- lists, delimiters and names -------------------------------------------------------------*/
+
+#define TAVO_ELEMENT_LAST (-1)      /* delivered, and the text ended with it */
+#define TAVO_ELEMENT_NONE (-2)      /* nothing but blanks was left */
+#define TAVO_ELEMENT_MALFORMED (-3) /* a quote where none may be, or a refused argument */
+
+/* Reads one element of a list.
+ * text: the list; start: where to begin, in characters, at most the length of the text; separator:
+ * ends an element outside quotes.
+ * out: the element, terminated; needs room for the rest of the text and a terminator.
+ * outLength: out, characters of the element, its quotes counted; 0 with -2 and -3.
+ * Blanks before an element are skipped and those behind an unquoted one are dropped. A backslash is
+ * dropped and makes the next character an ordinary one. An element that begins with a quote keeps
+ * its quotes and its case, and what stands between its closing quote and the separator is skipped;
+ * any other element comes in upper case. A quoted element that the text ends is delivered as it is.
+ * Returns the position just after the separator, in characters, or one of the codes above. A null
+ * text, out or outLength, or a negative start, is -3. */
+TAVO_API int32_t TAVO_GetNextElement(const wchar_t* text, wchar_t* out, uint32_t* outLength,
+                                     wchar_t separator, void* unused, int32_t start) TAVO_NOEXCEPT;
+
+/* Removes every delimiter character from a text.
+ * text: is cut up in the process, as wcstok does it; work: receives the pieces put together,
+ * terminated, and needs the room of the text; delimiters: a set of characters.
+ * replaceFlag 1: the result is also copied back over the text and *length is set to its characters.
+ * Any other flag: the text stays cut up, *length stays as it was (and may be null), and only the
+ * work buffer holds the result.
+ * Returns 0, or 0xFFFFFFFF for a null argument. */
+TAVO_API uint32_t TrimSourceW(wchar_t* text, uint32_t* length, const wchar_t* delimiters,
+                              wchar_t* work, int32_t replaceFlag) TAVO_NOEXCEPT;
+
+/* Upper-cases a column name in place, unless it is quoted: begins with a quote and has a second one
+ * at an index below maxLength (characters). Always 0. */
+TAVO_API uint32_t NormalizeColName(wchar_t* name, uint32_t maxLength) TAVO_NOEXCEPT;
 
 TAVO_END_DECLS
 
