@@ -2,66 +2,16 @@
 #include <antlr3.h>
 
 #include <cstdlib>
-#include <memory>
 
 #include "Grammar/recognizer_chain.h"
-#include "TAVOText.h"
 #include "error_state.h"
 #include "parameter_text.h"
 #include "parse_session.h"
 #include "trace.h"
+#include "utf16_text.h"
 
 namespace tavo {
 namespace {
-
-// UTF-16 copy of the parameter text: short texts need no memory of their own.
-class Utf16Text {
- public:
-  Utf16Text() = default;
-  Utf16Text(const Utf16Text&) = delete;
-  Utf16Text& operator=(const Utf16Text&) = delete;
-  ~Utf16Text() {
-    if (units_ != short_) std::free(units_);
-  }
-
-  // Returns 0, TAVO_STATUS_NO_MEMORY_FOR_TEXT or TAVO_STATUS_TEXT_NOT_CONVERTIBLE.
-  uint32_t convert(const wchar_t* text, uint32_t characters) {
-    // A character above U+FFFF takes two units; most texts have none.
-    const size_t room = size_t{characters} + count_above_bmp(text, characters) + 1;
-    if (room > kShort) units_ = static_cast<uint16_t*>(std::malloc(room * sizeof(uint16_t)));
-    if (units_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
-    converter_code_ = TAVO_Utf32ToUtf16(
-        text, static_cast<int32_t>(characters * sizeof(wchar_t)), units_,
-        static_cast<uint32_t>(room * sizeof(uint16_t)), &count_);
-    if (converter_code_ != 0) return TAVO_STATUS_TEXT_NOT_CONVERTIBLE;
-    units_[count_] = 0;
-    return 0;
-  }
-
-  uint16_t* units() {
-    return units_;
-  }
-  uint32_t count() const {
-    return count_;
-  }
-  uint32_t converter_code() const {
-    return converter_code_;
-  }
-
- private:
-  static constexpr size_t kShort = 512;
-
-  static size_t count_above_bmp(const wchar_t* text, uint32_t characters) {
-    size_t count = 0;
-    for (uint32_t i = 0; i < characters; ++i) count += static_cast<uint32_t>(text[i]) > 0xFFFF;
-    return count;
-  }
-
-  uint16_t short_[kShort];
-  uint16_t* units_ = short_;
-  uint32_t count_ = 0;
-  uint32_t converter_code_ = 0;
-};
 
 // A problem with the request itself: recorded and returned, without touching the request's flag.
 uint32_t refuse(ErrorState* state, uint32_t status, uint32_t converter_code = 0) {

@@ -47,7 +47,7 @@ consteval Extent measure() {
     for (std::string_view s : r.spellings) {
       if (s.empty()) break;
       ++extent.spellings;
-      extent.characters += s.size();
+      extent.characters += s.size() + 1;
       if (s.find(' ') != std::string_view::npos) ++extent.with_blanks;
     }
   }
@@ -93,7 +93,7 @@ constexpr uint32_t hash_of(std::string_view s) {
 struct Tables {
   std::array<TokenInfo, kTokenTypeCount> tokens{};
   std::array<Spelling, kExtent.spellings> spellings{};
-  std::array<char, kExtent.characters> characters{};
+  std::array<char, kExtent.characters> characters{};  // each spelling terminated
   std::array<uint16_t, kExtent.with_blanks> with_blanks{};
   std::array<uint16_t, 1u << kSlotBits> slots{};  // index of a spelling + 1, or 0
   size_t longest = 0;
@@ -115,6 +115,7 @@ consteval Tables make_tables() {
       t.spellings[spelling] = {static_cast<uint16_t>(character), r.type,
                                static_cast<uint8_t>(s.size()), r.kind};
       for (char c : s) t.characters[character++] = c;
+      ++character;
       if (s.size() > t.longest) t.longest = s.size();
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);

@@ -32,7 +32,7 @@ inline constexpr size_t kLongestSpelling = 36;
 
 // What kind of token a type number is; numbers out of range are kReserved.
 TokenInfo token_info(uint32_t type);
-// The index-th spelling of all, upper case, static text.
+// The index-th spelling of all, upper case, static and terminated text.
 std::string_view spelling(size_t index);
 // Type of the token with this name, or 0.
 uint32_t token_by_name(std::string_view name);
