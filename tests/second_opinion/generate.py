@@ -331,7 +331,7 @@ class Generator:
         if self.chance(0.3):
             text = self.characters(" \t", 0, 3) + text + self.characters(" \t", 0, 3)
         if self.chance(0.1):
-            text = self.pick(["", " ", "+", "-", "++5", "+-5", "1 2", "x", "0x1", "\u00a01", "1\n", "\u0661"])
+            text = self.pick(["", " ", "+", "-", "++5", "+-5", "++2000", "+-2000", "1 2", "x", "0x1", "\u00a01", "1\n", "\u0661"])
         return '"' + text + '"'
 
     def text_at_an_edge(self, length: int) -> str:

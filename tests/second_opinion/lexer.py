@@ -48,10 +48,6 @@ class Token(NamedTuple):
     text: str
     hidden: bool = False
 
-    @property
-    def at_end(self) -> bool:
-        return self.type == END_OF_INPUT
-
 
 class Broken(Exception):
     """The offset of the character that a committed rule could not take; the text's length at its end."""
@@ -78,7 +74,7 @@ def take_integer(text: str, at: int) -> int:
     found = INTEGER.match(text, at)
     if found:
         return found.end()
-    if text[at:at + 1] in ("+", "-"):  # note: the empty text is in neither
+    if text[at:at + 1] in ("+", "-"):
         at += 1
     raise Broken(at)
 

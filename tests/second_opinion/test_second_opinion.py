@@ -11,6 +11,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from lexer import tokenise  # noqa: E402
 from recogniser import Error, recognise, tokens  # noqa: E402
+from validation import Pair, Violation, validate  # noqa: E402
 from vocabulary import END_OF_INPUT, NATIONAL_IDENTIFIER_VALUES, TYPE_BY_NAME, KEY_LITERAL_TOKENS, WORD_TABLES  # noqa: E402
 
 
@@ -134,6 +135,7 @@ class Lexer(Case):
         self.assertEqual(tokens("A\U0001F600B"), ([(250, 0, 1, False), (250, 2, 1, False)], 1))
         self.assertEqual(tokens('"A\U0001F600B'), ([(250, 3, 1, False)], 2))
         self.assertEqual(types('"\uffff"'), [251])
+        self.assertEqual(types("\uffff"), [7])
         self.assertEqual(types("//\U0001F600"), [])
 
     def test_the_longest_word_wins(self):
@@ -194,6 +196,7 @@ class Lexer(Case):
         self.assertEqual(visible("(1,4)(7,2)"), [(111, "(1,4)(7,2)")])
         self.assertEqual(types("(1,4) (7,2)"), [111, 111])
         self.assertEqual(types('(7,2,"x")(-1,+4)'), [111])
+        self.assertEqual(types("(0,0)"), [111])
         self.assertEqual(types("( 1,4)"), [28, 24, 10, 24, 336])
         self.assertEqual(types("(-x)"), [28, 250, 336])
 
@@ -202,6 +205,9 @@ class Lexer(Case):
         self.assertEqual(tokens("(1, 4)"), ([(24, 4, 1, False), (336, 5, 1, False)], 3))
         self.assertEqual(tokens("(1,4)(X)"), ([(336, 7, 1, False)], 6))
         self.assertEqual(tokens("(1,4,X"), ([], 5))
+        self.assertEqual(tokens("(1,+X"), ([], 4))
+        self.assertEqual(tokens("(1,-"), ([], 4))
+        self.assertEqual(tokens("(1,+-2)"), ([(24, 5, 1, False), (336, 6, 1, False)], 4))
 
     def test_seed_field_names(self):
         self.assertEqual(visible('#CUSTNO #"a b"'), [(244, "#CUSTNO"), (244, '#"a b"')])
@@ -243,6 +249,13 @@ class Positions(Case):
     def test_a_wrong_value_at_the_start_of_a_later_line_is_at_two(self):
         self.syntax("PRO=CCN, PAT=\n7C", 2)
 
+    def test_the_end_of_a_text_of_two_characters(self):
+        self.syntax("PR", 2)
+
+    def test_a_broken_string_at_the_start_of_a_later_line_is_at_two(self):
+        self.syntax('"\U0001F600PRO=CCN', 2)
+        self.syntax('PRO=CCN "\n\U0001F600', 2)
+
     def test_a_carriage_return_starts_no_line(self):
         self.syntax("PRO=CCN,\rPAT=7C", 14)
 
@@ -253,7 +266,7 @@ class Positions(Case):
         self.syntax("/*\U0001F600*/PRO=XYZ", 10)
 
     def test_the_empty_text_is_refused_before_the_parse(self):
-        self.assertEqual(recognise("", fill=True).status, 7090)
+        self.assertEqual(recognise("", fill=True)[:3], (7090, 0, []))
 
 
 class BrokenText(Case):
@@ -479,6 +492,9 @@ class Col(Case):
         self.invalid(fpe + ', KEY="' + "\u00e9" * 17 + '"', 7171)
         self.accepted(fpe + ", KEY=@" + "K" * 31)
         self.invalid(fpe + ", KEY=@" + "K" * 32, 7171)
+        self.accepted(fpe + ', KEY="k"')
+        self.accepted(fpe + ', KEY="' + "k" * 30 + '\u00e9"')
+        self.invalid(fpe + ', KEY="' + "k" * 31 + '\u00e9"', 7171)
         for good in ("1", "99", "+99", "000000000000000000000000001"):
             self.accepted(fpe + ", KEY=@K, ITERATIONS=" + good)
         for bad in ("0", "100", "-1", "99999999999999999999"):
@@ -493,6 +509,9 @@ class Col(Case):
         self.invalid('PRO=AFF, MTD=HASH, RULE=BINARY, REMOVE="x", CASE=UP', 7122)
         self.invalid("PRO=AFF, MTD=HASH, RULE=SCALED, CASE=UPPER", 7123)
         self.invalid("PRO=AFF, MTD=HASH, RULE=NUMERIC, COPY=(1,2)", 7125)
+        self.accepted("PRO=AFF, MTD=HASH, RULE=NUM, CASE=UP, TRIM=RIGHT")
+        self.accepted("PRO=AFF, MTD=HASH, COPY=(1,2), CASE=UP, LEN=1")
+        self.accepted("PRO=AFF, MTD=REP, ALGO=FPE, KEY=@K, LEN=1")
 
 
 class Hash(Case):
@@ -590,10 +609,12 @@ class Lookups(Case):
         self.invalid(start + "SEED=HMAC", 7155)
         self.accepted(start + "SEED=HMAC, ALGO=SHA256")
         self.accepted(start + 'SEED=" 2000000000"')
+        self.accepted(start + 'SEED="0"')
         self.invalid(start + 'SEED="2000000001"', 7136)
 
     def test_row_limit(self):
         self.accepted('PRO=RAN_LKP, REP="a", LIM=2000000000')
+        self.accepted('PRO=RAN_LKP, REP="a", LIM=0')
         self.invalid('PRO=RAN_LKP, REP="a", LIMIT=2000000001', 7137)
         self.invalid('PRO=RAN_LKP, REP="a", LIMIT=000000000001', 7137)
         self.invalid('PRO=RAN_LKP, REP="a", LIMIT=-1', 7137)
@@ -629,13 +650,13 @@ class Age(Case):
         self.syntax("PRO=AGE, WHENRESULTINVALID=ERR", 28)
 
     def test_ranges(self):
-        for good in ("YEAR=+1581", "YEAR=-2500", "MONTH=30000", "MONTH=-30000", "WEEK=30000", "DAY=-30000", "PIVOT=0",
+        for good in ('YEAR="++2000"', "YEAR=+1581", "YEAR=-2500", "MONTH=30000", "MONTH=-30000", "WEEK=30000", "DAY=-30000", "PIVOT=0",
                      "PIVOT=99", 'YEAR=" \t1582 "', 'YEAR="3999"', 'YEAR="+2000"', "YEAR=00000001581"):
             self.accepted("PRO=AGE, " + good)
         for bad, number in (("YEAR=1582", 7126), ("YEAR=-2501", 7126), ("YEAR=+00000001581", 7126), ("MONTH=30001", 7127),
                             ("WEEK=-30001", 7128), ("DAY=30001", 7129), ('YEAR="1581"', 7130), ('YEAR="4000"', 7130),
                             ('YEAR=""', 7130), ('YEAR="   "', 7130), ("PIVOT=100", 7131), ("PIVOT=-1", 7131),
-                            ('YEAR="19 99"', 7130)):
+                            ('YEAR="19 99"', 7130), ('YEAR="+"', 7130), ('YEAR="+-2000"', 7130), ('YEAR="\u00a02000"', 7130)):
             self.invalid("PRO=AGE, " + bad, number)
 
     def test_combinations(self):
@@ -691,6 +712,8 @@ class UserAndTrace(Case):
         self.assertEqual(recognise('TRCLEVEL="OFF"', fill=False, trace_levels=frozenset({"OFF"})).status, 0)
 
     def test_the_trace_level_option_stores_its_pair_and_hands_on_its_text(self):
+        for level in ("OFF", "error", "Calls", "0", "1", "2", "3"):
+            self.accepted(f'PRO=CCN, TRCLEVEL="{level}"')
         self.accepted('PRO=CCN, TRCLEVEL="Detail"', (230, "PRO", 232, "CCN"), (94, "TRCLEVEL", 251, "Detail"))
         self.assertEqual(recognise('PRO=CCN, TRCLEVEL="loud"', fill=False).status, 0)
         self.assertEqual(recognise('PRO=CCN, TRCLEVEL="loud"', fill=True).errors, [Error(None)])
@@ -744,6 +767,37 @@ class FieldDefinitionRules(Case):
     def test_data_types_are_looked_at_before_names_and_both_after_the_provider(self):
         self.invalid("PRO=CCN, FLDDEF=(NAME=A, NAME=B, DT=CHAR, DT=INT)", 7146, "FLDDEF:DT")
         self.invalid("PRO=HASH, FLDDEF=(NAME=A, NAME=B)", 7144)
+
+
+class PairsThatNoStatementStores(unittest.TestCase):
+    """Rules that look at pairs which a caller has to fill in by himself."""
+
+    def check(self, provider, *others, violation):
+        self.assertEqual(validate([Pair(230, "PRO", provider, ""), *others]), violation)
+
+    def test_a_lower_case_option(self):
+        lower, upper = Pair(56, "CASE", 53, "LOW"), Pair(56, "CASE", 53, "uPPer")
+        self.check(238, lower, violation=Violation(7163))
+        self.check(238, upper, violation=Violation(7144))
+        self.check(239, lower, violation=Violation(7162))
+        self.check(239, upper, violation=Violation(7150))
+
+    def test_placeholders_of_single_tokens(self):
+        method = Pair(67, "MTD", 197, "REP")
+        self.check(234, method, Pair(109, "Copy", 0, "<Missing TAVO_PARSER_COPY_COL_SYNTAX>"), violation=Violation(7145, "Copy"))
+        self.check(231, Pair(43, "Mon", 0, "<missing integer>"), violation=Violation(7127, "Mon"))
+        self.check(231, Pair(46, "Wk", 0, "<missing INTEGER"), violation=Violation(7128, "Wk"))
+        self.check(231, Pair(41, "DAY", 24, "<missing INTEGER>"), violation=Violation(7129))
+
+    def test_placeholders_of_national_formats(self):
+        switch, missing = Pair(92, "SWI", 204, "US"), Pair(229, "FMT:US", 0, "<missing tavo_parser_NID_FORMAT_US_VALUES>")
+        self.check(241, missing, switch, violation=Violation(7173))
+        self.check(241, missing, violation=Violation(7104))
+        self.check(241, switch, Pair(229, "FMT:US", 0, "missing TAVO_PARSER_NID_FORMAT_"), violation=None)
+
+    def test_no_provider_no_checks(self):
+        self.assertIsNone(validate([]))
+        self.assertIsNone(validate([Pair(218, "FLDDEF:DT", 1, "CHAR"), Pair(218, "FLDDEF:DT", 2, "VARCHAR")]))
 
 
 if __name__ == "__main__":
