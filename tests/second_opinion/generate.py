@@ -370,7 +370,8 @@ class Generator:
         for _ in range(self.random.randint(1, 3)):
             pieces += [",", self.in_some_case(self.pick(["FLDDEF", "FLDDEF1", "FLDDEF1", "FLDDEF2"])), "=", "("]
             for number in range(self.random.randint(1, 3)):
-                item = self.pick([["NAME", "=", self.pick(["A", "B", "a", '"A"'])], ["DT", "=", self.pick(["INT", "INTEGER", "CHAR"])],
+                item = self.pick([["NAME", "=", self.pick(["A", "B", "a", '"A"'])],
+                                  ["DT", "=", self.pick(["INT", "INTEGER", "CHAR"])],
                                   ["LEN", "=", "1"]])
                 pieces += ([","] if number else []) + item
             pieces.append(")")

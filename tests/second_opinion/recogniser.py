@@ -8,7 +8,7 @@ import sys
 from typing import NamedTuple, Optional
 
 from grammar import BadSeparator, Parse, SetTraceLevel, Unacceptable, parse
-from lexer import Token, tokenise
+from lexer import tokenise
 from validation import Pair, validate
 from vocabulary import NAME_BY_TYPE, T
 

@@ -10,7 +10,6 @@ from typing import Iterator
 
 from generate import SPELLINGS
 from grammar import FIELD_DEFINITION, NATIONAL_FORMATS, PROVIDERS, USER_LIBRARY_WORDS, ListOption
-from vocabulary import T
 
 WORDS = sorted({word for words in SPELLINGS.values() for word in words} - {f"FLDDEF{number}" for number in range(3, 99)})
 
