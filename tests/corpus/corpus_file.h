@@ -25,7 +25,9 @@ std::vector<CorpusCase> read_corpus(const std::filesystem::path& file);
 // All cases of the .txt files of a folder and its subfolders, in order.
 std::vector<CorpusCase> read_corpus_folder(const std::filesystem::path& folder);
 
-// A text as corpus files write it: \\ \n \r \t \f \u{HEX}, outer blanks as \u{20}.
-std::string escape(const std::wstring& text);
+// One text with an expected result's lines, their escapes resolved and trailing blanks of the file
+// dropped. Put the actual lines together with join_lines to compare them.
+std::string join_expected(const std::vector<std::string>& lines);
+std::string join_lines(const std::vector<std::string>& lines);
 
 }  // namespace tavo_test

@@ -1,5 +1,6 @@
 // Every text of the lexer corpus: its tokens with number, name and text, hidden ones and broken
-// places included, read both through the runtime's token stream and through TAVOLanguage_ReadTokens.
+// places included, read both through the runtime's token stream and through
+// TAVOLanguage_ReadTokens.
 #include <gtest/gtest.h>
 
 #include "TAVOGrammar.h"
@@ -13,7 +14,7 @@ namespace {
 
 std::string describe(uint32_t type, bool hidden, const std::wstring& text) {
   return (hidden ? "hidden " : "") + std::to_string(type) + " " + TAVOParserTokenNames[type] + " " +
-         escape(text);
+         to_utf8(text);
 }
 
 struct Walk {
@@ -29,8 +30,8 @@ uint32_t add_token(const TAVOTextToken* token, void* context) {
   if (token->type == 0) {
     walk.lines.push_back("broken at " + std::to_string(token->offending));
   } else {
-    walk.lines.push_back(describe(token->type, token->hidden != 0,
-                                  walk.text.substr(token->offset, token->length)));
+    walk.lines.push_back(
+        describe(token->type, token->hidden != 0, walk.text.substr(token->offset, token->length)));
   }
   return 0;
 }
@@ -77,27 +78,19 @@ std::vector<std::string> tokens_of_the_runtime(const std::wstring& text) {
   return lines;
 }
 
-std::string joined(const std::vector<std::string>& lines) {
-  std::string text;
-  for (std::string line : lines) {
-    while (!line.empty() && line.back() == ' ') line.pop_back();
-    text += line + "\n";
-  }
-  return text;
-}
-
 TEST(LexerCorpus, IsReadAsWritten) {
   const auto cases = read_corpus_folder(TAVO_CORPUS_FOLDER "/lexer");
   ASSERT_FALSE(cases.empty());
   for (const CorpusCase& c : cases) {
     SCOPED_TRACE(c.file + ":" + std::to_string(c.line) + ": " + c.title);
     Walk walk{c.statement, {}, 0};
-    ASSERT_EQ(0u, TAVOLanguage_ReadTokens(c.statement.data(),
-                                          static_cast<uint32_t>(c.statement.size()), add_token,
-                                          &walk));
-    EXPECT_EQ(joined(c.expected), joined(walk.lines));
+    ASSERT_EQ(0u,
+              TAVOLanguage_ReadTokens(c.statement.data(), static_cast<uint32_t>(c.statement.size()),
+                                      add_token, &walk));
+    EXPECT_EQ(join_expected(c.expected), join_lines(walk.lines));
     EXPECT_EQ(c.statement.size(), walk.offset);
-    EXPECT_EQ(joined(without_broken(c.expected)), joined(tokens_of_the_runtime(c.statement)));
+    EXPECT_EQ(join_expected(without_broken(c.expected)),
+              join_lines(tokens_of_the_runtime(c.statement)));
   }
 }
 

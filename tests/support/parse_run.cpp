@@ -26,8 +26,8 @@ std::vector<Pair> stored_pairs(const RequestRecord& request) {
   return pairs;
 }
 
-Run run_service(RequestRecord* request) {
-  Run run;
+ServiceRun run_service(RequestRecord* request) {
+  ServiceRun run;
   run.status = Parser_Service(request);
   run.flag = request->errorFlag;
   run.count = request->count;
@@ -53,14 +53,14 @@ void give_array(RequestRecord* request, EntryArray& entries, uint32_t capacity) 
 }
 
 // A statement without pairs has no array, as its sizing run asked for none.
-Run fill(RequestRecord* request, std::optional<uint32_t> capacity,
-         std::optional<uint32_t> key_bytes, std::optional<uint32_t> value_bytes) {
-  const Run sizes = run_service(request);
+ServiceRun fill(RequestRecord* request, std::optional<uint32_t> capacity,
+                std::optional<uint32_t> key_bytes, std::optional<uint32_t> value_bytes) {
+  const ServiceRun sizes = run_service(request);
   const uint32_t count = capacity.value_or(static_cast<uint32_t>(sizes.count));
   EntryArray entries(count, key_bytes.value_or(static_cast<uint32_t>(sizes.max_key_size)),
                      value_bytes.value_or(static_cast<uint32_t>(sizes.max_value_size)));
   if (count != 0) give_array(request, entries, count);
-  Run run = run_service(request);
+  ServiceRun run = run_service(request);
   request->pKeyValueArr = nullptr;
   request->capacity = 0;
   return run;
@@ -106,21 +106,21 @@ WideRequest::WideRequest(const std::wstring& text) : text_(new wchar_t[text.size
   request_ = make_request('W', text.size() * sizeof(wchar_t), &descriptor_);
 }
 
-Run WideRequest::run() {
+ServiceRun WideRequest::run() {
   return run_service(&request_);
 }
 
-Run size_statement(const std::wstring& text) {
+ServiceRun size_statement(const std::wstring& text) {
   return WideRequest(text).run();
 }
 
-Run fill_statement(const std::wstring& text, std::optional<uint32_t> capacity,
-                   std::optional<uint32_t> key_bytes, std::optional<uint32_t> value_bytes) {
+ServiceRun fill_statement(const std::wstring& text, std::optional<uint32_t> capacity,
+                          std::optional<uint32_t> key_bytes, std::optional<uint32_t> value_bytes) {
   WideRequest request(text);
   return fill(request.get(), capacity, key_bytes, value_bytes);
 }
 
-Run fill_bytes(const std::string& text, uint32_t code_page) {
+ServiceRun fill_bytes(const std::string& text, uint32_t code_page) {
   const std::unique_ptr<char[]> copy(new char[text.size()]);
   text.copy(copy.get(), text.size());
   ParmTextM descriptor{};

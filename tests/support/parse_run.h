@@ -1,6 +1,6 @@
 // One statement through the exported functions, as a sibling library would do it: a sizing run, an
-// array allocated to its sizes, a filling run. Every buffer is allocated exactly, so that a sanitizer
-// sees a write too many.
+// array allocated to its sizes, a filling run. Every buffer is allocated exactly, so that a
+// sanitizer sees a write too many.
 #pragma once
 
 #include <cstdint>
@@ -38,7 +38,7 @@ struct Error {
   bool operator==(const Error&) const = default;
 };
 
-struct Run {
+struct ServiceRun {
   uint32_t status = 0;
   uint8_t flag = 0;
   int32_t count = 0;
@@ -72,7 +72,7 @@ class WideRequest {
     return &request_;
   }
   // Runs Parser_Service with the request's present array.
-  Run run();
+  ServiceRun run();
 
  private:
   std::unique_ptr<wchar_t[]> text_;
@@ -80,13 +80,13 @@ class WideRequest {
   RequestRecord request_{};
 };
 
-Run size_statement(const std::wstring& text);
+ServiceRun size_statement(const std::wstring& text);
 // Filling run with an array of the sizing run's sizes, or of the ones given.
-Run fill_statement(const std::wstring& text, std::optional<uint32_t> capacity = std::nullopt,
-                   std::optional<uint32_t> key_bytes = std::nullopt,
-                   std::optional<uint32_t> value_bytes = std::nullopt);
+ServiceRun fill_statement(const std::wstring& text, std::optional<uint32_t> capacity = std::nullopt,
+                          std::optional<uint32_t> key_bytes = std::nullopt,
+                          std::optional<uint32_t> value_bytes = std::nullopt);
 // The same for 8-bit text in a code page.
-Run fill_bytes(const std::string& text, uint32_t code_page);
+ServiceRun fill_bytes(const std::string& text, uint32_t code_page);
 
 std::wstring to_wide(const std::string& utf8);
 std::string to_utf8(const std::wstring& text);
