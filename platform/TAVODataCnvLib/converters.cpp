@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "common/guard.h"
 #include "common/platform_status.h"
 #include "common/thread_exit.h"
 #include "unicode.h"
@@ -59,21 +60,6 @@ struct Cache {
 pthread_mutex_t g_caches_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list
 Cache* g_caches = nullptr;
 thread_local constinit Cache t_cache;
-
-class Guard {
- public:
-  explicit Guard(pthread_mutex_t& mutex) noexcept : mutex_(mutex) {
-    pthread_mutex_lock(&mutex_);
-  }
-  ~Guard() {
-    pthread_mutex_unlock(&mutex_);
-  }
-  Guard(const Guard&) = delete;
-  Guard& operator=(const Guard&) = delete;
-
- private:
-  pthread_mutex_t& mutex_;
-};
 
 void close_all(Cache& cache) noexcept {
   Guard guard(cache.guard);
