@@ -88,10 +88,12 @@ void end_thread(void* object) {
   std::free(block);
 }
 
+const ThreadExit g_thread_exit(&end_thread);
+
 uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
   auto* made = static_cast<ThreadBlock*>(std::calloc(1, sizeof(ThreadBlock)));
   if (made == nullptr) return kNoMemory;
-  if (!anchor.armed && !at_thread_exit(&end_thread, &anchor)) {
+  if (!anchor.armed && !g_thread_exit.arm(&anchor)) {
     std::free(made);
     return kNoMemory;
   }
