@@ -3,6 +3,8 @@
 #include <cwchar>
 #include <string_view>
 
+#include "redact.h"
+
 namespace tavo::platform {
 
 namespace {
@@ -14,6 +16,9 @@ constexpr struct {
 #define TAVO_TOKID(id, name) {id, L"" #name},
 #include "TAVOTokenIds.def"
 };
+
+// The insert that quotes the parameter string.
+constexpr std::wstring_view kExcerpt = L"SUBSTR";
 
 // The value that a block holds for an insert, or null.
 const wchar_t* insert_value(const ErrorBlock* block, std::wstring_view name) noexcept {
@@ -38,6 +43,14 @@ class Writer {
   void put(std::wstring_view text) noexcept {
     for (const wchar_t c : text) {
       put(c);
+    }
+  }
+  void put_redacted(std::wstring_view text) noexcept {
+    Redactor redactor;
+    for (const wchar_t c : text) {
+      const Redactor::Action action = redactor.next(c);
+      if (action == Redactor::kShow) put(c);
+      if (action == Redactor::kStars) put(std::wstring_view(L"***"));
     }
   }
   size_t finish() noexcept {
@@ -79,7 +92,9 @@ void put_part(std::wstring_view part, const ErrorBlock* block, Writer& writer) n
       part, [&](wchar_t c) { writer.put(c); },
       [&](std::wstring_view name) {
         const wchar_t* value = insert_value(block, name);
-        if (value != nullptr) {
+        if (value != nullptr && name == kExcerpt) {
+          writer.put_redacted(value);
+        } else if (value != nullptr) {
           writer.put(std::wstring_view(value));
         } else {
           writer.put(L'{');

@@ -117,8 +117,10 @@ void format_record(const TraceRecord& record, TraceLine& line) noexcept {
   line.add(" tid=%d", static_cast<int>(gettid()));
   if (descriptor != nullptr) {
     const auto data = read<FrameData>(frame->platform);
+    // Another thread may be resolving the descriptor.
+    const uint32_t id = __atomic_load_n(&descriptor->function_id, __ATOMIC_RELAXED);
     line.add(" depth=%" PRIu32 " fn=%s id=0x%" PRIx32, data.depth,
-             descriptor->name == nullptr ? "?" : descriptor->name, descriptor->function_id);
+             descriptor->name == nullptr ? "?" : descriptor->name, id);
   } else {
     line.add(" depth=0 fn=? id=0x0");
   }

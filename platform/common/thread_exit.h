@@ -12,8 +12,7 @@ namespace tavo::platform {
 class ThreadExit {
  public:
   explicit ThreadExit(void (*function)(void*)) noexcept
-      : made_(pthread_key_create(&key_, function) == 0) {
-  }
+      : made_(pthread_key_create(&key_, function) == 0) {}
 
   // Calls function(object) once when the calling thread ends, but not when the process does.
   // object: not null. May be armed again from such a function. Returns false when it cannot be.

@@ -164,6 +164,15 @@ TEST_F(FormattedMessage, TakesBracesAndBracketsInAnInsertAsText) {
   EXPECT_NE(text.find(L"at character [{SUBSTR}]."), std::wstring::npos);
 }
 
+TEST_F(FormattedMessage, QuotesNoSecretOfTheParameterString) {
+  Block block(7139, 2);
+  block.insert(0, TAVO_TOKID_CHAR_POS, L"26");
+  block.insert(1, TAVO_TOKID_SUBSTR, L"PRO=AFF, KEY=\"hunter2\", X");
+  const std::wstring text = message_of(&block.get(), 0);
+  EXPECT_EQ(text.find(L"hunter2"), std::wstring::npos);
+  EXPECT_NE(text.find(L"KEY=\"***\", X"), std::wstring::npos);
+}
+
 TEST_F(FormattedMessage, IsCutAndTerminatedInASmallBuffer) {
   TAVOMessageRequest request = {};
   request.version = 21;
