@@ -27,9 +27,10 @@ TAVO_BEGIN_DECLS
 
 /* Results of the retrieval functions, besides those of TAVOParser.h. */
 enum {
-  TAVO_ERROR_REQUEST_INVALID = 73,   /* null request, or a version or size that is not known */
+  TAVO_ERROR_REQUEST_INVALID = 73,    /* null request, or a version or size that is not known */
   TAVO_ERROR_INDEX_OUT_OF_RANGE = 74, /* fewer messages are recorded */
-  TAVO_ERROR_TEXT_CUT = 75           /* the buffer was too small; the text is cut and terminated */
+  TAVO_ERROR_TEXT_CUT = 75,           /* the buffer was too small; the text is cut and terminated */
+  TAVO_ERROR_MESSAGE_UNKNOWN = 76     /* the catalogue has no such number; the text says so */
 };
 
 /* Parser_GetError. */
@@ -46,7 +47,10 @@ typedef struct TAVOErrorRequest {
 
 TAVO_ASSERT_SIZE(TAVOErrorRequest, 32);
 
-/* Parser_GetFormattedErrorMsg. */
+/* Parser_GetFormattedErrorMsg. A message is one line that tells what is wrong and what to do, in the
+ * language that the first of the environment variables TAVO_LANG, LC_ALL, LC_MESSAGES and LANG that
+ * is set asks for (de for German), else in English. An insert that the block does not hold is left
+ * as {NAME}. */
 typedef struct TAVOMessageRequest {
   uint16_t version;        /* in: 21 */
   uint16_t size;           /* in: sizeof(TAVOMessageRequest) */

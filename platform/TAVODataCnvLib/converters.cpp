@@ -4,40 +4,18 @@
 #include <unicode/uclean.h>
 #include <unicode/ucnv.h>
 
-#include <atomic>
-#include <cstdio>
-#include <cstring>
-
+#include "common/guard.h"
 #include "common/platform_status.h"
 #include "common/thread_exit.h"
 #include "unicode.h"
 
 namespace tavo::platform {
 
-CodePage::CodePage(const void* descriptor) noexcept : kind(kCodePageAny), number(0) {
-  if (descriptor == nullptr) return;
-  const auto* given = static_cast<const ConversionDescriptor*>(descriptor);
-  kind = given->kind;
-  number = given->code_page;
-}
-
-bool CodePage::is_utf8() const noexcept {
-  switch (kind) {
-    case kCodePageAny:
-      return number == 0 || number == 1208 || number == 65001;
-    case kCodePageIbm:
-      return number == 1208;
-    case kCodePageWindows:
-      return number == 65001;
-    default:
-      return false;
-  }
-}
-
 namespace {
 
 constexpr uint32_t kConvertersPerThread = 4;
 constexpr uint32_t kChunk = 256;  // UTF-16 units
+constexpr uint32_t kReplacement = 0xFFFD;
 
 struct Entry {
   uint32_t kind;
@@ -60,21 +38,6 @@ pthread_mutex_t g_caches_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list
 Cache* g_caches = nullptr;
 thread_local constinit Cache t_cache;
 
-class Guard {
- public:
-  explicit Guard(pthread_mutex_t& mutex) noexcept : mutex_(mutex) {
-    pthread_mutex_lock(&mutex_);
-  }
-  ~Guard() {
-    pthread_mutex_unlock(&mutex_);
-  }
-  Guard(const Guard&) = delete;
-  Guard& operator=(const Guard&) = delete;
-
- private:
-  pthread_mutex_t& mutex_;
-};
-
 void close_all(Cache& cache) noexcept {
   Guard guard(cache.guard);
   for (Entry& entry : cache.entries) {
@@ -96,81 +59,18 @@ void forget_thread(void* object) {
   close_all(*cache);
 }
 
+const ThreadExit g_thread_exit(&forget_thread);
+
 // Makes sure that the thread's converters are closed when it ends.
 bool remember_thread(Cache& cache) noexcept {
   if (cache.registered) return true;
-  if (!at_thread_exit(&forget_thread, &cache)) return false;
+  if (!g_thread_exit.arm(&cache)) return false;
   Guard guard(g_caches_guard);
   cache.registered = true;
   cache.next = g_caches;
   if (g_caches != nullptr) g_caches->previous = &cache;
   g_caches = &cache;
   return true;
-}
-
-// What the library's own callbacks never do: nothing is substituted and nothing skipped, an error
-// stays an error. (ICU's own "stop" skips characters that need not be shown.)
-void refuse_bytes(const void*, UConverterToUnicodeArgs*, const char*, int32_t,
-                  UConverterCallbackReason, UErrorCode*) {}
-void refuse_character(const void*, UConverterFromUnicodeArgs*, const UChar*, int32_t, UChar32,
-                      UConverterCallbackReason, UErrorCode*) {}
-
-bool is_8bit(UConverterType type) noexcept {
-  switch (type) {
-    case UCNV_SBCS:
-    case UCNV_MBCS:
-    case UCNV_LATIN_1:
-    case UCNV_US_ASCII:
-    case UCNV_EBCDIC_STATEFUL:
-    case UCNV_UTF8:
-      return true;
-    default:
-      return false;
-  }
-}
-
-uint32_t open_by_name(const char* name, UConverter*& converter) noexcept {
-  UErrorCode error = U_ZERO_ERROR;
-  UConverter* opened = ucnv_open(name, &error);
-  if (error == U_MEMORY_ALLOCATION_ERROR) return kNoMemory;
-  if (U_FAILURE(error)) return kCodePageUnknown;
-  // A type of DBCS has two bytes a character throughout: no 8-bit text, and no terminator.
-  if (!is_8bit(ucnv_getType(opened)) || ucnv_getMinCharSize(opened) != 1) {
-    ucnv_close(opened);
-    return kCodePageUnknown;
-  }
-  ucnv_setToUCallBack(opened, &refuse_bytes, nullptr, nullptr, nullptr, &error);
-  ucnv_setFromUCallBack(opened, &refuse_character, nullptr, nullptr, nullptr, &error);
-  ucnv_setFallback(opened, false);
-  converter = opened;
-  return kOk;
-}
-
-uint32_t open_ibm(uint32_t number, UConverter*& converter) noexcept {
-  char name[24];
-  std::snprintf(name, sizeof name, "ibm-%u", number);
-  return open_by_name(name, converter);
-}
-
-uint32_t open_windows(uint32_t number, UConverter*& converter) noexcept {
-  char name[24];
-  std::snprintf(name, sizeof name, "windows-%u", number);
-  return open_by_name(name, converter);
-}
-
-uint32_t open_page(const CodePage& page, UConverter*& converter) noexcept {
-  switch (page.kind) {
-    case kCodePageAny: {
-      const uint32_t status = open_ibm(page.number, converter);
-      return status == kCodePageUnknown ? open_windows(page.number, converter) : status;
-    }
-    case kCodePageIbm:
-      return open_ibm(page.number, converter);
-    case kCodePageWindows:
-      return open_windows(page.number, converter);
-    default:
-      return kCodePageUnknown;
-  }
 }
 
 // The thread's converter for a code page, opened at its first use. Called under the cache's guard.
@@ -201,12 +101,12 @@ uint32_t status_of(UErrorCode error, uint32_t text_error) noexcept {
   return error == U_MEMORY_ALLOCATION_ERROR ? static_cast<uint32_t>(kNoMemory) : text_error;
 }
 
-uint32_t decode(UConverter* converter, const char* src, uint32_t bytes, wchar_t* dst,
-                uint32_t dst_chars, uint32_t& written) noexcept {
+// Decodes src and calls take(character) for each; take answers a status.
+template <typename Take>
+uint32_t decode_each(UConverter* converter, const char* src, uint32_t bytes, Take take) noexcept {
   const char* const end = src + bytes;
   uint32_t high = 0;  // a high surrogate whose other half is still to come
   UErrorCode error = U_BUFFER_OVERFLOW_ERROR;
-  written = 0;
   while (error == U_BUFFER_OVERFLOW_ERROR) {
     UChar chunk[kChunk];
     UChar* target = chunk;
@@ -217,21 +117,45 @@ uint32_t decode(UConverter* converter, const char* src, uint32_t bytes, wchar_t*
     }
     for (const UChar* unit = chunk; unit < target; ++unit) {
       uint32_t c = *unit;
-      if (high != 0) {
-        if (!is_low_surrogate(c)) return kSourceInvalid;
-        c = from_pair(high, c);
-        high = 0;
-      } else if (is_high_surrogate(c)) {
+      if (high == 0 && is_high_surrogate(c)) {
         high = c;
         continue;
-      } else if (is_surrogate(c)) {
-        return kSourceInvalid;
       }
-      if (written == dst_chars) return kBufferTooSmall;
-      dst[written++] = static_cast<wchar_t>(c);
+      if (high != 0 && is_low_surrogate(c)) {
+        c = from_pair(high, c);
+        high = 0;
+      }
+      // Some tables have bytes for the replacement character: text that was damaged before.
+      if (high != 0 || is_surrogate(c) || c == kReplacement) return kSourceInvalid;
+      if (const uint32_t status = take(c); status != kOk) return status;
     }
   }
   return high == 0 ? kOk : kSourceInvalid;
+}
+
+uint32_t decode(UConverter* converter, const char* src, uint32_t bytes, wchar_t* dst,
+                uint32_t dst_chars, uint32_t& written) noexcept {
+  written = 0;
+  return decode_each(converter, src, bytes, [&](uint32_t c) -> uint32_t {
+    if (written == dst_chars) return kBufferTooSmall;
+    dst[written++] = static_cast<wchar_t>(c);
+    return kOk;
+  });
+}
+
+// Whether bytes that were just written mean exactly the text they were made from. ICU maps some
+// characters of the private use area one way only, whatever it is told.
+uint32_t check_reads_back(UConverter* converter, const char* bytes, uint32_t count,
+                          const wchar_t* text, uint32_t chars) noexcept {
+  ucnv_reset(converter);
+  uint32_t next = 0;
+  const uint32_t status = decode_each(converter, bytes, count, [&](uint32_t c) -> uint32_t {
+    const bool same = next < chars && static_cast<uint32_t>(text[next]) == c;
+    ++next;
+    return same ? kOk : kCharacterNotInTarget;
+  });
+  if (status == kSourceInvalid || (status == kOk && next != chars)) return kCharacterNotInTarget;
+  return status;
 }
 
 uint32_t encode(UConverter* converter, const wchar_t* src, uint32_t chars, char* dst,
@@ -260,7 +184,7 @@ uint32_t encode(UConverter* converter, const wchar_t* src, uint32_t chars, char*
     if (U_FAILURE(error)) return status_of(error, kCharacterNotInTarget);
   } while (next < chars);
   written = static_cast<uint32_t>(target - dst);
-  return kOk;
+  return check_reads_back(converter, dst, written, src, chars);
 }
 
 uint32_t decode_utf8(const char* src, uint32_t bytes, wchar_t* dst, uint32_t dst_chars,

@@ -3,24 +3,9 @@
 
 #include <cstdint>
 
-#include "platform.h"
+#include "code_page.h"
 
 namespace tavo::platform {
-
-// What the kind of a ConversionDescriptor says about its number.
-enum CodePageKind : uint8_t {
-  kCodePageAny = 0,      // an IBM CCSID, or else a Windows code page; number 0 is UTF-8
-  kCodePageIbm = 1,      // an IBM CCSID
-  kCodePageWindows = 2,  // a Windows code page
-};
-
-// A code page as the caller names it; null stands for the default, UTF-8.
-struct CodePage {
-  uint32_t kind;
-  uint32_t number;
-  explicit CodePage(const void* descriptor) noexcept;
-  bool is_utf8() const noexcept;
-};
 
 // 8-bit text to wide text, not terminated. dst_chars: room in characters; written: out, characters.
 // A status other than 0 leaves dst with anything in it.

@@ -17,7 +17,7 @@ template <typename Unit>
 class Output {
  public:
   Output(Unit* dst, uint32_t dst_bytes, uint32_t* count) noexcept
-      : dst_(dst), units_(dst == nullptr ? 0 : dst_bytes / sizeof(Unit)), count_(count) {
+      : dst_(dst), units_(dst == nullptr ? 0 : dst_bytes / uint32_t{sizeof(Unit)}), count_(count) {
     if (units_ != 0) dst_[0] = 0;
   }
 
@@ -47,11 +47,13 @@ class Output {
   uint32_t* count_;
 };
 
-uint32_t from_bytes(const char* text, uint64_t bytes, wchar_t* dst, uint32_t dst_bytes,
+// bytes: below 0 when there is no length.
+uint32_t from_bytes(const char* text, int64_t bytes, wchar_t* dst, uint32_t dst_bytes,
                     uint32_t* count, const void* descriptor) noexcept {
   Output<wchar_t> output(dst, dst_bytes, count);
+  if (text == nullptr) return kArgumentInvalid;
   if (const uint32_t status = output.check(); status != kOk) return status;
-  if (bytes > INT32_MAX) return kLengthInvalid;
+  if (bytes < 0 || bytes > INT32_MAX) return kLengthInvalid;
   uint32_t written = 0;
   const uint32_t status = bytes_to_wide(CodePage(descriptor), text, static_cast<uint32_t>(bytes),
                                         dst, output.room(), written);
@@ -59,12 +61,14 @@ uint32_t from_bytes(const char* text, uint64_t bytes, wchar_t* dst, uint32_t dst
 }
 
 // text need not be aligned.
-uint32_t from_wide(const void* text, uint32_t bytes, wchar_t* dst, uint32_t dst_bytes,
+uint32_t from_wide(const void* text, int32_t bytes, wchar_t* dst, uint32_t dst_bytes,
                    uint32_t* count) noexcept {
   Output<wchar_t> output(dst, dst_bytes, count);
+  if (text == nullptr) return kArgumentInvalid;
   if (const uint32_t status = output.check(); status != kOk) return status;
-  if (bytes % sizeof(wchar_t) != 0) return kLengthInvalid;
-  const uint32_t chars = bytes / static_cast<uint32_t>(sizeof(wchar_t));
+  constexpr int32_t kCharBytes = sizeof(wchar_t);
+  if (bytes < 0 || bytes % kCharBytes != 0) return kLengthInvalid;
+  const auto chars = static_cast<uint32_t>(bytes / kCharBytes);
   if (chars > output.room()) return kBufferTooSmall;
   const auto* next = static_cast<const char*>(text);
   for (uint32_t i = 0; i < chars; ++i, next += sizeof(wchar_t)) {
@@ -76,7 +80,7 @@ uint32_t from_wide(const void* text, uint32_t bytes, wchar_t* dst, uint32_t dst_
   return output.finish(kOk, chars);
 }
 
-uint32_t prefixed_length(const void* text) noexcept {
+uint16_t prefixed_length(const void* text) noexcept {
   uint16_t length = 0;
   std::memcpy(&length, text, sizeof length);
   return length;
@@ -87,9 +91,8 @@ uint32_t prefixed_length(const void* text) noexcept {
 TAVO_PLATFORM_API uint32_t TAVOCnvCharToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                                    uint32_t dst_bytes, uint32_t* count,
                                                    const void* descriptor) {
-  if (text == nullptr || length == nullptr) return kArgumentInvalid;
-  if (*length < 0) return kLengthInvalid;
-  return from_bytes(text, static_cast<uint32_t>(*length), dst, dst_bytes, count, descriptor);
+  if (length == nullptr) return kArgumentInvalid;
+  return from_bytes(text, *length, dst, dst_bytes, count, descriptor);
 }
 
 TAVO_PLATFORM_API uint32_t TAVOCnvVarcharToWVarcharSz(const void* length_prefixed, int32_t*,
@@ -104,15 +107,15 @@ TAVO_PLATFORM_API uint32_t TAVOCnvVarcharSzToWVarcharSz(const char* text, int32_
                                                         uint32_t dst_bytes, uint32_t* count,
                                                         const void* descriptor) {
   if (text == nullptr) return kArgumentInvalid;
-  return from_bytes(text, std::strlen(text), dst, dst_bytes, count, descriptor);
+  return from_bytes(text, static_cast<int64_t>(std::strlen(text)), dst, dst_bytes, count,
+                    descriptor);
 }
 
 TAVO_PLATFORM_API uint32_t TAVOCnvWCharToWVarcharSz(const wchar_t* text, int32_t* length_bytes,
                                                     wchar_t* dst, uint32_t dst_bytes,
                                                     uint32_t* count) {
-  if (text == nullptr || length_bytes == nullptr) return kArgumentInvalid;
-  if (*length_bytes < 0) return kLengthInvalid;
-  return from_wide(text, static_cast<uint32_t>(*length_bytes), dst, dst_bytes, count);
+  if (length_bytes == nullptr) return kArgumentInvalid;
+  return from_wide(text, *length_bytes, dst, dst_bytes, count);
 }
 
 TAVO_PLATFORM_API uint32_t TAVOCnvWVarcharToWVarcharSz(const void* length_prefixed, int32_t*,
@@ -126,8 +129,8 @@ TAVO_PLATFORM_API uint32_t TAVOCnvWVarcharToWVarcharSz(const void* length_prefix
 TAVO_PLATFORM_API uint32_t TAVOCnvWVarcharSzToVarcharSz(const wchar_t* text, int32_t* length,
                                                         char* dst, uint32_t dst_bytes,
                                                         uint32_t* count, const void* descriptor) {
-  if (text == nullptr) return kArgumentInvalid;
   Output<char> output(dst, dst_bytes, count);
+  if (text == nullptr) return kArgumentInvalid;
   if (const uint32_t status = output.check(); status != kOk) return status;
   size_t chars = 0;
   if (length == nullptr) {

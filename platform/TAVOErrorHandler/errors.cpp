@@ -1,8 +1,10 @@
-// Reading the list of recorded errors.
+// Reading the list of recorded errors, and their messages.
 #include <cstring>
 
 #include "TAVOErrorHandler.h"
+#include "catalogue.h"
 #include "common/platform_status.h"
+#include "format.h"
 #include "platform.h"
 
 using namespace tavo::platform;
@@ -51,7 +53,17 @@ TAVO_PLATFORM_API uint32_t GetFormattedErrorMsg(void* request) {
       message->size != sizeof *message) {
     return TAVO_ERROR_REQUEST_INVALID;
   }
-  if (message->text != nullptr && message->textBytes >= sizeof(wchar_t)) message->text[0] = L'\0';
-  message->neededBytes = sizeof(wchar_t);
-  return kOk;
+  if (message->block != nullptr && !is_error_block(*message->block)) return kErrorListDamaged;
+  const uint32_t number =
+      message->block != nullptr ? message->block->messageId : message->messageId;
+  const wchar_t* text = message_text(chosen_language(), number);
+  const size_t room = message->text != nullptr ? message->textBytes / sizeof(wchar_t) : 0;
+  const size_t needed = text != nullptr ? format_message(text, message->block, message->text, room)
+                                        : format_unknown(number, message->text, room);
+  // A message is never near the limit of its size field but for an insert of a gigabyte.
+  if (needed > UINT32_MAX / sizeof(wchar_t)) return kErrorListDamaged;
+  message->neededBytes = static_cast<uint32_t>(needed * sizeof(wchar_t));
+  if (message->text != nullptr && needed > room) return TAVO_ERROR_TEXT_CUT;
+  return text != nullptr ? static_cast<uint32_t>(kOk)
+                         : static_cast<uint32_t>(TAVO_ERROR_MESSAGE_UNKNOWN);
 }

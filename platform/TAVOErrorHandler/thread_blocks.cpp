@@ -10,6 +10,7 @@
 #include <cstdlib>
 
 #include "TAVOParser.h"
+#include "common/guard.h"
 #include "common/platform_status.h"
 #include "common/thread_exit.h"
 #include "platform.h"
@@ -76,27 +77,30 @@ void free_errors(ErrorState* state) noexcept {
 void end_thread(void* object) {
   auto* anchor = static_cast<Anchor*>(object);
   anchor->armed = false;
-  pthread_mutex_lock(&g_guard);
-  ThreadBlock* block = anchor->block.exchange(nullptr, std::memory_order_acq_rel);
-  if (block != nullptr) unlink(*anchor);
-  pthread_mutex_unlock(&g_guard);
+  ThreadBlock* block = nullptr;
+  {
+    Guard guard(g_guard);
+    block = anchor->block.exchange(nullptr, std::memory_order_acq_rel);
+    if (block != nullptr) unlink(*anchor);
+  }
   if (block == nullptr) return;
   free_errors(block->errors);
   std::free(block);
 }
 
+const ThreadExit g_thread_exit(&end_thread);
+
 uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
   auto* made = static_cast<ThreadBlock*>(std::calloc(1, sizeof(ThreadBlock)));
   if (made == nullptr) return kNoMemory;
-  if (!anchor.armed && !at_thread_exit(&end_thread, &anchor)) {
+  if (!anchor.armed && !g_thread_exit.arm(&anchor)) {
     std::free(made);
     return kNoMemory;
   }
   anchor.armed = true;
-  pthread_mutex_lock(&g_guard);
+  Guard guard(g_guard);
   anchor.block.store(made, std::memory_order_release);
   link(anchor);
-  pthread_mutex_unlock(&g_guard);
   block = made;
   return kOk;
 }
@@ -119,15 +123,16 @@ TAVO_PLATFORM_API uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void
   // The blocks are taken out of the list first and called back for outside the guard, since the
   // callback may ask for a block itself.
   ThreadBlock* taken = nullptr;
-  pthread_mutex_lock(&g_guard);
-  while (g_anchors != nullptr) {
-    Anchor& anchor = *g_anchors;
-    unlink(anchor);
-    ThreadBlock* block = anchor.block.exchange(nullptr, std::memory_order_acq_rel);
-    block->next_taken = taken;
-    taken = block;
+  {
+    Guard guard(g_guard);
+    while (g_anchors != nullptr) {
+      Anchor& anchor = *g_anchors;
+      unlink(anchor);
+      ThreadBlock* block = anchor.block.exchange(nullptr, std::memory_order_acq_rel);
+      block->next_taken = taken;
+      taken = block;
+    }
   }
-  pthread_mutex_unlock(&g_guard);
   while (taken != nullptr) {
     ThreadBlock* next = taken->next_taken;
     callback(kReasonCleanUp, nullptr, taken);

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdlib>
 
+#include "common/guard.h"
 #include "common/platform_status.h"
 #include "platform.h"
 
@@ -32,21 +33,6 @@ pthread_mutex_t g_table_guard = PTHREAD_MUTEX_INITIALIZER;  // of the two that f
 uint32_t g_slots = 0;
 uint32_t g_first_free = 0;  // slot number + 1
 std::atomic<Slot*> g_chunks[kChunks];
-
-class Guard {
- public:
-  explicit Guard(pthread_mutex_t& mutex) : mutex_(mutex) {
-    pthread_mutex_lock(&mutex_);
-  }
-  ~Guard() {
-    pthread_mutex_unlock(&mutex_);
-  }
-  Guard(const Guard&) = delete;
-  Guard& operator=(const Guard&) = delete;
-
- private:
-  pthread_mutex_t& mutex_;
-};
 
 // A number that no other thread of the process ever had.
 uint64_t thread_number() noexcept {

@@ -1,19 +1,28 @@
 // Clean-up at the end of a thread.
+//
+// Made with a key of the thread library rather than with a thread_local destructor: registering one
+// of those ends the process when memory is refused. The libraries are linked so that they are never
+// unloaded, since a thread that is still to end calls into them.
 #pragma once
 
-extern "C" {
-// The C library's registration behind thread_local destructors. Used directly because it can be
-// armed again while other thread-end clean-up runs, and because it keeps this library loaded until
-// the thread has ended.
-int __cxa_thread_atexit_impl(void (*function)(void*), void* object, void* dso) noexcept;
-extern void* __dso_handle __attribute__((visibility("hidden")));
-}
+#include <pthread.h>
 
 namespace tavo::platform {
 
-// Calls function(object) when the calling thread ends. Returns false when memory was refused.
-inline bool at_thread_exit(void (*function)(void*), void* object) noexcept {
-  return __cxa_thread_atexit_impl(function, object, &__dso_handle) == 0;
-}
+class ThreadExit {
+ public:
+  explicit ThreadExit(void (*function)(void*)) noexcept
+      : made_(pthread_key_create(&key_, function) == 0) {}
+
+  // Calls function(object) once when the calling thread ends, but not when the process does.
+  // object: not null. May be armed again from such a function. Returns false when it cannot be.
+  bool arm(void* object) const noexcept {
+    return made_ && pthread_setspecific(key_, object) == 0;
+  }
+
+ private:
+  pthread_key_t key_ = 0;
+  bool made_;
+};
 
 }  // namespace tavo::platform
