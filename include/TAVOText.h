@@ -40,7 +40,8 @@ TAVO_API uint32_t TAVO_IsPlatformBigEndian(void) TAVO_NOEXCEPT;
 
 /* Converts UTF-16 to UTF-32 with the suite's data conversion.
  * srcBytes, dstBytes: sizes in bytes; a rest of less than one unit is ignored. The source may hold
- * zero characters. count: out, characters produced; untouched on failure. No terminator is written.
+ * zero characters. count: out, characters produced; untouched on failure. Nothing promises a
+ * terminator behind the characters.
  * Returns 0, the data conversion's code, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TAVO_Utf16ToUtf32(const uint16_t* src, uint32_t srcBytes, wchar_t* dst,
                                     uint32_t dstBytes, uint32_t* count) TAVO_NOEXCEPT;
