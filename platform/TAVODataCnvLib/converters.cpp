@@ -1,0 +1,333 @@
+#include "converters.h"
+
+#include <pthread.h>
+#include <unicode/uclean.h>
+#include <unicode/ucnv.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstring>
+
+#include "common/platform_status.h"
+#include "common/thread_exit.h"
+#include "unicode.h"
+
+namespace tavo::platform {
+
+CodePage::CodePage(const void* descriptor) noexcept : kind(kCodePageAny), number(0) {
+  if (descriptor == nullptr) return;
+  const auto* given = static_cast<const ConversionDescriptor*>(descriptor);
+  kind = given->kind;
+  number = given->code_page;
+}
+
+bool CodePage::is_utf8() const noexcept {
+  switch (kind) {
+    case kCodePageAny:
+      return number == 0 || number == 1208 || number == 65001;
+    case kCodePageIbm:
+      return number == 1208;
+    case kCodePageWindows:
+      return number == 65001;
+    default:
+      return false;
+  }
+}
+
+namespace {
+
+constexpr uint32_t kConvertersPerThread = 4;
+constexpr uint32_t kChunk = 256;  // UTF-16 units
+
+struct Entry {
+  uint32_t kind;
+  uint32_t number;
+  UConverter* converter;  // null while the entry is free
+};
+
+// The converters that a thread has opened. The guard is the thread's own but for the end of data
+// conversion, which may close them from another thread.
+struct Cache {
+  pthread_mutex_t guard = PTHREAD_MUTEX_INITIALIZER;
+  Entry entries[kConvertersPerThread] = {};
+  uint32_t next_victim = 0;
+  bool registered = false;
+  Cache* previous = nullptr;
+  Cache* next = nullptr;
+};
+
+pthread_mutex_t g_caches_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list
+Cache* g_caches = nullptr;
+thread_local constinit Cache t_cache;
+
+class Guard {
+ public:
+  explicit Guard(pthread_mutex_t& mutex) noexcept : mutex_(mutex) {
+    pthread_mutex_lock(&mutex_);
+  }
+  ~Guard() {
+    pthread_mutex_unlock(&mutex_);
+  }
+  Guard(const Guard&) = delete;
+  Guard& operator=(const Guard&) = delete;
+
+ private:
+  pthread_mutex_t& mutex_;
+};
+
+void close_all(Cache& cache) noexcept {
+  Guard guard(cache.guard);
+  for (Entry& entry : cache.entries) {
+    if (entry.converter != nullptr) ucnv_close(entry.converter);
+    entry = {};
+  }
+}
+
+void forget_thread(void* object) {
+  auto* cache = static_cast<Cache*>(object);
+  {
+    Guard guard(g_caches_guard);
+    if (cache->previous != nullptr) cache->previous->next = cache->next;
+    if (cache->next != nullptr) cache->next->previous = cache->previous;
+    if (g_caches == cache) g_caches = cache->next;
+    cache->previous = cache->next = nullptr;
+    cache->registered = false;
+  }
+  close_all(*cache);
+}
+
+// Makes sure that the thread's converters are closed when it ends.
+bool remember_thread(Cache& cache) noexcept {
+  if (cache.registered) return true;
+  if (!at_thread_exit(&forget_thread, &cache)) return false;
+  Guard guard(g_caches_guard);
+  cache.registered = true;
+  cache.next = g_caches;
+  if (g_caches != nullptr) g_caches->previous = &cache;
+  g_caches = &cache;
+  return true;
+}
+
+// What the library's own callbacks never do: nothing is substituted and nothing skipped, an error
+// stays an error. (ICU's own "stop" skips characters that need not be shown.)
+void refuse_bytes(const void*, UConverterToUnicodeArgs*, const char*, int32_t,
+                  UConverterCallbackReason, UErrorCode*) {}
+void refuse_character(const void*, UConverterFromUnicodeArgs*, const UChar*, int32_t, UChar32,
+                      UConverterCallbackReason, UErrorCode*) {}
+
+bool is_8bit(UConverterType type) noexcept {
+  switch (type) {
+    case UCNV_SBCS:
+    case UCNV_MBCS:
+    case UCNV_LATIN_1:
+    case UCNV_US_ASCII:
+    case UCNV_EBCDIC_STATEFUL:
+    case UCNV_UTF8:
+      return true;
+    default:
+      return false;
+  }
+}
+
+uint32_t open_by_name(const char* name, UConverter*& converter) noexcept {
+  UErrorCode error = U_ZERO_ERROR;
+  UConverter* opened = ucnv_open(name, &error);
+  if (error == U_MEMORY_ALLOCATION_ERROR) return kNoMemory;
+  if (U_FAILURE(error)) return kCodePageUnknown;
+  // A type of DBCS has two bytes a character throughout: no 8-bit text, and no terminator.
+  if (!is_8bit(ucnv_getType(opened)) || ucnv_getMinCharSize(opened) != 1) {
+    ucnv_close(opened);
+    return kCodePageUnknown;
+  }
+  ucnv_setToUCallBack(opened, &refuse_bytes, nullptr, nullptr, nullptr, &error);
+  ucnv_setFromUCallBack(opened, &refuse_character, nullptr, nullptr, nullptr, &error);
+  ucnv_setFallback(opened, false);
+  converter = opened;
+  return kOk;
+}
+
+uint32_t open_ibm(uint32_t number, UConverter*& converter) noexcept {
+  char name[24];
+  std::snprintf(name, sizeof name, "ibm-%u", number);
+  return open_by_name(name, converter);
+}
+
+uint32_t open_windows(uint32_t number, UConverter*& converter) noexcept {
+  char name[24];
+  std::snprintf(name, sizeof name, "windows-%u", number);
+  return open_by_name(name, converter);
+}
+
+uint32_t open_page(const CodePage& page, UConverter*& converter) noexcept {
+  switch (page.kind) {
+    case kCodePageAny: {
+      const uint32_t status = open_ibm(page.number, converter);
+      return status == kCodePageUnknown ? open_windows(page.number, converter) : status;
+    }
+    case kCodePageIbm:
+      return open_ibm(page.number, converter);
+    case kCodePageWindows:
+      return open_windows(page.number, converter);
+    default:
+      return kCodePageUnknown;
+  }
+}
+
+// The thread's converter for a code page, opened at its first use. Called under the cache's guard.
+uint32_t find_converter(Cache& cache, const CodePage& page, UConverter*& converter) noexcept {
+  Entry* free_entry = nullptr;
+  for (Entry& entry : cache.entries) {
+    if (entry.converter == nullptr) {
+      if (free_entry == nullptr) free_entry = &entry;
+    } else if (entry.kind == page.kind && entry.number == page.number) {
+      converter = entry.converter;
+      ucnv_reset(converter);
+      return kOk;
+    }
+  }
+  UConverter* opened = nullptr;
+  if (const uint32_t status = open_page(page, opened); status != kOk) return status;
+  if (free_entry == nullptr) {
+    free_entry = &cache.entries[cache.next_victim];
+    cache.next_victim = (cache.next_victim + 1) % kConvertersPerThread;
+    ucnv_close(free_entry->converter);
+  }
+  *free_entry = {page.kind, page.number, opened};
+  converter = opened;
+  return kOk;
+}
+
+uint32_t status_of(UErrorCode error, uint32_t text_error) noexcept {
+  return error == U_MEMORY_ALLOCATION_ERROR ? static_cast<uint32_t>(kNoMemory) : text_error;
+}
+
+uint32_t decode(UConverter* converter, const char* src, uint32_t bytes, wchar_t* dst,
+                uint32_t dst_chars, uint32_t& written) noexcept {
+  const char* const end = src + bytes;
+  uint32_t high = 0;  // a high surrogate whose other half is still to come
+  UErrorCode error = U_BUFFER_OVERFLOW_ERROR;
+  written = 0;
+  while (error == U_BUFFER_OVERFLOW_ERROR) {
+    UChar chunk[kChunk];
+    UChar* target = chunk;
+    error = U_ZERO_ERROR;
+    ucnv_toUnicode(converter, &target, chunk + kChunk, &src, end, nullptr, true, &error);
+    if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR) {
+      return status_of(error, kSourceInvalid);
+    }
+    for (const UChar* unit = chunk; unit < target; ++unit) {
+      uint32_t c = *unit;
+      if (high != 0) {
+        if (!is_low_surrogate(c)) return kSourceInvalid;
+        c = from_pair(high, c);
+        high = 0;
+      } else if (is_high_surrogate(c)) {
+        high = c;
+        continue;
+      } else if (is_surrogate(c)) {
+        return kSourceInvalid;
+      }
+      if (written == dst_chars) return kBufferTooSmall;
+      dst[written++] = static_cast<wchar_t>(c);
+    }
+  }
+  return high == 0 ? kOk : kSourceInvalid;
+}
+
+uint32_t encode(UConverter* converter, const wchar_t* src, uint32_t chars, char* dst,
+                uint32_t dst_bytes, uint32_t& written) noexcept {
+  char* target = dst;
+  char* const target_end = dst + dst_bytes;
+  uint32_t next = 0;
+  do {
+    UChar chunk[kChunk];
+    uint32_t units = 0;
+    for (; next < chars && units + 2 <= kChunk; ++next) {
+      const auto c = static_cast<uint32_t>(src[next]);
+      if (!is_character(c)) return kSourceInvalid;
+      if (c < 0x10000) {
+        chunk[units++] = static_cast<UChar>(c);
+      } else {
+        chunk[units++] = high_of(c);
+        chunk[units++] = low_of(c);
+      }
+    }
+    const UChar* source = chunk;
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_fromUnicode(converter, &target, target_end, &source, chunk + units, nullptr, next == chars,
+                     &error);
+    if (error == U_BUFFER_OVERFLOW_ERROR) return kBufferTooSmall;
+    if (U_FAILURE(error)) return status_of(error, kCharacterNotInTarget);
+  } while (next < chars);
+  written = static_cast<uint32_t>(target - dst);
+  return kOk;
+}
+
+uint32_t decode_utf8(const char* src, uint32_t bytes, wchar_t* dst, uint32_t dst_chars,
+                     uint32_t& written) noexcept {
+  const auto* next = reinterpret_cast<const uint8_t*>(src);
+  const uint8_t* const end = next + bytes;
+  written = 0;
+  while (next < end) {
+    uint32_t c = 0;
+    if (!get_utf8(next, end, c)) return kSourceInvalid;
+    if (written == dst_chars) return kBufferTooSmall;
+    dst[written++] = static_cast<wchar_t>(c);
+  }
+  return kOk;
+}
+
+uint32_t encode_utf8(const wchar_t* src, uint32_t chars, char* dst, uint32_t dst_bytes,
+                     uint32_t& written) noexcept {
+  written = 0;
+  for (uint32_t i = 0; i < chars; ++i) {
+    const auto c = static_cast<uint32_t>(src[i]);
+    if (!is_character(c)) return kSourceInvalid;
+    if (dst_bytes - written < utf8_length(c)) return kBufferTooSmall;
+    put_utf8(c, reinterpret_cast<uint8_t*>(dst) + written);
+    written += utf8_length(c);
+  }
+  return kOk;
+}
+
+}  // namespace
+
+uint32_t bytes_to_wide(const CodePage& page, const char* src, uint32_t bytes, wchar_t* dst,
+                       uint32_t dst_chars, uint32_t& written) noexcept {
+  if (page.is_utf8()) return decode_utf8(src, bytes, dst, dst_chars, written);
+  Cache& cache = t_cache;
+  if (!remember_thread(cache)) return kNoMemory;
+  Guard guard(cache.guard);
+  UConverter* converter = nullptr;
+  if (const uint32_t status = find_converter(cache, page, converter); status != kOk) return status;
+  return decode(converter, src, bytes, dst, dst_chars, written);
+}
+
+uint32_t wide_to_bytes(const CodePage& page, const wchar_t* src, uint32_t chars, char* dst,
+                       uint32_t dst_bytes, uint32_t& written) noexcept {
+  if (page.is_utf8()) return encode_utf8(src, chars, dst, dst_bytes, written);
+  Cache& cache = t_cache;
+  if (!remember_thread(cache)) return kNoMemory;
+  Guard guard(cache.guard);
+  UConverter* converter = nullptr;
+  if (const uint32_t status = find_converter(cache, page, converter); status != kOk) return status;
+  return encode(converter, src, chars, dst, dst_bytes, written);
+}
+
+}  // namespace tavo::platform
+
+using namespace tavo::platform;
+
+TAVO_PLATFORM_API uint32_t TAVOInitDataConversion(void) {
+  UErrorCode error = U_ZERO_ERROR;
+  u_init(&error);
+  return U_FAILURE(error) ? kConversionUnavailable : kOk;
+}
+
+TAVO_PLATFORM_API uint32_t TAVOTermDataConversion(void) {
+  Guard guard(g_caches_guard);
+  for (Cache* cache = g_caches; cache != nullptr; cache = cache->next) {
+    close_all(*cache);
+  }
+  return kOk;
+}

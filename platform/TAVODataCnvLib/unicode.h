@@ -1,0 +1,83 @@
+// One character at a time between the Unicode encoding forms.
+#pragma once
+
+#include <cstdint>
+
+namespace tavo::platform {
+
+constexpr bool is_surrogate(uint32_t c) noexcept {
+  return (c & 0xFFFFF800U) == 0xD800;
+}
+constexpr bool is_high_surrogate(uint32_t c) noexcept {
+  return (c & 0xFFFFFC00U) == 0xD800;
+}
+constexpr bool is_low_surrogate(uint32_t c) noexcept {
+  return (c & 0xFFFFFC00U) == 0xDC00;
+}
+// A Unicode scalar value: what a character of wide text may be.
+constexpr bool is_character(uint32_t c) noexcept {
+  return c <= 0x10FFFF && !is_surrogate(c);
+}
+constexpr uint32_t from_pair(uint32_t high, uint32_t low) noexcept {
+  return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
+constexpr uint16_t high_of(uint32_t c) noexcept {
+  return static_cast<uint16_t>(0xD7C0 + (c >> 10));
+}
+constexpr uint16_t low_of(uint32_t c) noexcept {
+  return static_cast<uint16_t>(0xDC00 + (c & 0x3FF));
+}
+
+// Bytes that a character needs in UTF-8.
+constexpr uint32_t utf8_length(uint32_t c) noexcept {
+  return c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
+}
+
+// Writes a character as UTF-8; dst has utf8_length(c) bytes.
+inline void put_utf8(uint32_t c, uint8_t* dst) noexcept {
+  const auto tail = [c](uint32_t shift) {
+    return static_cast<uint8_t>(0x80 | ((c >> shift) & 0x3F));
+  };
+  switch (utf8_length(c)) {
+    case 1:
+      dst[0] = static_cast<uint8_t>(c);
+      return;
+    case 2:
+      dst[0] = static_cast<uint8_t>(0xC0 | (c >> 6));
+      dst[1] = tail(0);
+      return;
+    case 3:
+      dst[0] = static_cast<uint8_t>(0xE0 | (c >> 12));
+      dst[1] = tail(6);
+      dst[2] = tail(0);
+      return;
+    default:
+      dst[0] = static_cast<uint8_t>(0xF0 | (c >> 18));
+      dst[1] = tail(12);
+      dst[2] = tail(6);
+      dst[3] = tail(0);
+      return;
+  }
+}
+
+// Reads one character of UTF-8 at src, src < end, and moves src behind it. Returns false for what
+// no encoder writes: a stray or missing continuation byte, an overlong form, a surrogate, a value
+// above U+10FFFF.
+inline bool get_utf8(const uint8_t*& src, const uint8_t* end, uint32_t& c) noexcept {
+  const uint32_t lead = *src++;
+  if (lead < 0x80) {
+    c = lead;
+    return true;
+  }
+  if (lead < 0xC2 || lead > 0xF4) return false;
+  const int tails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+  if (end - src < tails) return false;
+  c = lead & (0x3FU >> tails);
+  for (int i = 0; i < tails; ++i, ++src) {
+    if ((*src & 0xC0) != 0x80) return false;
+    c = (c << 6) | (*src & 0x3FU);
+  }
+  return utf8_length(c) == static_cast<uint32_t>(tails) + 1 && is_character(c);
+}
+
+}  // namespace tavo::platform
