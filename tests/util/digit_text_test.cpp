@@ -69,10 +69,14 @@ TEST(NumberToDigits, TakesTheMagnitudeOfANegativeValue) {
 TEST(NumberToDigits, RefusesANegativeWidthAndWritesNothing) {
   auto out = untouched<char>();
   auto wide = untouched<wchar_t>();
-  EXPECT_EQ(kFailed, PXIntToNum(1, -1, out.data()));
-  EXPECT_EQ(kFailed, PXLongToNum(1, -1, out.data()));
-  EXPECT_EQ(kFailed, PXIntToNumW(1, -1, wide.data()));
-  EXPECT_EQ(kFailed, PXLongToNumW(1, std::numeric_limits<int16_t>::min(), wide.data()));
+  // In the middle of a buffer, so that a write in front of it would show.
+  for (const int32_t value : {0, 1}) {
+    EXPECT_EQ(kFailed, PXIntToNum(value, -1, out.data() + 20));
+    EXPECT_EQ(kFailed, PXLongToNum(value, -1, out.data() + 20));
+    EXPECT_EQ(kFailed, PXIntToNumW(value, -1, wide.data() + 20));
+    EXPECT_EQ(kFailed, PXLongToNumW(value, -20, wide.data() + 20));
+    EXPECT_EQ(kFailed, PXLongToNumW(value, std::numeric_limits<int16_t>::min(), wide.data() + 20));
+  }
   EXPECT_EQ(untouched<char>(), out);
   EXPECT_EQ(untouched<wchar_t>(), wide);
 }
