@@ -97,7 +97,8 @@ TAVO_API int32_t StringWNCaseCompare(const wchar_t* first, const wchar_t* second
  * Blanks before an element are skipped and those behind an unquoted one are dropped. A backslash is
  * dropped and makes the next character an ordinary one. An element that begins with a quote keeps
  * its quotes and its case, and what stands between its closing quote and the separator is skipped;
- * any other element comes in upper case. A quoted element that the text ends is delivered as it is.
+ * any other element comes in upper case. A quoted element that the text ends loses its last blanks
+ * and keeps its case.
  * Returns the position just after the separator, in characters, or one of the codes above. A null
  * text, out or outLength, or a negative start, is -3. */
 TAVO_API int32_t TAVO_GetNextElement(const wchar_t* text, wchar_t* out, uint32_t* outLength,
