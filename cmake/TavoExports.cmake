@@ -1,15 +1,18 @@
 # tavo_write_exports(OUTPUT HEADER...): writes a linker version script with every name that the
-# public headers mark with TAVO_API, so that the list of exports stands in the headers only.
+# public headers mark with TAVO_API, so that the list of exports stands in the headers only. A
+# declaration starts a line with TAVO_API and has its name on that line.
 function(tavo_write_exports output)
   set(names "")
   foreach(header ${ARGN})
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
-    file(STRINGS ${header} lines REGEX "^TAVO_API ")
-    foreach(line ${lines})
-      if(NOT line MATCHES "([A-Za-z_][A-Za-z_0-9]*)[ ]*(\\(|\\[|$)")
-        message(FATAL_ERROR "${header}: no name on this line: ${line}")
+    file(READ ${header} text)
+    string(REPLACE ";" "@" text "${text}") # a list separator to CMake
+    string(REPLACE "[" "@" text "${text}") # a quote of sorts to CMake
+    string(REGEX MATCHALL "\nTAVO_API [^\n@(]*" declarations "${text}")
+    foreach(declaration IN LISTS declarations)
+      if(NOT declaration MATCHES "([A-Za-z_][A-Za-z_0-9]*) *$")
+        message(FATAL_ERROR "${header}: no name on this line: ${declaration}")
       endif()
-      string(REGEX MATCH "([A-Za-z_][A-Za-z_0-9]*)[ ]*[(;[]" ignored "${line};")
       list(APPEND names ${CMAKE_MATCH_1})
     endforeach()
   endforeach()
@@ -20,6 +23,8 @@ function(tavo_write_exports output)
   if(NOT count EQUAL unique)
     message(FATAL_ERROR "A name is declared twice in the public headers")
   endif()
-  list(JOIN names ";\n    " body)
-  file(CONFIGURE OUTPUT ${output} CONTENT "TAVOPARSER_1 {\n  global:\n    ${body};\n  local:\n    *;\n};\n")
+  list(JOIN names "@\n    " body)
+  set(script "TAVOPARSER_1 {\n  global:\n    ${body}@\n  local:\n    *@\n}@\n")
+  string(REPLACE "@" ";" script "${script}")
+  file(GENERATE OUTPUT ${output} CONTENT "${script}")
 endfunction()

@@ -13,7 +13,7 @@ TAVO_BEGIN_DECLS
 
 /* The position in a recorded syntax error counts within its line; this is the whole truth. */
 typedef struct TAVOErrorLocation {
-  uint32_t messageId; /* 7139, 7140 or 7099 */
+  uint32_t messageId; /* 7139, or 7140 for a bad separator */
   uint32_t offset;    /* 0-based offset in characters of the parameter string */
   uint32_t length;    /* characters to point at; 0 at the end of the string */
   uint32_t line;      /* 1-based */

@@ -1,0 +1,133 @@
+// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's common
+// tokens, and a token pool of our own. The runtime's pool would clear a quarter of a megabyte for
+// every lexer, most of the cost of a short parse.
+#pragma once
+
+#include <antlr3.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "Grammar/scanner.h"
+#include "TAVOGrammar.h"
+
+namespace tavo {
+
+// Where a recognition error of the lexer is, and what it stumbled over.
+struct BrokenPlace {
+  RecognitionError error = RecognitionError::kNone;
+  const uint16_t* text = nullptr;  // the offending character, or the end of the text
+};
+
+// Hands out tokens from a first chunk inside the object, then from ever larger ones on the heap.
+class TokenPool {
+ public:
+  TokenPool() = default;
+  TokenPool(const TokenPool&) = delete;
+  TokenPool& operator=(const TokenPool&) = delete;
+  ~TokenPool();
+
+  // A token with nothing but uninitialized fields; null when memory is refused.
+  ANTLR3_COMMON_TOKEN* take() {
+    if (next_ == limit_) return take_from_new_chunk();
+    return next_++;
+  }
+
+ private:
+  static constexpr size_t kFirstChunk = 40;  // enough for statements of about 130 characters
+  struct Chunk {
+    Chunk* previous;
+    ANTLR3_COMMON_TOKEN tokens[1];
+  };
+
+  ANTLR3_COMMON_TOKEN* take_from_new_chunk();
+
+  ANTLR3_COMMON_TOKEN first_[kFirstChunk];
+  ANTLR3_COMMON_TOKEN* next_ = first_;
+  ANTLR3_COMMON_TOKEN* limit_ = first_ + kFirstChunk;
+  Chunk* chunks_ = nullptr;
+  size_t next_size_ = kFirstChunk * 2;
+};
+
+// Position within the text, kept from line end to line end only.
+struct LineCursor {
+  const uint16_t* line_start = nullptr;
+  uint32_t line = 1;
+  uint32_t pairs_in_line = 0;  // surrogate pairs between line_start and the cursor
+  uint32_t pairs = 0;          // surrogate pairs before the cursor
+
+  // The runtime's character position of a place in the present line. On the first line it is one
+  // less than the column, as the runtime counts, but never below 0: a position of -1 would read as
+  // "unknown" in an error.
+  int32_t character_position(const uint16_t* place) const {
+    const auto column = static_cast<int32_t>(place - line_start) -
+                        static_cast<int32_t>(pairs_in_line);
+    return line == 1 && column > 0 ? column - 1 : column;
+  }
+  // Moves over text that may contain line ends and surrogate pairs.
+  void advance(const uint16_t* from, const uint16_t* to);
+};
+
+class LexerObject {
+ public:
+  // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null.
+  // Returns false when memory is refused or the stream is not UTF-16.
+  bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state);
+  // Frees what the runtime made for the object, not the object.
+  void close();
+
+  pTAVOLexer context() {
+    return &context_;
+  }
+  pANTLR3_BASE_RECOGNIZER recognizer() {
+    return context_.pLexer->rec;
+  }
+  pANTLR3_TOKEN_SOURCE token_source() {
+    return context_.pLexer->rec->state->tokSource;
+  }
+
+  const BrokenPlace& first_broken() const {
+    return first_broken_;
+  }
+  bool out_of_memory() const {
+    return out_of_memory_;
+  }
+  const uint16_t* text() const {
+    return begin_;
+  }
+  const uint16_t* text_end() const {
+    return end_;
+  }
+
+  // The object behind a lexer context or behind one of its token sources; null for a foreign one.
+  static LexerObject* from_context(pTAVOLexer context);
+  static LexerObject* from_token_source(pANTLR3_TOKEN_SOURCE source);
+
+ private:
+  pANTLR3_COMMON_TOKEN next_token();
+  pANTLR3_COMMON_TOKEN end_of_input();
+  pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
+  void drop_broken(const uint16_t* start, const Lexeme& lexeme);
+  void record_first_broken(const uint16_t* offending, RecognitionError error);
+  int32_t end_position() const;
+  void match_one_token();
+  void synchronize_input();
+
+  static pANTLR3_COMMON_TOKEN next_token_of(pANTLR3_TOKEN_SOURCE source);
+  static pANTLR3_COMMON_TOKEN new_token_of(pANTLR3_TOKEN_FACTORY factory);
+
+  TAVOLexer context_;  // first: the object is found through its context
+  ANTLR3_RECOGNIZER_SHARED_STATE own_state_;
+  ANTLR3_TOKEN_SOURCE source_;
+  ANTLR3_TOKEN_FACTORY factory_;
+  pANTLR3_INPUT_STREAM input_;
+  const uint16_t* begin_;
+  const uint16_t* end_;
+  const uint16_t* next_;
+  LineCursor cursor_;
+  BrokenPlace first_broken_;
+  bool out_of_memory_ = false;
+  TokenPool pool_;
+};
+
+}  // namespace tavo

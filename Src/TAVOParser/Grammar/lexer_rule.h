@@ -1,0 +1,15 @@
+// One lexer rule by itself, as the recognizer's rule function of that name would run: committed to
+// its token from the first character on. The dispatch never works this way; tests and tools do.
+#pragma once
+
+#include <cstdint>
+
+#include "Grammar/scanner.h"
+
+namespace tavo {
+
+// Runs the rule m<token name> at text. type: a token type or fragment, 4 to 350; other numbers end
+// in kNoViableAlternative at text.
+Match match_rule(uint32_t type, const uint16_t* text, const uint16_t* end);
+
+}  // namespace tavo

@@ -1,0 +1,312 @@
+#include "Grammar/scanner.h"
+
+#include <string_view>
+
+#include "Grammar/character_class.h"
+#include "Grammar/vocabulary.h"
+#include "TAVOParserTokens.h"
+
+namespace tavo {
+namespace {
+
+using Unit = uint16_t;
+
+constexpr Match matched(const Unit* stop) {
+  return {stop, RecognitionError::kNone};
+}
+constexpr Match failed(const Unit* offending, RecognitionError error) {
+  return {offending, error};
+}
+
+bool at(const Unit* text, const Unit* end, uint32_t character) {
+  return text != end && *text == character;
+}
+
+// The characters of a keyword, in either case.
+Match match_letters(const Unit* text, const Unit* end, std::string_view upper) {
+  for (char c : upper) {
+    if (text == end || to_upper(*text) != static_cast<unsigned char>(c)) {
+      return failed(text, RecognitionError::kMismatchedSet);
+    }
+    ++text;
+  }
+  return matched(text);
+}
+
+// A chain of rules: each step does nothing once a step has failed.
+class Sequence {
+ public:
+  Sequence(const Unit* text, const Unit* end) : match_(matched(text)), end_(end) {}
+
+  Sequence& character(uint32_t expected) {
+    if (!match_.ok()) return *this;
+    match_ = at(match_.stop, end_, expected)
+                 ? matched(match_.stop + 1)
+                 : failed(match_.stop, RecognitionError::kMismatchedToken);
+    return *this;
+  }
+  Sequence& rule(Match (*matcher)(const Unit*, const Unit*)) {
+    if (match_.ok()) match_ = matcher(match_.stop, end_);
+    return *this;
+  }
+  Sequence& letters(std::string_view upper) {
+    if (match_.ok()) match_ = match_letters(match_.stop, end_, upper);
+    return *this;
+  }
+  Sequence& fail(RecognitionError error) {
+    if (match_.ok()) match_ = failed(match_.stop, error);
+    return *this;
+  }
+  // Upper-case letter at the present place, or 0 at the end or after a failure.
+  uint32_t next() const {
+    return match_.ok() && match_.stop != end_ ? to_upper(*match_.stop) : 0;
+  }
+  Match match() const {
+    return match_;
+  }
+
+ private:
+  Match match_;
+  const Unit* end_;
+};
+
+const Unit* end_of_run(const Unit* text, const Unit* end) {
+  while (text != end && is_word(*text)) ++text;
+  return text;
+}
+
+// ( INTEGER , INTEGER
+Sequence& integer_pair(Sequence& sequence) {
+  return sequence.character('(').rule(match_integer).character(',').rule(match_integer);
+}
+
+Match match_copy_range(const Unit* text, const Unit* end) {
+  Sequence range(text, end);
+  integer_pair(range);
+  if (range.next() == ',') range.character(',').rule(match_quoted_string);
+  return range.character(')').match();
+}
+
+bool begins_copy_ranges(const Unit* text, const Unit* end) {
+  const Unit* p = text + 1;
+  if (p != end && is_sign(*p)) ++p;
+  return p != end && is_digit(*p);
+}
+
+// The longest structured value with blanks that stands here, or null.
+const Unit* match_value_with_blanks(const Unit* text, const Unit* end, uint16_t* type) {
+  const Unit* longest = nullptr;
+  for (uint16_t index : spellings_with_blanks()) {
+    const std::string_view value = spelling(index);
+    if (longest != nullptr && value.size() <= static_cast<size_t>(longest - text)) continue;
+    const Match match = match_letters(text, end, value);
+    if (match.ok()) {
+      longest = match.stop;
+      *type = type_of_spelling(index);
+    }
+  }
+  return longest;
+}
+
+constexpr Lexeme token(const Unit* stop, uint16_t type) {
+  return {stop, type, RecognitionError::kNone, false, false};
+}
+constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
+  return {stop, type, RecognitionError::kNone, true, true};
+}
+// A token that can hold a quoted string, and so line ends.
+constexpr Lexeme token_or_broken(Match match, uint16_t type) {
+  return {match.stop, match.ok() ? type : uint16_t{0}, match.error, false, true};
+}
+
+// A run of word characters: keyword, structured value, number or unquoted string.
+Lexeme scan_word(const Unit* text, const Unit* end) {
+  FoldedWord word;
+  uint8_t any = 0;
+  uint8_t all_but_first = 0xFF;
+  const Unit* p = text;
+  for (; p != end; ++p) {
+    const uint8_t c = class_of(*p);
+    if ((c & kWord) == 0) break;
+    const size_t i = static_cast<size_t>(p - text);
+    if (i < kLongestSpelling) word.text[i] = static_cast<char>(to_upper(*p));
+    any |= c;
+    if (i != 0) all_but_first &= c;
+  }
+  word.length = static_cast<size_t>(p - text);
+
+  if (p != end && *p == ' ' && (class_of(*text) & kDigit) != 0) {
+    uint16_t type = 0;
+    const Unit* stop = match_value_with_blanks(text, end, &type);
+    if (stop != nullptr && stop > p) return token(stop, type);
+  }
+  if (word.length <= kLongestSpelling) {
+    const WordMatch found = find_word(word);
+    const bool exact = (any & kLower) == 0;
+    if (found.type != 0 && (found.kind != TokenKind::kKeyLiteral || exact)) {
+      const bool affix = found.type == TAVO_PARSER_TOKEN_PREFIX ||
+                         found.type == TAVO_PARSER_TOKEN_SUFFIX ||
+                         found.type == TAVO_PARSER_TOKEN_OVERLAY;
+      if (affix && at(p, end, '(')) {
+        return token_or_broken(match_affix(text, end),
+                               TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
+      }
+      return token(p, found.type);
+    }
+  }
+  const bool digits_follow = (all_but_first & kDigit) != 0;
+  const bool first_digit = is_digit(*text);
+  if (digits_follow && (first_digit || (*text == '-' && word.length > 1))) {
+    return token(p, INTEGER);
+  }
+  return token(p, TAVO_PARSER_STRING_WITHOUT_QUOTES);
+}
+
+Lexeme scan_other(const Unit* text, const Unit* end) {
+  switch (*text) {
+    case ',': return token(text + 1, COMMA);
+    case '=': return token(text + 1, EQUAL);
+    case ')': return token(text + 1, RIGHT_PARENTHESIS);
+    case '\'': return token(text + 1, SINGLE_QUOTE);
+    case '\\': return token(text + 1, BACKSLASH);
+    case '"':
+      if (text + 1 == end) return token(end, QUOTE);
+      return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
+    case '/':
+      if (at(text + 1, end, '/')) return hidden(match_comment(text, end).stop, COMMENT);
+      if (at(text + 1, end, '*')) {
+        Lexeme comment = token_or_broken(match_comment(text, end), COMMENT);
+        comment.hidden = true;
+        return comment;
+      }
+      break;
+    case '#':
+      if (text + 1 != end && (text[1] == '"' || is_word(text[1]))) {
+        return token_or_broken(match_seed_field_name(text, end), TAVO_PARSER_SEED_FLDNAME);
+      }
+      break;
+    case '@':
+      if (text + 1 != end && is_word(text[1])) {
+        return token(end_of_run(text + 1, end), TAVO_PARSER_ENV_VAR);
+      }
+      break;
+    case '(':
+      if (begins_copy_ranges(text, end)) {
+        return token_or_broken(match_copy_ranges(text, end), TAVO_PARSER_COPY_COL_SYNTAX);
+      }
+      return token(text + 1, LEFT_PARENTHESIS);
+    case '+':
+      if (text + 1 != end && is_digit(text[1])) return token(match_integer(text, end).stop, INTEGER);
+      break;
+    default: break;
+  }
+  return token_or_broken(match_bad_separator(text, end), BAD_SEP);
+}
+
+}  // namespace
+
+Lexeme scan(const Unit* text, const Unit* end) {
+  const uint8_t c = class_of(*text);
+  if ((c & kWord) != 0) return scan_word(text, end);
+  if ((c & kBlank) != 0) return hidden(match_blanks(text, end).stop, WHITESPACE);
+  return scan_other(text, end);
+}
+
+const Unit* next_character(const Unit* text, const Unit* end) {
+  const bool pair =
+      is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
+  return text + (pair ? 2 : 1);
+}
+
+Match match_word_run(const Unit* text, const Unit* end) {
+  const Unit* stop = end_of_run(text, end);
+  return stop == text ? failed(text, RecognitionError::kEarlyExit) : matched(stop);
+}
+
+Match match_integer(const Unit* text, const Unit* end) {
+  if (text != end && is_sign(*text)) ++text;
+  const Unit* digits = text;
+  while (text != end && is_digit(*text)) ++text;
+  return text == digits ? failed(text, RecognitionError::kEarlyExit) : matched(text);
+}
+
+Match match_quoted_string(const Unit* text, const Unit* end) {
+  if (!at(text, end, '"')) return failed(text, RecognitionError::kMismatchedToken);
+  for (++text; text != end; ++text) {
+    if (*text == '"') return matched(text + 1);
+    if (*text == '\\' && at(text + 1, end, '"')) {
+      ++text;
+    } else if (next_character(text, end) == text + 2) {
+      return failed(text, RecognitionError::kMismatchedSet);
+    }
+  }
+  return failed(end, RecognitionError::kMismatchedToken);
+}
+
+Match match_comment(const Unit* text, const Unit* end) {
+  if (!at(text, end, '/')) return failed(text, RecognitionError::kMismatchedToken);
+  ++text;
+  if (at(text, end, '/')) {
+    while (text != end && *text != '\r' && *text != '\n') ++text;
+    return matched(text);
+  }
+  if (!at(text, end, '*')) return failed(text, RecognitionError::kNoViableAlternative);
+  for (++text; text != end; ++text) {
+    if (*text == '*' && at(text + 1, end, '/')) return matched(text + 2);
+  }
+  return failed(end, RecognitionError::kMismatchedToken);
+}
+
+Match match_blanks(const Unit* text, const Unit* end) {
+  const Unit* p = text;
+  while (p != end && is_blank(*p)) ++p;
+  return p == text ? failed(text, RecognitionError::kEarlyExit) : matched(p);
+}
+
+Match match_environment_variable(const Unit* text, const Unit* end) {
+  return Sequence(text, end).character('@').rule(match_word_run).match();
+}
+
+Match match_seed_field_name(const Unit* text, const Unit* end) {
+  Sequence name(text, end);
+  name.character('#');
+  if (name.next() == '"') return name.rule(match_quoted_string).match();
+  if (name.next() != 0 && is_word(name.next())) return name.rule(match_word_run).match();
+  return name.fail(RecognitionError::kNoViableAlternative).match();
+}
+
+Match match_copy_ranges(const Unit* text, const Unit* end) {
+  if (!at(text, end, '(')) return failed(text, RecognitionError::kEarlyExit);
+  Match range = matched(text);
+  while (range.ok() && at(range.stop, end, '(')) range = match_copy_range(range.stop, end);
+  return range;
+}
+
+Match match_affix(const Unit* text, const Unit* end) {
+  Sequence affix(text, end);
+  if (affix.next() == 'O') {
+    integer_pair(affix.letters("OVERLAY"));
+    return affix.character(',').rule(match_quoted_string).character(')').match();
+  }
+  switch (affix.next()) {
+    case 'P': affix.letters("PREFIX"); break;
+    case 'S': affix.letters("SUFFIX"); break;
+    default: return failed(text, RecognitionError::kNoViableAlternative);
+  }
+  affix.character('(');
+  switch (affix.next()) {
+    case '"': affix.rule(match_quoted_string); break;
+    case 'S': integer_pair(affix.letters("SEQ")).character(')'); break;
+    case 'R': integer_pair(affix.letters("RAND")).character(')'); break;
+    default: affix.fail(RecognitionError::kNoViableAlternative); break;
+  }
+  return affix.character(')').match();
+}
+
+Match match_bad_separator(const Unit* text, const Unit* end) {
+  const bool accepted =
+      text != end && *text != ',' && next_character(text, end) == text + 1;
+  return accepted ? matched(text + 1) : failed(text, RecognitionError::kMismatchedSet);
+}
+
+}  // namespace tavo

@@ -1,0 +1,58 @@
+// The lexical rules, as functions over UTF-16 text: what is the token at this place? Nothing here
+// knows the runtime, keeps state or asks for memory.
+#pragma once
+
+#include <cstdint>
+
+namespace tavo {
+
+// Kinds of recognition error, numbered as the runtime numbers its exceptions.
+enum class RecognitionError : uint8_t {
+  kNone = 0,
+  kMismatchedToken = 2,
+  kNoViableAlternative = 3,
+  kMismatchedSet = 4,
+  kEarlyExit = 5,
+};
+
+// Where a rule ended. Without an error `stop` is one past its last code unit; with one it is the
+// offending character, or the end of the text when the text ended too soon.
+struct Match {
+  const uint16_t* stop;
+  RecognitionError error;
+
+  constexpr bool ok() const {
+    return error == RecognitionError::kNone;
+  }
+};
+
+// What stands at one place of the text.
+struct Lexeme {
+  const uint16_t* stop;  // as in Match
+  uint16_t type;         // token type; 0 when the lexeme is broken
+  RecognitionError error;
+  bool hidden;      // white space or a comment
+  bool multi_line;  // may contain line ends or surrogate pairs
+};
+
+// Recognizes the one token at text, which is before end. Always takes at least one code unit,
+// except that a broken lexeme's offending character may be the first one.
+Lexeme scan(const uint16_t* text, const uint16_t* end);
+
+// One past the character at text: two units for a surrogate pair. text is before end.
+const uint16_t* next_character(const uint16_t* text, const uint16_t* end);
+
+// ---- single rules, each committed from its first character on ----------------------------------
+
+Match match_word_run(const uint16_t* text, const uint16_t* end);       // unquoted string
+Match match_integer(const uint16_t* text, const uint16_t* end);        // sign and digits
+Match match_quoted_string(const uint16_t* text, const uint16_t* end);  // "..."
+Match match_comment(const uint16_t* text, const uint16_t* end);
+Match match_blanks(const uint16_t* text, const uint16_t* end);
+Match match_environment_variable(const uint16_t* text, const uint16_t* end);  // @NAME
+Match match_seed_field_name(const uint16_t* text, const uint16_t* end);       // #NAME
+Match match_copy_ranges(const uint16_t* text, const uint16_t* end);           // (1,4)(7,2)
+Match match_affix(const uint16_t* text, const uint16_t* end);  // PREFIX(...), OVERLAY(...)
+Match match_bad_separator(const uint16_t* text, const uint16_t* end);
+
+}  // namespace tavo

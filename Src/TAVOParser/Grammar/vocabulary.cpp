@@ -1,0 +1,201 @@
+#include "Grammar/vocabulary.h"
+
+#include <array>
+#include <bit>
+#include <cstring>
+
+#include "TAVOParser.h"
+
+namespace tavo {
+namespace {
+
+// ---- rows --------------------------------------------------------------------------------------
+
+struct Row {
+  uint16_t type;
+  TokenKind kind;
+  std::array<std::string_view, 72> spellings;  // ends at the first empty one
+};
+
+template <typename... Spelling>
+constexpr Row row(unsigned type, TokenKind kind, Spelling... spellings) {
+  return {static_cast<uint16_t>(type), kind, {std::string_view(spellings)...}};
+}
+
+consteval auto make_rows() {
+  return std::to_array<Row>({
+#define TAVO_PUNCTUATION(number, name, text) row(number, TokenKind::kPunctuation, text),
+#define TAVO_PATTERN(number, name, description) row(number, TokenKind::kPattern),
+#define TAVO_KEYWORD(number, name, ...) row(number, TokenKind::kKeyword, __VA_ARGS__),
+#define TAVO_NUMBERED_KEYWORD(number, name, word) row(number, TokenKind::kNumberedKeyword, word),
+#define TAVO_VALUE(number, name, ...) row(number, TokenKind::kValue, __VA_ARGS__),
+#define TAVO_KEY_LITERAL(number, name, text) row(number, TokenKind::kKeyLiteral, text),
+#define TAVO_FRAGMENT(number, name) row(number, TokenKind::kFragment),
+#include "TAVOVocabulary.def"
+  });
+}
+
+struct Extent {
+  size_t spellings = 0;
+  size_t characters = 0;
+  size_t with_blanks = 0;
+};
+
+consteval Extent measure() {
+  Extent extent;
+  for (const Row& r : make_rows()) {
+    for (std::string_view s : r.spellings) {
+      if (s.empty()) break;
+      ++extent.spellings;
+      extent.characters += s.size() + 1;
+      if (s.find(' ') != std::string_view::npos) ++extent.with_blanks;
+    }
+  }
+  return extent;
+}
+constexpr Extent kExtent = measure();
+
+struct Spelling {
+  uint16_t offset;  // into the characters
+  uint16_t type;
+  uint8_t length;
+  TokenKind kind;
+};
+
+// ---- hashing -----------------------------------------------------------------------------------
+
+constexpr uint64_t pack(const char* text, size_t count) {
+  uint64_t packed = 0;
+  for (size_t i = 0; i < count; ++i) {
+    packed |= uint64_t{static_cast<uint8_t>(text[i])} << (8 * i);
+  }
+  return packed;
+}
+
+inline constexpr unsigned kSlotBits = 11;
+
+// First eight and last eight characters and the length tell nearly all spellings apart.
+constexpr uint32_t mix(uint64_t head, uint64_t tail, size_t length) {
+  uint64_t h = head * 0x9E3779B97F4A7C15u;
+  h ^= std::rotl(tail, 29) * 0xC2B2AE3D27D4EB4Fu;
+  h += length * 0x165667B19E3779F9u;
+  h ^= h >> 32;
+  return static_cast<uint32_t>((h * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits));
+}
+
+constexpr uint32_t hash_of(std::string_view s) {
+  const size_t head = s.size() < 8 ? s.size() : 8;
+  return mix(pack(s.data(), head), pack(s.data() + s.size() - head, head), s.size());
+}
+
+// ---- tables ------------------------------------------------------------------------------------
+
+struct Tables {
+  std::array<TokenInfo, kTokenTypeCount> tokens{};
+  std::array<Spelling, kExtent.spellings> spellings{};
+  std::array<char, kExtent.characters> characters{};  // each spelling terminated
+  std::array<uint16_t, kExtent.with_blanks> with_blanks{};
+  std::array<uint16_t, 1u << kSlotBits> slots{};  // index of a spelling + 1, or 0
+  size_t longest = 0;
+};
+
+// Not constant, so that calling them while the tables are made stops the compiler.
+void a_token_number_stands_twice() {}
+void a_token_number_is_missing() {}
+
+consteval Tables make_tables() {
+  Tables t;
+  size_t spelling = 0, character = 0, blank = 0;
+  for (const Row& r : make_rows()) {
+    TokenInfo& info = t.tokens[r.type];
+    if (info.kind != TokenKind::kReserved) a_token_number_stands_twice();
+    info = {r.kind, static_cast<uint16_t>(spelling), 0};
+    for (std::string_view s : r.spellings) {
+      if (s.empty()) break;
+      t.spellings[spelling] = {static_cast<uint16_t>(character), r.type,
+                               static_cast<uint8_t>(s.size()), r.kind};
+      for (char c : s) t.characters[character++] = c;
+      ++character;
+      if (s.size() > t.longest) t.longest = s.size();
+      const bool has_blank = s.find(' ') != std::string_view::npos;
+      if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
+      if (!has_blank && r.kind != TokenKind::kPunctuation) {
+        uint32_t slot = hash_of(s);
+        while (t.slots[slot] != 0) slot = (slot + 1) % t.slots.size();
+        t.slots[slot] = static_cast<uint16_t>(spelling + 1);
+      }
+      ++spelling;
+      ++info.spelling_count;
+    }
+  }
+  for (size_t type = 4; type < kTokenTypeCount; ++type) {
+    if (t.tokens[type].kind == TokenKind::kReserved) a_token_number_is_missing();
+  }
+  return t;
+}
+constexpr Tables kTables = make_tables();
+static_assert(kTables.longest <= kLongestSpelling);
+
+uint64_t load8(const char* text) {
+  uint64_t packed;
+  std::memcpy(&packed, text, sizeof packed);
+  return packed;
+}
+static_assert(std::endian::native == std::endian::little);
+
+bool in_numbered_range(const char* digits, size_t count) {
+  const auto digit = [&](size_t i) { return digits[i] >= '0' && digits[i] <= '9'; };
+  if (count == 1) return digit(0) && digits[0] != '0';
+  return count == 2 && digit(0) && digits[0] != '0' && digit(1);
+}
+
+}  // namespace
+
+TokenInfo token_info(uint32_t type) {
+  return type < kTokenTypeCount ? kTables.tokens[type] : TokenInfo{TokenKind::kReserved, 0, 0};
+}
+
+std::string_view spelling(size_t index) {
+  const Spelling& s = kTables.spellings[index];
+  return {kTables.characters.data() + s.offset, s.length};
+}
+
+uint16_t type_of_spelling(size_t index) {
+  return kTables.spellings[index].type;
+}
+
+std::span<const uint16_t> spellings_with_blanks() {
+  return kTables.with_blanks;
+}
+
+uint32_t token_by_name(std::string_view name) {
+  for (uint32_t type = 4; type < kTokenTypeCount; ++type) {
+    if (name == TAVOParserTokenNames[type]) return type;
+  }
+  return 0;
+}
+
+WordMatch find_word(const FoldedWord& word) {
+  const uint64_t head = load8(word.text);
+  const uint64_t tail = word.length < 8 ? head : load8(word.text + word.length - 8);
+  uint32_t slot = mix(head, tail, word.length);
+  while (const uint16_t entry = kTables.slots[slot]) {
+    const Spelling& s = kTables.spellings[entry - 1u];
+    if (s.length == word.length &&
+        std::memcmp(kTables.characters.data() + s.offset, word.text, word.length) == 0) {
+      return {s.type, s.kind};
+    }
+    slot = (slot + 1) % kTables.slots.size();
+  }
+  // FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
+  constexpr uint16_t kNumberedType = TAVO_PARSER_CMN_PARM_FLDDEF;
+  const std::string_view stem = spelling(token_info(kNumberedType).first_spelling);
+  if (word.length > stem.size() && word.length <= stem.size() + 2 &&
+      std::memcmp(word.text, stem.data(), stem.size()) == 0 &&
+      in_numbered_range(word.text + stem.size(), word.length - stem.size())) {
+    return {kNumberedType, TokenKind::kNumberedKeyword};
+  }
+  return {0, TokenKind::kReserved};
+}
+
+}  // namespace tavo

@@ -1,0 +1,62 @@
+// The vocabulary as tables: which word is which token, and how each token is spelled. Everything is
+// derived from TAVOVocabulary.def at compile time.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace tavo {
+
+enum class TokenKind : uint8_t {
+  kReserved,         // the recognizer's numbers 0 to 3
+  kPunctuation,      // one character
+  kPattern,          // described by a rule
+  kKeyword,          // a word in either case
+  kNumberedKeyword,  // a word in either case, bare or with a number from 1 to 99
+  kValue,            // a structured value in either case
+  kKeyLiteral,       // a word in exactly this case
+  kFragment,         // never a token itself
+};
+
+struct TokenInfo {
+  TokenKind kind;
+  uint16_t first_spelling;  // index into the spellings
+  uint16_t spelling_count;
+};
+
+inline constexpr uint32_t kTokenTypeCount = 351;
+// No spelling is longer, so no longer word needs to be looked up.
+inline constexpr size_t kLongestSpelling = 36;
+
+// What kind of token a type number is; numbers out of range are kReserved.
+TokenInfo token_info(uint32_t type);
+// The index-th spelling of all, upper case, static and terminated text.
+std::string_view spelling(size_t index);
+// Type of the token with this name, or 0.
+uint32_t token_by_name(std::string_view name);
+
+// A word of the parameter string, folded to upper case and packed for the look-up. The buffer is
+// zero behind the word.
+struct FoldedWord {
+  alignas(16) char text[48] = {};
+  size_t length = 0;
+};
+static_assert(sizeof(FoldedWord::text) >= kLongestSpelling + 8);
+
+struct WordMatch {
+  uint16_t type;  // 0: no word of the vocabulary
+  TokenKind kind;
+};
+
+// Finds a word of 1 to kLongestSpelling characters without blanks. The caller checks the case of
+// key literals: the look-up sees folded text only.
+WordMatch find_word(const FoldedWord& word);
+
+// Indices of the spellings that contain blanks.
+std::span<const uint16_t> spellings_with_blanks();
+// Type of the token that the index-th spelling belongs to.
+uint16_t type_of_spelling(size_t index);
+
+}  // namespace tavo

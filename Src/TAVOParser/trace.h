@@ -1,0 +1,138 @@
+// The trace frame that every status-returning export of the service, array, error, token-text,
+// record and validation groups opens. Off, it costs the platform's two calls and nothing else.
+#pragma once
+
+#include <cstring>
+#include <initializer_list>
+
+#include "platform.h"
+
+namespace tavo {
+
+// Function identifiers: three are given, the others continue and are never reused.
+enum FunctionId : uint32_t {
+  kIdParserInit = 0x20801,
+  kIdParserService = 0x20802,
+  kIdParserTerm = 0x20803,
+  kIdSetKeyValuePairW = 0x20804,
+  kIdGetKeyIndex = 0x20805,
+  kIdReplaceEscapedQuote = 0x20806,
+  kIdErrorCaptureEAB = 0x20807,
+  kIdErrorCapture = 0x20808,
+  kIdTokenCaptureEAB = 0x20809,
+  kIdTokenCapture = 0x2080A,
+  kIdSetErrMsg = 0x2080B,
+  kIdTermErrors = 0x2080C,
+  kIdGetErrorCount = 0x2080D,
+  kIdGetError = 0x2080E,
+  kIdGetFormattedErrorMsg = 0x2080F,
+  kIdCnvTokenUtf16ToUtf32 = 0x20810,
+  kIdSetTraceLevel = 0x20811,
+  kIdProviderValidate = 0x20812,
+  kIdGetErrorLocation = 0x20813,
+  kIdCnvCtrlBlk = 0x20814,
+  kIdCnvFieldDef = 0x20815,
+  kIdCnvOprDef = 0x20816,
+  kIdCnvSvcDef = 0x20817,
+  kIdCleanSvcDefX = 0x20818,
+  kIdCleanParamsX = 0x20819,
+  kIdCopyPrvStruct = 0x2081A,
+};
+
+// Trace items. The names are short fixed texts, the values are addresses, numbers and fixed texts:
+// texts of a statement never reach a trace, since they may be secret.
+inline TraceItem trace_item(const char* name, uint32_t length, uint32_t type, const void* value) {
+  TraceItem item{};
+  std::memcpy(item.name, name, strnlen(name, sizeof item.name));
+  item.length = length;
+  item.type = type;
+  item.value = value;
+  return item;
+}
+template <typename T>
+TraceItem trace_pointer(const char* name, T* const& pointer) {
+  return trace_item(name, sizeof pointer, kTracePointer, &pointer);
+}
+inline TraceItem trace_number(const char* name, const uint32_t& number) {
+  return trace_item(name, sizeof number, kTraceUnsigned, &number);
+}
+inline TraceItem trace_text(const char* name, const char* text) {
+  return trace_item(name, static_cast<uint32_t>(std::strlen(text)), kTraceText, text);
+}
+
+// One open frame. Use it through TAVO_TRACE_FUNCTION.
+class Trace {
+ public:
+  Trace(TraceDescriptor& descriptor, uint32_t function_id) noexcept {
+    if (__atomic_load_n(&descriptor.marker, __ATOMIC_ACQUIRE) != kTraceResolved) {
+      IOQ_TRC_ResFmid(function_id, &descriptor, 0);
+    }
+    refused_ = KNL_FuncPro(&frame_, &descriptor);
+    open_ = refused_ == 0;
+  }
+  Trace(const Trace&) = delete;
+  Trace& operator=(const Trace&) = delete;
+  ~Trace() {
+    if (open_) KNL_FuncEpi(&frame_);
+  }
+
+  // Non-zero: the function returns this at once.
+  uint32_t refused() const {
+    return refused_;
+  }
+  bool on() const {
+    return frame_.tracing != 0;
+  }
+  void entry(uint32_t line, std::initializer_list<TraceItem> items) {
+    if (!on()) return;
+    record(kProbeEntry, line, items);
+    if (frame_.detail != 0) record(kProbeParameters, line, items);
+  }
+  // What went wrong, in words of our own.
+  void note(uint32_t line, const char* text) {
+    if (on()) record(kProbeExit, line, {trace_text("note", text)});
+  }
+  // Writes the result and exit records; to be used in the function's return statement.
+  uint32_t leave(uint32_t line, uint32_t status) {
+    if (on()) {
+      constexpr uint32_t kNotAResult = 0xFFFFFFFE;
+      if (status != 0 && status != kNotAResult) {
+        record(kProbeExit, line, {trace_number("result", status)});
+      }
+      record(kProbeExit, line, {});
+    }
+    return status;
+  }
+  // Leaves the frame open: for the one path on which the epilogue is skipped.
+  void skip_epilogue() {
+    open_ = false;
+  }
+
+ private:
+  void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items) {
+    TraceRecord record{};
+    record.probe = probe;
+    record.line = line;
+    record.frame = &frame_;
+    for (const TraceItem& item : items) {
+      if (record.count == kTraceItemsMax) break;
+      record.items[record.count++] = item;
+    }
+    KNL_Trace_RecordDiagnostic(&record);
+  }
+
+  TraceFrame frame_{};
+  uint32_t refused_;
+  bool open_;
+};
+
+}  // namespace tavo
+
+// Opens the frame `trace` of the function it stands in; on refusal the function returns its code,
+// cast to the type it returns.
+#define TAVO_TRACE_FUNCTION(function_id, return_type)                                   \
+  static TraceDescriptor trace_descriptor = {0, 0, 0, __func__, {}};                    \
+  ::tavo::Trace trace(trace_descriptor, function_id);                                   \
+  if (trace.refused() != 0) return static_cast<return_type>(trace.refused())
+#define TAVO_TRACE_ENTRY(...) trace.entry(__LINE__, {__VA_ARGS__})
+#define TAVO_TRACE_RETURN(status) return trace.leave(__LINE__, status)

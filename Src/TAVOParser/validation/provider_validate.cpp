@@ -1,0 +1,98 @@
+// Provider_Validate: runs the rule table of the provider that a request names.
+#include <cwchar>
+
+#include "error_state.h"
+#include "trace.h"
+#include "validation/field_definitions.h"
+#include "validation/rules.h"
+
+namespace tavo {
+namespace {
+
+constexpr const ProviderRules* kProviderRules[] = {
+    &kAgeRules,        &kCcnRules,          &kColRules, &kEmlRules,   &kHashRules,   &kLookupRules,
+    &kHashLookupRules, &kRandomLookupRules, &kNidRules, &kDswapRules, &kCdswapRules, &kDdswapRules,
+};
+
+// A violation: its number, and the pair whose key text is the message's insert, if any.
+struct Violation {
+  uint32_t number = 0;
+  const KeyValueEntry* insert = nullptr;
+};
+
+Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider) {
+  if (provider.placeholders.empty()) return {};
+  for (const KeyValueEntry& entry : pairs) {
+    for (const PlaceholderRule& rule : provider.placeholders) {
+      if (entry.keyId == rule.key &&
+          value_text(entry).begins_with(rule.text, std::wcslen(rule.text))) {
+        return {rule.number, &entry};
+      }
+    }
+  }
+  return {};
+}
+
+Violation find_violation(const StoredPairs& pairs) {
+  const ProviderRules* provider = rules_of(pairs.value_type(TAVO_PARSER_PROVIDER));
+  if (provider == nullptr) return {};
+  const Violation placeholder = find_placeholder(pairs, *provider);
+  if (placeholder.number != 0) return placeholder;
+  for (const ValidationRule& rule : provider->rules) {
+    if (rule.violated(pairs)) {
+      return {rule.number, rule.insert_key == 0 ? nullptr : pairs.find(rule.insert_key)};
+    }
+  }
+  // Last of all rules.
+  if (const KeyValueEntry* second = find_contradiction(
+          pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
+    return {TAVO_STATUS_FLDDEF_DATATYPES_DIFFER, second};
+  }
+  if (const KeyValueEntry* second =
+          find_contradiction(pairs, TAVO_PARSER_PARAM_FLDDEF_NAME, value_texts_differ)) {
+    return {TAVO_STATUS_FLDDEF_NAMES_DIFFER, second};
+  }
+  return {};
+}
+
+void record(ErrorState* state, const Violation& violation) {
+  constexpr int16_t kWideText = 4;
+  capture_error(state, 0, violation.number, violation.insert == nullptr ? 0 : 1);
+  if (violation.insert == nullptr) return;
+  const StoredText key = key_text(*violation.insert);
+  capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
+                static_cast<uint32_t>(key.length * sizeof(wchar_t)));
+}
+
+}  // namespace
+
+std::span<const ProviderRules* const> provider_rules() {
+  return kProviderRules;
+}
+
+const ProviderRules* rules_of(uint32_t provider) {
+  for (const ProviderRules* rules : kProviderRules) {
+    if (rules->provider == provider) return rules;
+  }
+  return nullptr;
+}
+
+}  // namespace tavo
+
+extern "C" uint32_t Provider_Validate(RequestRecord* request) noexcept {
+  constexpr uint32_t kFailure = 0xFFFFFFFF;
+  TAVO_TRACE_FUNCTION(tavo::kIdProviderValidate, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("pParamDef", request));
+  if (request == nullptr) TAVO_TRACE_RETURN(kFailure);
+  void* block;
+  const uint32_t status = tavo::get_thread_block(&block);
+  if (status != 0) TAVO_TRACE_RETURN(status);
+  if (request->pKeyValueArr == nullptr || request->count <= 0) TAVO_TRACE_RETURN(0);
+
+  const tavo::Violation violation = tavo::find_violation(tavo::StoredPairs(*request));
+  if (violation.number != 0) {
+    tavo::record(tavo::error_state_of(block), violation);
+    request->errorFlag = 1;
+  }
+  TAVO_TRACE_RETURN(violation.number);
+}

@@ -1,0 +1,90 @@
+// What the validation tables are made of: for each provider an ordered list of conditions and the
+// number that each violation is recorded under. The first violation ends everything.
+#pragma once
+
+#include <array>
+#include <span>
+
+#include "validation/stored_pairs.h"
+
+namespace tavo {
+
+struct ValidationRule {
+  uint16_t number;
+  std::array<uint16_t, 4> keys;  // key types that the rule looks at; the rest 0
+  bool (*violated)(const StoredPairs& pairs);
+  uint16_t insert_key = 0;  // key type whose key text is the message's insert, or none
+};
+
+// A text that the recognizer leaves where a value is missing, and where it is looked for.
+struct PlaceholderRule {
+  uint16_t number;
+  uint16_t key;
+  const wchar_t* text;
+};
+
+struct ProviderRules {
+  uint16_t provider;  // value type of the provider pair
+  std::span<const PlaceholderRule> placeholders;
+  std::span<const ValidationRule> rules;
+};
+
+extern const ProviderRules kAgeRules;
+extern const ProviderRules kCcnRules;
+extern const ProviderRules kColRules;
+extern const ProviderRules kEmlRules;
+extern const ProviderRules kHashRules;
+extern const ProviderRules kLookupRules;
+extern const ProviderRules kHashLookupRules;
+extern const ProviderRules kRandomLookupRules;
+extern const ProviderRules kNidRules;
+extern const ProviderRules kDswapRules;
+extern const ProviderRules kCdswapRules;
+extern const ProviderRules kDdswapRules;
+
+// All of them.
+std::span<const ProviderRules* const> provider_rules();
+// Those of one provider, by the value type of the provider pair; null for any other type.
+const ProviderRules* rules_of(uint32_t provider);
+
+// ---- conditions that several providers share ---------------------------------------------------
+
+inline bool is_sha256(const StoredPairs& p) {
+  return p.is(TAVO_PARSER_CMN_PARM_ALGORITHM, TAVO_PARSER_HASH_ALGO_SHA256);
+}
+inline bool is_random(const StoredPairs& p) {
+  return p.is(TAVO_PARSER_CMN_PARM_METHOD, TAVO_PARSER_METHOD_RANDOM);
+}
+inline bool has_seed(const StoredPairs& p, uint32_t type) {
+  return p.is(TAVO_PARSER_CMN_PARM_SEED, type);
+}
+// A CASE pair that does not say upper case.
+inline bool case_is_not_upper(const StoredPairs& p) {
+  const StoredText text = p.text(TAVO_PARSER_CMN_PARM_CASE);
+  return p.has(TAVO_PARSER_CMN_PARM_CASE) && !text.equals(L"UP") && !text.equals(L"UPPER");
+}
+// A literal seed that is no number from 0 to 2000000000 of 1 to 11 characters.
+inline bool literal_seed_is_no_number(const StoredPairs& p) {
+  if (!has_seed(p, TAVO_PARSER_SEED_LITERAL)) return false;
+  const StoredText text = p.text(TAVO_PARSER_CMN_PARM_SEED).trimmed();
+  return text.length < 1 || text.length > 11 || !in_range(to_int(text), 0, 2000000000);
+}
+
+inline constexpr const wchar_t* kMissingInteger = L"<missing INTEGER";
+inline constexpr const wchar_t* kMissingCopyColumns = L"<missing TAVO_PARSER_COPY_COL_SYNTAX";
+// Without the leading "<", unlike the others, and that is meant.
+inline constexpr const wchar_t* kMissingQuotedString = L"missing TAVO_PARSER_STRING_WITH_QUOTES";
+inline constexpr const wchar_t* kMissingFormat = L"<missing TAVO_PARSER_NID_FORMAT_";
+
+// Of the lookup and swap statements.
+inline constexpr PlaceholderRule kStringPlaceholders[] = {
+    {7176, TAVO_PARSER_LKP_PARM_SEARCH, kMissingQuotedString},
+    {7177, TAVO_PARSER_CMN_PARM_REPLACE, kMissingQuotedString},
+    {7178, TAVO_PARSER_CMN_PARM_SOURCE, kMissingQuotedString},
+    {7179, TAVO_PARSER_CMN_PARM_PRESERVE_NULL, kMissingQuotedString},
+    {7180, TAVO_PARSER_CMN_PARM_PRESERVE_SPACES, kMissingQuotedString},
+    {7181, TAVO_PARSER_CMN_PARM_PRESERVE_ZEROLENGTH, kMissingQuotedString},
+    {7182, TAVO_PARSER_CMN_PARM_TMPDIR, kMissingQuotedString},
+};
+
+}  // namespace tavo

@@ -1,0 +1,84 @@
+#include "validation/stored_pairs.h"
+
+#include <cwchar>
+
+#include "platform.h"
+
+namespace tavo {
+namespace {
+
+StoredText bounded(const wchar_t* text, uint32_t bytes) {
+  if (text == nullptr) return {};
+  const size_t room = bytes / sizeof(wchar_t);
+  const size_t length = wcsnlen(text, room);
+  return {text, length, length < room};
+}
+
+bool is_trimmed(wchar_t c) {
+  return c == L' ' || c == L'\t';
+}
+
+// Reads a number through one of the platform's conversions, which want terminated text.
+template <typename Number>
+std::optional<Number> read(const StoredText& text, uint32_t (*convert)(const wchar_t*, Number*)) {
+  constexpr size_t kLongestTrimmed = 31;
+  wchar_t copy[kLongestTrimmed + 1];
+  const wchar_t* terminated = text.characters;
+  if (!text.terminated) {
+    if (text.length > kLongestTrimmed) return std::nullopt;
+    if (text.length != 0) std::wmemcpy(copy, text.characters, text.length);
+    copy[text.length] = 0;
+    terminated = copy;
+  }
+  Number number{};
+  if (convert(terminated, &number) != 0) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+StoredText key_text(const KeyValueEntry& entry) {
+  return bounded(entry.key, entry.keySize);
+}
+
+StoredText value_text(const KeyValueEntry& entry) {
+  return bounded(entry.value, entry.valueSize);
+}
+
+StoredText StoredText::trimmed() const {
+  StoredText text = *this;
+  while (text.length != 0 && is_trimmed(text.characters[0])) {
+    ++text.characters;
+    --text.length;
+  }
+  while (text.length != 0 && is_trimmed(text.characters[text.length - 1])) --text.length;
+  text.terminated = false;
+  return text;
+}
+
+bool StoredText::begins_with(const wchar_t* text, size_t count) const {
+  return length >= count && wcsncasecmp(characters, text, count) == 0;
+}
+
+bool StoredText::equals(const wchar_t* text) const {
+  return length == std::wcslen(text) && begins_with(text, length);
+}
+
+StoredPairs::StoredPairs(const RequestRecord& request) : request_(request) {
+  for (int32_t i = 0; i < request.count; ++i) {
+    const uint32_t key = request.pKeyValueArr[i].keyId;
+    if (key < first_.size() && first_[key] == 0) first_[key] = static_cast<uint32_t>(i) + 1;
+  }
+}
+
+std::optional<int32_t> to_int(const StoredText& text) {
+  return read<int32_t>(text, TAVOCnvWVarcharSzToInt);
+}
+std::optional<int64_t> to_long_long(const StoredText& text) {
+  return read<int64_t>(text, TAVOCnvWVarcharSzToLongLong);
+}
+std::optional<uint32_t> to_unsigned(const StoredText& text) {
+  return read<uint32_t>(text, TAVOCnvWVarcharSzToUInt);
+}
+
+}  // namespace tavo

@@ -1,0 +1,79 @@
+// The stored pairs of a request, as the validation rules see them: by key type only.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "TAVOParser.h"
+
+namespace tavo {
+
+// A stored text up to its terminator, never past its buffer.
+struct StoredText {
+  const wchar_t* characters = nullptr;
+  size_t length = 0;
+  bool terminated = false;
+
+  // Blanks and tabs dropped at both ends; no longer terminated.
+  StoredText trimmed() const;
+  bool begins_with(const wchar_t* text, size_t count) const;  // in either case
+  bool equals(const wchar_t* text) const;                     // in either case
+};
+
+StoredText key_text(const KeyValueEntry& entry);
+StoredText value_text(const KeyValueEntry& entry);
+
+class StoredPairs {
+ public:
+  // The request must have an array and outlive the object.
+  explicit StoredPairs(const RequestRecord& request);
+
+  // The first pair with a key, or null.
+  const KeyValueEntry* find(uint32_t key) const {
+    const uint32_t index = first_[key];
+    return index == 0 ? nullptr : request_.pKeyValueArr + (index - 1);
+  }
+  bool has(uint32_t key) const {
+    return first_[key] != 0;
+  }
+  // Value type of the pair with a key; 0 without one.
+  uint32_t value_type(uint32_t key) const {
+    const KeyValueEntry* entry = find(key);
+    return entry == nullptr ? 0 : entry->valueId;
+  }
+  bool is(uint32_t key, uint32_t value_type_wanted) const {
+    const KeyValueEntry* entry = find(key);
+    return entry != nullptr && entry->valueId == value_type_wanted;
+  }
+  // Value text of the pair with a key; empty without one.
+  StoredText text(uint32_t key) const {
+    const KeyValueEntry* entry = find(key);
+    return entry == nullptr ? StoredText{} : value_text(*entry);
+  }
+
+  const KeyValueEntry* begin() const {
+    return request_.pKeyValueArr;
+  }
+  const KeyValueEntry* end() const {
+    return request_.pKeyValueArr + request_.count;
+  }
+
+ private:
+  const RequestRecord& request_;
+  std::array<uint32_t, TAVO_TOKEN_NAME_COUNT> first_{};  // index + 1
+};
+
+// ---- numbers, as the platform reads them; nothing when the text is no number of that kind -------
+
+std::optional<int32_t> to_int(const StoredText& text);
+std::optional<int64_t> to_long_long(const StoredText& text);
+std::optional<uint32_t> to_unsigned(const StoredText& text);
+
+template <typename Number>
+bool in_range(const std::optional<Number>& number, Number lowest, Number highest) {
+  return number.has_value() && *number >= lowest && *number <= highest;
+}
+
+}  // namespace tavo
