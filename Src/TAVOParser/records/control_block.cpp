@@ -1,15 +1,13 @@
 // The control block with its chains of field definitions and group nodes.
 #include "TAVOServiceRecords.h"
 #include "records/record_bytes.h"
-#include "records/record_frame.h"
+#include "trace.h"
 
 namespace {
 
 constexpr size_t kFieldChain = 32;
 constexpr size_t kGroupChain = 128;
 constexpr size_t kGroupCount = 8;
-
-constinit tavo::TracedFunction function(tavo::kIdCnvCtrlBlk, "TAVOCnvCtrlBlkFromIToX");
 
 void copy_fields(const void* internal, CtrlBlkX& external) {
   tavo::write_header(external, "BLKX");
@@ -62,6 +60,8 @@ uint32_t convert(const void* internal, CtrlBlkX* external) {
 }  // namespace
 
 extern "C" uint32_t TAVOCnvCtrlBlkFromIToX(const void* internal, CtrlBlkX* external) noexcept {
-  return tavo::traced(function, __LINE__, internal, external,
-                      [&] { return convert(internal, external); });
+  TAVO_TRACE_FUNCTION(tavo::kIdCnvCtrlBlk, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("internal", internal),
+                   tavo::trace_pointer("external", external));
+  TAVO_TRACE_RETURN(convert(internal, external));
 }

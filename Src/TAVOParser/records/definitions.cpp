@@ -1,12 +1,9 @@
 // One field definition, one operator definition.
 #include "TAVOServiceRecords.h"
 #include "records/record_bytes.h"
-#include "records/record_frame.h"
+#include "trace.h"
 
 namespace {
-
-constinit tavo::TracedFunction field_function(tavo::kIdCnvFieldDef, "TAVOCnvFieldDefFromIToX");
-constinit tavo::TracedFunction operator_function(tavo::kIdCnvOprDef, "TAVOCnvOprDefFromIToX");
 
 uint32_t convert(const void* internal, FieldDefX* external) {
   if (internal == nullptr || external == nullptr) return TAVO_RECORD_STATUS_NULL;
@@ -41,13 +38,17 @@ uint32_t convert(const void* internal, OprDefX* external) {
 extern "C" {
 
 uint32_t TAVOCnvFieldDefFromIToX(const void* internal, FieldDefX* external) noexcept {
-  return tavo::traced(field_function, __LINE__, internal, external,
-                      [&] { return convert(internal, external); });
+  TAVO_TRACE_FUNCTION(tavo::kIdCnvFieldDef, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("internal", internal),
+                   tavo::trace_pointer("external", external));
+  TAVO_TRACE_RETURN(convert(internal, external));
 }
 
 uint32_t TAVOCnvOprDefFromIToX(const void* internal, OprDefX* external) noexcept {
-  return tavo::traced(operator_function, __LINE__, internal, external,
-                      [&] { return convert(internal, external); });
+  TAVO_TRACE_FUNCTION(tavo::kIdCnvOprDef, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("internal", internal),
+                   tavo::trace_pointer("external", external));
+  TAVO_TRACE_RETURN(convert(internal, external));
 }
 
 }  // extern "C"

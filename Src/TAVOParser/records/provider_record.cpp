@@ -3,13 +3,11 @@
 
 #include "TAVOServiceRecords.h"
 #include "platform.h"
-#include "records/record_frame.h"
+#include "trace.h"
 
 namespace {
 
 constexpr char kMultiByteForm = 'M';
-
-constinit tavo::TracedFunction function(tavo::kIdCopyPrvStruct, "CopyPrvStruct");
 
 bool has_buffers(const ProviderTargetRecord& dst) {
   if (dst.buffers == nullptr) return false;
@@ -63,10 +61,10 @@ uint32_t copy(ProviderTargetRecord* dst, const ProviderSourceRecord* src,
 
 extern "C" uint32_t CopyPrvStruct(ProviderTargetRecord* dst, const ProviderSourceRecord* src,
                                   uint32_t codePageKind, uint32_t codePage, char form) noexcept {
-  return tavo::traced(function, __LINE__, src, dst, [&] {
-    ConversionDescriptor descriptor{};
-    descriptor.kind = static_cast<uint8_t>(codePageKind);
-    descriptor.code_page = codePage;
-    return copy(dst, src, descriptor, form);
-  });
+  TAVO_TRACE_FUNCTION(tavo::kIdCopyPrvStruct, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("dst", dst), tavo::trace_pointer("src", src));
+  ConversionDescriptor descriptor{};
+  descriptor.kind = static_cast<uint8_t>(codePageKind);
+  descriptor.code_page = codePage;
+  TAVO_TRACE_RETURN(copy(dst, src, descriptor, form));
 }

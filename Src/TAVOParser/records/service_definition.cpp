@@ -1,16 +1,12 @@
 // The service definition with its chain of operator definitions, and what frees them.
 #include "TAVOServiceRecords.h"
 #include "records/record_bytes.h"
-#include "records/record_frame.h"
+#include "trace.h"
 
 namespace {
 
 constexpr size_t kOperatorChain = 24;
 constexpr size_t kThirdRecordValue = 32;
-
-constinit tavo::TracedFunction convert_function(tavo::kIdCnvSvcDef, "TAVOCnvSvcDefFromIToX");
-constinit tavo::TracedFunction clean_function(tavo::kIdCleanSvcDef, "CleanSvcDefX");
-constinit tavo::TracedFunction chain_function(tavo::kIdCleanParams, "CleanParamsX");
 
 void copy_fields(const void* third, const void* internal, SvcDefX& external) {
   tavo::write_header(external, "SVCX");
@@ -54,19 +50,23 @@ extern "C" {
 
 uint32_t TAVOCnvSvcDefFromIToX(const void* third, const void* internal,
                                SvcDefX* external) noexcept {
-  return tavo::traced(convert_function, __LINE__, internal, external,
-                      [&] { return convert(third, internal, external); });
+  TAVO_TRACE_FUNCTION(tavo::kIdCnvSvcDef, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("third", third), tavo::trace_pointer("internal", internal),
+                   tavo::trace_pointer("external", external));
+  TAVO_TRACE_RETURN(convert(third, internal, external));
 }
 
 uint32_t CleanSvcDefX(SvcDefX* external) noexcept {
-  return tavo::traced(clean_function, __LINE__, external, nullptr, [&] { return clean(external); });
+  TAVO_TRACE_FUNCTION(tavo::kIdCleanSvcDefX, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("external", external));
+  TAVO_TRACE_RETURN(clean(external));
 }
 
 uint32_t CleanParamsX(void* head) noexcept {
-  return tavo::traced(chain_function, __LINE__, head, nullptr, [&] {
-    tavo::free_chain(head);
-    return 0u;
-  });
+  TAVO_TRACE_FUNCTION(tavo::kIdCleanParamsX, uint32_t);
+  TAVO_TRACE_ENTRY(tavo::trace_pointer("head", head));
+  tavo::free_chain(head);
+  TAVO_TRACE_RETURN(0);
 }
 
 }  // extern "C"
