@@ -40,7 +40,8 @@ TAVO_API uint32_t TAVO_IsPlatformBigEndian(void) TAVO_NOEXCEPT;
 
 /* Converts UTF-16 to UTF-32 with the suite's data conversion.
  * srcBytes, dstBytes: sizes in bytes; a rest of less than one unit is ignored. The source may hold
- * zero characters. count: out, characters produced; untouched on failure. No terminator is written.
+ * zero characters. count: out, characters produced; untouched on failure. Nothing promises a
+ * terminator behind the characters.
  * Returns 0, the data conversion's code, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TAVO_Utf16ToUtf32(const uint16_t* src, uint32_t srcBytes, wchar_t* dst,
                                     uint32_t dstBytes, uint32_t* count) TAVO_NOEXCEPT;
@@ -96,7 +97,8 @@ TAVO_API int32_t StringWNCaseCompare(const wchar_t* first, const wchar_t* second
  * Blanks before an element are skipped and those behind an unquoted one are dropped. A backslash is
  * dropped and makes the next character an ordinary one. An element that begins with a quote keeps
  * its quotes and its case, and what stands between its closing quote and the separator is skipped;
- * any other element comes in upper case. A quoted element that the text ends is delivered as it is.
+ * any other element comes in upper case. A quoted element that the text ends loses its last blanks
+ * and keeps its case.
  * Returns the position just after the separator, in characters, or one of the codes above. A null
  * text, out or outLength, or a negative start, is -3. */
 TAVO_API int32_t TAVO_GetNextElement(const wchar_t* text, wchar_t* out, uint32_t* outLength,

@@ -35,11 +35,12 @@ int32_t compare(const wchar_t* first, const wchar_t* second, uint64_t limit, Scr
   uint64_t i = 0;
   bool differ = false;
   for (; i < limit && first[i] != L'\0' && second[i] != L'\0' && !differ; ++i) {
-    a = lower(first[i]);
-    b = lower(second[i]);
-    differ = a != b;
+    // Characters that are the same need no lower case to be equal.
+    differ = first[i] != second[i] && lower(first[i]) != lower(second[i]);
   }
   if (i > 0) {
+    a = lower(first[i - 1]);
+    b = lower(second[i - 1]);
     shared.first.store(a, std::memory_order_relaxed);
     shared.second.store(b, std::memory_order_relaxed);
   }
