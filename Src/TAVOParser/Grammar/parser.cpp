@@ -249,6 +249,7 @@ const StatementRule* ParserObject::choose_statement(pANTLR3_COMMON_TOKEN* misfit
 // After a statement without a syntax error.
 void ParserObject::finish_statement() {
   LexerObject* lexer = LexerObject::from_token_source(tokens_->tstream->tokenSource);
+  if (lexer != nullptr) lexer->read_to_end();
   if (lexer != nullptr && lexer->first_broken().error != RecognitionError::kNone) {
     TAVO_SetErrMsg(request_, TAVO_STATUS_SYNTAX_ERROR, lexer->recognizer());
     request_->errorFlag = 1;
