@@ -36,7 +36,9 @@ struct Anchor {
 
 pthread_mutex_t g_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list and its links
 Anchor* g_anchors = nullptr;
-thread_local constinit Anchor t_anchor;
+// In the part of a thread's storage that is there from its start: a plain fetch, and no allocation
+// at the first use, which could only end the process if it were refused.
+__attribute__((tls_model("initial-exec"))) thread_local constinit Anchor t_anchor;
 
 void link(Anchor& anchor) noexcept {
   anchor.previous = nullptr;
