@@ -92,7 +92,7 @@ void end_thread(void* object) {
 
 const ThreadExit g_thread_exit(&end_thread);
 
-uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
+__attribute__((noinline)) uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
   auto* made = static_cast<ThreadBlock*>(std::calloc(1, sizeof(ThreadBlock)));
   if (made == nullptr) return kNoMemory;
   if (!anchor.armed && !g_thread_exit.arm(&anchor)) {
