@@ -1,0 +1,79 @@
+#include "statement_text.h"
+
+#include "secrets.h"
+
+namespace tavo::cli {
+namespace {
+
+constexpr int16_t kTerminatedCharacters = 17;  // data type: 8-bit text up to its terminator
+
+struct StateCloser {
+  void operator()(ErrorState* state) const noexcept {
+    TermErrors(state);
+  }
+};
+
+// Decodes 8-bit text for showing it, with the conversion that inserts of messages go through.
+std::optional<std::wstring> decode(const std::string& bytes, uint32_t code_page) {
+  // TermErrors frees the record, so that it has to come from malloc.
+  std::unique_ptr<ErrorState, StateCloser> state(
+      static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState))));
+  if (state == nullptr) throw std::bad_alloc();
+  if (ErrorCaptureEAB(state.get(), 0, TAVO_STATUS_SYNTAX_ERROR, 1) != 0) return std::nullopt;
+  if (TokenCaptureEAB(state.get(), bytes.c_str(), kTerminatedCharacters, TAVO_TOKID_SUBSTR,
+                      code_page) != 0) {
+    return std::nullopt;
+  }
+  const TokenSlot& slot = state->last->slot[0];
+  if (slot.value == nullptr) return std::nullopt;
+  return std::wstring(slot.value);
+}
+
+// What stands for text that cannot be decoded: its ASCII characters.
+std::wstring ascii_only(const std::string& bytes) {
+  std::wstring text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    text.push_back(byte < 0x80 ? static_cast<wchar_t>(byte) : L'\uFFFD');
+  }
+  return text;
+}
+
+}  // namespace
+
+std::vector<TAVOTextToken> read_tokens(std::wstring_view text) {
+  std::vector<TAVOTextToken> tokens;
+  const auto keep = [](const TAVOTextToken* token, void* context) -> uint32_t {
+    static_cast<std::vector<TAVOTextToken>*>(context)->push_back(*token);
+    return 0;
+  };
+  TAVOLanguage_ReadTokens(text.empty() ? L"" : text.data(), static_cast<uint32_t>(text.size()),
+                          keep, &tokens);
+  return tokens;
+}
+
+StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_page)
+    : bytes_(std::move(bytes)), code_page_(code_page) {
+  text_ = code_page_ ? decode(bytes_, *code_page_).value_or(ascii_only(bytes_)) : from_utf8(bytes_);
+  tokens_ = read_tokens(text_);
+  secrets_ = find_secrets(text_, tokens_);
+}
+
+ParseResult StatementText::parse() const {
+  if (code_page_) return tavo::parse(bytes_, CodePage{*code_page_, 0});
+  return tavo::parse(std::wstring_view(text_));
+}
+
+std::vector<TAVOTextToken> StatementText::visible_tokens() const {
+  std::vector<TAVOTextToken> visible;
+  for (const TAVOTextToken& token : tokens_) {
+    if (token.hidden == 0 && token.type != 0) visible.push_back(token);
+  }
+  return visible;
+}
+
+std::wstring_view StatementText::text_of(const TAVOTextToken& token) const {
+  return std::wstring_view(text_).substr(token.offset, token.length);
+}
+
+}  // namespace tavo::cli

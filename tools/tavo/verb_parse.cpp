@@ -1,0 +1,135 @@
+// tavo parse: the pairs that a statement stores.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "diagnostics.h"
+#include "secrets.h"
+#include "terminal.h"
+#include "verbs.h"
+
+namespace tavo::cli {
+namespace {
+
+struct ParseOptions {
+  std::string statement;
+  std::string format = "table";
+  std::optional<uint32_t> code_page;
+};
+
+// Data-type codes and types that no name is known for have none.
+std::string type_name(const Pair& pair, bool of_value) {
+  const uint32_t type = of_value ? pair.value_type : pair.key_type;
+  if (type == TAVO_TOKEN_END_OF_INPUT || (of_value && type == 0)) return "";
+  if (of_value && pair.key_type == TAVO_PARSER_PARAM_FLDDEF_DATATYPE) return "data type code";
+  TAVOTokenInfo info{};
+  return TAVOLanguage_GetToken(type, &info) == 0 ? info.name : "";
+}
+
+std::wstring shown_value(const Pair& pair, bool show_secrets) {
+  return is_secret(pair) && !show_secrets ? std::wstring(kMask) : pair.value;
+}
+
+constexpr size_t kColumns = 6;
+using Row = std::array<std::string, kColumns>;
+
+void print_table(const std::vector<Pair>& pairs, bool show_secrets) {
+  std::vector<Row> rows = {{"KEY", "TYPE", "NAME", "VALUE", "TYPE", "NAME"}};
+  for (const Pair& pair : pairs) {
+    rows.push_back({printable(pair.key), std::to_string(pair.key_type), type_name(pair, false),
+                    printable(shown_value(pair, show_secrets)), std::to_string(pair.value_type),
+                    type_name(pair, true)});
+  }
+  std::array<size_t, kColumns> widths{};
+  for (const Row& row : rows) {
+    for (size_t i = 0; i < kColumns; ++i) {
+      widths[i] = std::max(widths[i], width_of(from_utf8(row[i])));
+    }
+  }
+  for (const Row& row : rows) {
+    std::string line;
+    for (size_t i = 0; i < kColumns; ++i) {
+      const std::string pad(widths[i] - width_of(from_utf8(row[i])), ' ');
+      const bool number = i == 1 || i == 4;
+      line += number ? pad + row[i] : row[i] + pad;
+      line += "  ";
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    write(stdout,
+          styled(stdout, &row == &rows.front() ? Style::kBold : Style::kPlain, line) + "\n");
+  }
+}
+
+void print_json(const std::vector<Pair>& pairs, bool show_secrets) {
+  auto list = nlohmann::ordered_json::array();
+  for (const Pair& pair : pairs) {
+    list.push_back({{"key", to_utf8(pair.key)},
+                    {"keyType", pair.key_type},
+                    {"keyName", type_name(pair, false)},
+                    {"value", to_utf8(shown_value(pair, show_secrets))},
+                    {"valueType", pair.value_type},
+                    {"valueName", type_name(pair, true)}});
+  }
+  write(stdout, nlohmann::ordered_json{{"pairs", list}}.dump(2) + "\n");
+}
+
+void print_tsv(const std::vector<Pair>& pairs, bool show_secrets) {
+  for (const Pair& pair : pairs) {
+    write(stdout, fmt::format("{}\t{}\t{}\t{}\t{}\t{}\n", printable(pair.key), pair.key_type,
+                              type_name(pair, false), printable(shown_value(pair, show_secrets)),
+                              pair.value_type, type_name(pair, true)));
+  }
+}
+
+std::string read_standard_input() {
+  std::string text{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+  if (text.ends_with('\n')) text.pop_back();
+  if (text.ends_with('\r')) text.pop_back();
+  return text;
+}
+
+int run_parse(const ParseOptions& options, const CommonOptions& common) {
+  const StatementText statement(
+      options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
+  const ParseResult result = statement.parse();
+  if (!result) {
+    for (const Finding& finding : find_errors(statement, result, common.show_secrets)) {
+      write(stderr, report(stderr, statement, finding, common.show_secrets));
+    }
+    return kViolations;
+  }
+  if (options.format == "json") {
+    print_json(result.pairs, common.show_secrets);
+  } else if (options.format == "tsv") {
+    print_tsv(result.pairs, common.show_secrets);
+  } else {
+    print_table(result.pairs, common.show_secrets);
+  }
+  return kClean;
+}
+
+}  // namespace
+
+void add_parse(CLI::App& app, CommonOptions& common, int* status) {
+  auto options = std::make_shared<ParseOptions>();
+  CLI::App* verb = app.add_subcommand("parse", "Show the pairs that a statement stores");
+  verb->add_option("statement", options->statement, "The statement; - reads it from standard input")
+      ->required();
+  verb->add_option("--format", options->format, "table, json or tsv")
+      ->check(CLI::IsMember({"table", "json", "tsv"}))
+      ->capture_default_str();
+  verb->add_option("--code-page", options->code_page,
+                   "The statement is 8-bit text in this code page instead of UTF-8");
+  verb->footer(
+      "Examples:\n"
+      "  tavo parse 'PRO=HASH, DSTFLD=X'\n"
+      "  tavo parse --format json 'PRO=EML, MTD=HASH' | jq '.pairs[].key'\n"
+      "  tavo parse --code-page 850 - < statement.txt");
+  verb->callback([options, &common, status] { *status = run_parse(*options, common); });
+}
+
+}  // namespace tavo::cli
