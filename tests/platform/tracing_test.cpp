@@ -196,6 +196,7 @@ TEST(TraceFunctions, CutALineThatIsTooLongAndTooManyItems) {
   record.count = 1;
   record.items[0] = {"text", 5000, kTraceText, text.data()};
   EXPECT_EQ(KNL_Trace_RecordDiagnostic(&record), kOk);
+  record.probe = 7;
   record.count = 4000;
   record.items[0].length = 1;
   EXPECT_EQ(KNL_Trace_RecordDiagnostic(&record), kOk);
@@ -210,7 +211,7 @@ TEST(TraceFunctions, CutALineThatIsTooLongAndTooManyItems) {
   std::getline(file, second);
   EXPECT_LT(first.size(), 2048U);
   EXPECT_EQ(first.substr(first.size() - 6), "xx ...");
-  EXPECT_NE(second.find("fn=? id=0x0 probe=parameters"), std::string::npos);
+  EXPECT_NE(second.find("fn=? id=0x0 probe=other"), std::string::npos);
   unlink(name);
   close(made);
 }
