@@ -15,6 +15,9 @@ class OwnTokens {
   OwnTokens() {
     source_.nextToken = [](pANTLR3_TOKEN_SOURCE source) { return &source->eofToken; };
     source_.eofToken.type = ANTLR3_TOKEN_EOF;
+    factory_.setInputStream = [](pANTLR3_TOKEN_FACTORY factory, pANTLR3_INPUT_STREAM input) {
+      factory->input = input;
+    };
   }
   // The state, for a lexer that frees it; to be taken back with release().
   pANTLR3_RECOGNIZER_SHARED_STATE make_state() {

@@ -71,9 +71,8 @@ void ParserObject::raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit) {
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
   state->error = ANTLR3_TRUE;
   state->errorCount++;
-  pANTLR3_EXCEPTION exception = antlr3ExceptionNew(kind, exception_name(kind),
-                                                   const_cast<char*>("Unexpected token"),
-                                                   ANTLR3_FALSE);
+  pANTLR3_EXCEPTION exception = antlr3ExceptionNew(
+      kind, exception_name(kind), const_cast<char*>("Unexpected token"), ANTLR3_FALSE);
   if (exception == nullptr) return;
   exception->token = misfit;
   exception->line = misfit->line;
@@ -104,6 +103,11 @@ void* ParserObject::mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_
 }
 
 pANTLR3_COMMON_TOKEN ParserObject::match(uint32_t type) {
+  pANTLR3_COMMON_TOKEN token = look_ahead(1);
+  if (token->type == type) {
+    consume();
+    return token;
+  }
   return static_cast<pANTLR3_COMMON_TOKEN>(recognizer()->match(recognizer(), type, nullptr));
 }
 
@@ -187,8 +191,8 @@ void ParserObject::run_option(const OptionRule& option, const wchar_t* prefix) {
   run_token_value(option, keyword, prefix);
 }
 
-// One or more separators, each with an option behind it. The list ends at the first token that is no
-// separator; text after that is ignored, and that is meant.
+// One or more separators, each with an option behind it. The list ends at the first token that is
+// no separator; text after that is ignored, and that is meant.
 void ParserObject::run_option_list(const StatementRule& statement) {
   for (pANTLR3_COMMON_TOKEN separator = look_ahead(1); is_separator(separator->type);
        separator = look_ahead(1)) {
@@ -213,7 +217,8 @@ void ParserObject::run_statement(const StatementRule& statement) {
   raise_here(ANTLR3_NO_VIABLE_ALT_EXCEPTION);
 }
 
-// The quoted string must stand there, but it is the keyword that is handed on, twice; that is meant.
+// The quoted string must stand there, but it is the keyword that is handed on, twice; that is
+// meant.
 void ParserObject::run_trace_statement(const StatementRule& statement) {
   pANTLR3_COMMON_TOKEN keyword = look_ahead(1);
   consume();

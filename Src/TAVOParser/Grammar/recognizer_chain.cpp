@@ -25,6 +25,7 @@ bool RecognizerChain::open(uint16_t* text, uint32_t units) {
   if (tokens_ == nullptr) return false;
   window_.attach(tokens_, lexer_);
   parser_open_ = parser_.open(tokens_, nullptr);
+  parser_.read_through(&window_);
   return parser_open_;
 }
 

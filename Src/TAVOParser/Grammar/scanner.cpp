@@ -1,5 +1,6 @@
 #include "Grammar/scanner.h"
 
+#include <cstddef>
 #include <string_view>
 
 #include "Grammar/character_class.h"
@@ -71,7 +72,8 @@ class Sequence {
 };
 
 const Unit* end_of_run(const Unit* text, const Unit* end) {
-  while (text != end && is_word(*text)) ++text;
+  while (text != end && is_word(*text))
+    ++text;
   return text;
 }
 
@@ -119,56 +121,71 @@ constexpr Lexeme token_or_broken(Match match, uint16_t type) {
   return {match.stop, match.ok() ? type : uint16_t{0}, match.error, false, true};
 }
 
+bool all_digits(const Unit* text, const Unit* end) {
+  while (text != end && is_digit(*text))
+    ++text;
+  return text == end;
+}
+
+bool has_lower_case(const Unit* text, const Unit* end) {
+  while (text != end && (class_of(*text) & kLower) == 0)
+    ++text;
+  return text != end;
+}
+
+// The token of a word that is in the vocabulary.
+Lexeme known_word(const Unit* text, const Unit* stop, const Unit* end, uint16_t type) {
+  const bool affix = type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
+                     type == TAVO_PARSER_TOKEN_OVERLAY;
+  if (affix && at(stop, end, '(')) {
+    return token_or_broken(match_affix(text, end),
+                           TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
+  }
+  return token(stop, type);
+}
+
 // A run of word characters: keyword, structured value, number or unquoted string.
 Lexeme scan_word(const Unit* text, const Unit* end) {
   FoldedWord word;
-  uint8_t any = 0;
-  uint8_t all_but_first = 0xFF;
   const Unit* p = text;
-  for (; p != end; ++p) {
-    const uint8_t c = class_of(*p);
-    if ((c & kWord) == 0) break;
-    const size_t i = static_cast<size_t>(p - text);
-    if (i < kLongestSpelling) word.text[i] = static_cast<char>(to_upper(*p));
-    any |= c;
-    if (i != 0) all_but_first &= c;
+  const Unit* limit =
+      end - text > static_cast<ptrdiff_t>(kLongestSpelling) ? text + kLongestSpelling : end;
+  for (char* folded = word.text; p != limit; ++p, ++folded) {
+    const char c = folded_word(*p);
+    if (c == 0) break;
+    *folded = c;
   }
+  if (p == limit) p = end_of_run(p, end);
   word.length = static_cast<size_t>(p - text);
 
-  if (p != end && *p == ' ' && (class_of(*text) & kDigit) != 0) {
+  if (p != end && *p == ' ' && is_digit(*text)) {
     uint16_t type = 0;
     const Unit* stop = match_value_with_blanks(text, end, &type);
     if (stop != nullptr && stop > p) return token(stop, type);
   }
   if (word.length <= kLongestSpelling) {
     const WordMatch found = find_word(word);
-    const bool exact = (any & kLower) == 0;
-    if (found.type != 0 && (found.kind != TokenKind::kKeyLiteral || exact)) {
-      const bool affix = found.type == TAVO_PARSER_TOKEN_PREFIX ||
-                         found.type == TAVO_PARSER_TOKEN_SUFFIX ||
-                         found.type == TAVO_PARSER_TOKEN_OVERLAY;
-      if (affix && at(p, end, '(')) {
-        return token_or_broken(match_affix(text, end),
-                               TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
-      }
-      return token(p, found.type);
-    }
+    const bool known =
+        found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
+    if (known) return known_word(text, p, end, found.type);
   }
-  const bool digits_follow = (all_but_first & kDigit) != 0;
-  const bool first_digit = is_digit(*text);
-  if (digits_follow && (first_digit || (*text == '-' && word.length > 1))) {
-    return token(p, INTEGER);
-  }
-  return token(p, TAVO_PARSER_STRING_WITHOUT_QUOTES);
+  const bool number =
+      (is_digit(*text) || (*text == '-' && word.length > 1)) && all_digits(text + 1, p);
+  return token(p, number ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES);
 }
 
 Lexeme scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
-    case ',': return token(text + 1, COMMA);
-    case '=': return token(text + 1, EQUAL);
-    case ')': return token(text + 1, RIGHT_PARENTHESIS);
-    case '\'': return token(text + 1, SINGLE_QUOTE);
-    case '\\': return token(text + 1, BACKSLASH);
+    case ',':
+      return token(text + 1, COMMA);
+    case '=':
+      return token(text + 1, EQUAL);
+    case ')':
+      return token(text + 1, RIGHT_PARENTHESIS);
+    case '\'':
+      return token(text + 1, SINGLE_QUOTE);
+    case '\\':
+      return token(text + 1, BACKSLASH);
     case '"':
       if (text + 1 == end) return token(end, QUOTE);
       return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
@@ -196,9 +213,11 @@ Lexeme scan_other(const Unit* text, const Unit* end) {
       }
       return token(text + 1, LEFT_PARENTHESIS);
     case '+':
-      if (text + 1 != end && is_digit(text[1])) return token(match_integer(text, end).stop, INTEGER);
+      if (text + 1 != end && is_digit(text[1]))
+        return token(match_integer(text, end).stop, INTEGER);
       break;
-    default: break;
+    default:
+      break;
   }
   return token_or_broken(match_bad_separator(text, end), BAD_SEP);
 }
@@ -213,8 +232,7 @@ Lexeme scan(const Unit* text, const Unit* end) {
 }
 
 const Unit* next_character(const Unit* text, const Unit* end) {
-  const bool pair =
-      is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
+  const bool pair = is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
   return text + (pair ? 2 : 1);
 }
 
@@ -226,7 +244,8 @@ Match match_word_run(const Unit* text, const Unit* end) {
 Match match_integer(const Unit* text, const Unit* end) {
   if (text != end && is_sign(*text)) ++text;
   const Unit* digits = text;
-  while (text != end && is_digit(*text)) ++text;
+  while (text != end && is_digit(*text))
+    ++text;
   return text == digits ? failed(text, RecognitionError::kEarlyExit) : matched(text);
 }
 
@@ -247,7 +266,8 @@ Match match_comment(const Unit* text, const Unit* end) {
   if (!at(text, end, '/')) return failed(text, RecognitionError::kMismatchedToken);
   ++text;
   if (at(text, end, '/')) {
-    while (text != end && *text != '\r' && *text != '\n') ++text;
+    while (text != end && *text != '\r' && *text != '\n')
+      ++text;
     return matched(text);
   }
   if (!at(text, end, '*')) return failed(text, RecognitionError::kNoViableAlternative);
@@ -259,7 +279,8 @@ Match match_comment(const Unit* text, const Unit* end) {
 
 Match match_blanks(const Unit* text, const Unit* end) {
   const Unit* p = text;
-  while (p != end && is_blank(*p)) ++p;
+  while (p != end && is_blank(*p))
+    ++p;
   return p == text ? failed(text, RecognitionError::kEarlyExit) : matched(p);
 }
 
@@ -278,7 +299,8 @@ Match match_seed_field_name(const Unit* text, const Unit* end) {
 Match match_copy_ranges(const Unit* text, const Unit* end) {
   if (!at(text, end, '(')) return failed(text, RecognitionError::kEarlyExit);
   Match range = matched(text);
-  while (range.ok() && at(range.stop, end, '(')) range = match_copy_range(range.stop, end);
+  while (range.ok() && at(range.stop, end, '('))
+    range = match_copy_range(range.stop, end);
   return range;
 }
 
@@ -289,23 +311,35 @@ Match match_affix(const Unit* text, const Unit* end) {
     return affix.character(',').rule(match_quoted_string).character(')').match();
   }
   switch (affix.next()) {
-    case 'P': affix.letters("PREFIX"); break;
-    case 'S': affix.letters("SUFFIX"); break;
-    default: return failed(text, RecognitionError::kNoViableAlternative);
+    case 'P':
+      affix.letters("PREFIX");
+      break;
+    case 'S':
+      affix.letters("SUFFIX");
+      break;
+    default:
+      return failed(text, RecognitionError::kNoViableAlternative);
   }
   affix.character('(');
   switch (affix.next()) {
-    case '"': affix.rule(match_quoted_string); break;
-    case 'S': integer_pair(affix.letters("SEQ")).character(')'); break;
-    case 'R': integer_pair(affix.letters("RAND")).character(')'); break;
-    default: affix.fail(RecognitionError::kNoViableAlternative); break;
+    case '"':
+      affix.rule(match_quoted_string);
+      break;
+    case 'S':
+      integer_pair(affix.letters("SEQ")).character(')');
+      break;
+    case 'R':
+      integer_pair(affix.letters("RAND")).character(')');
+      break;
+    default:
+      affix.fail(RecognitionError::kNoViableAlternative);
+      break;
   }
   return affix.character(')').match();
 }
 
 Match match_bad_separator(const Unit* text, const Unit* end) {
-  const bool accepted =
-      text != end && *text != ',' && next_character(text, end) == text + 1;
+  const bool accepted = text != end && *text != ',' && next_character(text, end) == text + 1;
   return accepted ? matched(text + 1) : failed(text, RecognitionError::kMismatchedSet);
 }
 

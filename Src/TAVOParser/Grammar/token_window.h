@@ -31,9 +31,9 @@ class TokenWindow {
   }
 
  private:
-  // A token stays as it is until this many have been read behind it: more than a statement's rule
-  // looks back (to its keyword) and ahead together.
-  static constexpr uint32_t kSlots = 16;
+  // A token stays as it is until this many have been read behind it: more than a rule looks back (to
+  // its keyword) and ahead together.
+  static constexpr uint32_t kSlots = 8;
 
   void read();
 
