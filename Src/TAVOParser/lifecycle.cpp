@@ -6,8 +6,8 @@
 
 namespace {
 
-int32_t giParserRefCnt = 0;     // starts that were not stopped yet
-void* hParserMutex = nullptr;   // guards the count's decrement
+int32_t giParserRefCnt = 0;    // starts that were not stopped yet
+void* hParserMutex = nullptr;  // guards the count's decrement
 
 // Makes the first start and the last stop one step each, seen from other threads: a start must not
 // meet thread blocks that a stop is still cleaning.

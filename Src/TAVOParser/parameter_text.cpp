@@ -13,13 +13,10 @@ ParameterText::~ParameterText() {
 
 uint32_t ParameterText::fetch(const RequestRecord& request) {
   switch (request.form) {
-    case 'M':
-      return convert(request);
+    case 'M': return convert(request);
     case 'W':
-    case 0:
-      break;
-    default:
-      return TAVO_STATUS_UNKNOWN_TEXT_FORM;
+    case 0: break;
+    default: return TAVO_STATUS_UNKNOWN_TEXT_FORM;
   }
   const auto* descriptor = static_cast<const ParmTextW*>(request.parmText);
   text_ = descriptor == nullptr ? nullptr : descriptor->text;

@@ -19,16 +19,11 @@ namespace detail {
 
 constexpr std::array<uint8_t, 128> make_character_classes() {
   std::array<uint8_t, 128> table{};
-  for (unsigned c = '0'; c <= '9'; ++c)
-    table[c] = kWord | kDigit;
-  for (unsigned c = 'A'; c <= 'Z'; ++c)
-    table[c] = kWord | kUpper;
-  for (unsigned c = 'a'; c <= 'z'; ++c)
-    table[c] = kWord | kLower;
-  for (unsigned c : {0x2Du, 0x2Eu, 0x3Au, 0x5Fu})
-    table[c] = kWord;  // - . : _
-  for (unsigned c : {0x09u, 0x0Au, 0x0Cu, 0x0Du, 0x20u})
-    table[c] = kBlank;
+  for (unsigned c = '0'; c <= '9'; ++c) table[c] = kWord | kDigit;
+  for (unsigned c = 'A'; c <= 'Z'; ++c) table[c] = kWord | kUpper;
+  for (unsigned c = 'a'; c <= 'z'; ++c) table[c] = kWord | kLower;
+  for (unsigned c : {0x2Du, 0x2Eu, 0x3Au, 0x5Fu}) table[c] = kWord;  // - . : _
+  for (unsigned c : {0x09u, 0x0Au, 0x0Cu, 0x0Du, 0x20u}) table[c] = kBlank;
   return table;
 }
 

@@ -1,6 +1,6 @@
-// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's common
-// tokens, and a token pool of our own. The runtime's pool would clear a quarter of a megabyte for
-// every lexer, most of the cost of a short parse.
+// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's
+// common tokens, and a token pool of our own. The runtime's pool would clear a quarter of a
+// megabyte for every lexer, most of the cost of a short parse.
 #pragma once
 
 #include <antlr3.h>
@@ -60,8 +60,8 @@ struct LineCursor {
   // less than the column, as the runtime counts, but never below 0: a position of -1 would read as
   // "unknown" in an error.
   int32_t character_position(const uint16_t* place) const {
-    const auto column = static_cast<int32_t>(place - line_start) -
-                        static_cast<int32_t>(pairs_in_line);
+    const auto column =
+        static_cast<int32_t>(place - line_start) - static_cast<int32_t>(pairs_in_line);
     return line == 1 && column > 0 ? column - 1 : column;
   }
   // Moves over text that may contain line ends and surrogate pairs.

@@ -72,8 +72,7 @@ class Sequence {
 };
 
 const Unit* end_of_run(const Unit* text, const Unit* end) {
-  while (text != end && is_word(*text))
-    ++text;
+  while (text != end && is_word(*text)) ++text;
   return text;
 }
 
@@ -122,14 +121,12 @@ constexpr Lexeme token_or_broken(Match match, uint16_t type) {
 }
 
 bool all_digits(const Unit* text, const Unit* end) {
-  while (text != end && is_digit(*text))
-    ++text;
+  while (text != end && is_digit(*text)) ++text;
   return text == end;
 }
 
 bool has_lower_case(const Unit* text, const Unit* end) {
-  while (text != end && (class_of(*text) & kLower) == 0)
-    ++text;
+  while (text != end && (class_of(*text) & kLower) == 0) ++text;
   return text != end;
 }
 
@@ -176,16 +173,11 @@ Lexeme scan_word(const Unit* text, const Unit* end) {
 
 Lexeme scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
-    case ',':
-      return token(text + 1, COMMA);
-    case '=':
-      return token(text + 1, EQUAL);
-    case ')':
-      return token(text + 1, RIGHT_PARENTHESIS);
-    case '\'':
-      return token(text + 1, SINGLE_QUOTE);
-    case '\\':
-      return token(text + 1, BACKSLASH);
+    case ',': return token(text + 1, COMMA);
+    case '=': return token(text + 1, EQUAL);
+    case ')': return token(text + 1, RIGHT_PARENTHESIS);
+    case '\'': return token(text + 1, SINGLE_QUOTE);
+    case '\\': return token(text + 1, BACKSLASH);
     case '"':
       if (text + 1 == end) return token(end, QUOTE);
       return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
@@ -216,8 +208,7 @@ Lexeme scan_other(const Unit* text, const Unit* end) {
       if (text + 1 != end && is_digit(text[1]))
         return token(match_integer(text, end).stop, INTEGER);
       break;
-    default:
-      break;
+    default: break;
   }
   return token_or_broken(match_bad_separator(text, end), BAD_SEP);
 }
@@ -244,8 +235,7 @@ Match match_word_run(const Unit* text, const Unit* end) {
 Match match_integer(const Unit* text, const Unit* end) {
   if (text != end && is_sign(*text)) ++text;
   const Unit* digits = text;
-  while (text != end && is_digit(*text))
-    ++text;
+  while (text != end && is_digit(*text)) ++text;
   return text == digits ? failed(text, RecognitionError::kEarlyExit) : matched(text);
 }
 
@@ -266,8 +256,7 @@ Match match_comment(const Unit* text, const Unit* end) {
   if (!at(text, end, '/')) return failed(text, RecognitionError::kMismatchedToken);
   ++text;
   if (at(text, end, '/')) {
-    while (text != end && *text != '\r' && *text != '\n')
-      ++text;
+    while (text != end && *text != '\r' && *text != '\n') ++text;
     return matched(text);
   }
   if (!at(text, end, '*')) return failed(text, RecognitionError::kNoViableAlternative);
@@ -279,8 +268,7 @@ Match match_comment(const Unit* text, const Unit* end) {
 
 Match match_blanks(const Unit* text, const Unit* end) {
   const Unit* p = text;
-  while (p != end && is_blank(*p))
-    ++p;
+  while (p != end && is_blank(*p)) ++p;
   return p == text ? failed(text, RecognitionError::kEarlyExit) : matched(p);
 }
 
@@ -299,8 +287,7 @@ Match match_seed_field_name(const Unit* text, const Unit* end) {
 Match match_copy_ranges(const Unit* text, const Unit* end) {
   if (!at(text, end, '(')) return failed(text, RecognitionError::kEarlyExit);
   Match range = matched(text);
-  while (range.ok() && at(range.stop, end, '('))
-    range = match_copy_range(range.stop, end);
+  while (range.ok() && at(range.stop, end, '(')) range = match_copy_range(range.stop, end);
   return range;
 }
 
@@ -311,29 +298,16 @@ Match match_affix(const Unit* text, const Unit* end) {
     return affix.character(',').rule(match_quoted_string).character(')').match();
   }
   switch (affix.next()) {
-    case 'P':
-      affix.letters("PREFIX");
-      break;
-    case 'S':
-      affix.letters("SUFFIX");
-      break;
-    default:
-      return failed(text, RecognitionError::kNoViableAlternative);
+    case 'P': affix.letters("PREFIX"); break;
+    case 'S': affix.letters("SUFFIX"); break;
+    default: return failed(text, RecognitionError::kNoViableAlternative);
   }
   affix.character('(');
   switch (affix.next()) {
-    case '"':
-      affix.rule(match_quoted_string);
-      break;
-    case 'S':
-      integer_pair(affix.letters("SEQ")).character(')');
-      break;
-    case 'R':
-      integer_pair(affix.letters("RAND")).character(')');
-      break;
-    default:
-      affix.fail(RecognitionError::kNoViableAlternative);
-      break;
+    case '"': affix.rule(match_quoted_string); break;
+    case 'S': integer_pair(affix.letters("SEQ")).character(')'); break;
+    case 'R': integer_pair(affix.letters("RAND")).character(')'); break;
+    default: affix.fail(RecognitionError::kNoViableAlternative); break;
   }
   return affix.character(')').match();
 }

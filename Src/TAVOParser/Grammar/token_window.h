@@ -31,8 +31,8 @@ class TokenWindow {
   }
 
  private:
-  // A token stays as it is until this many have been read behind it: more than a rule looks back (to
-  // its keyword) and ahead together.
+  // A token stays as it is until this many have been read behind it: more than a rule looks back
+  // (to its keyword) and ahead together.
   static constexpr uint32_t kSlots = 8;
 
   void read();
