@@ -59,20 +59,35 @@ bool StatementReader::read_line(std::string& line) {
 
 bool StatementReader::next(FileStatement& statement) {
   statement.bytes.clear();
+  statement.lead.swap(lead_);
+  lead_.clear();
+  statement.inner.clear();
+  const auto keep = [](std::string& lines, const std::string& line) {
+    lines += line;
+    lines += '\n';
+  };
   bool begun = false;
   size_t gap = 0;  // comment lines since the last line of the statement
   std::string line;
   while (read_line(line)) {
     if (!begun) {
-      if (is_blank(line) || line.front() == '#') continue;
+      if (is_blank(line) || line.front() == '#') {
+        keep(statement.lead, line);
+        continue;
+      }
       statement.first_line = line_;
       statement.bytes = line;
+      statement.raw = line;
       begun = true;
       if (layout_ == Layout::kLines) break;
       continue;
     }
-    if (is_blank(line)) break;
+    if (is_blank(line)) {
+      keep(lead_, line);
+      break;
+    }
     if (line.front() == '#') {
+      keep(lead_, line);
       ++gap;
       continue;
     }
@@ -82,6 +97,9 @@ bool StatementReader::next(FileStatement& statement) {
       break;
     }
     // Comment lines leave empty ones, so that lines keep their numbers.
+    statement.inner += lead_;
+    statement.raw.append("\n").append(lead_).append(line);
+    lead_.clear();
     statement.bytes.append(gap + 1, '\n');
     statement.bytes += line;
     gap = 0;

@@ -17,13 +17,16 @@ enum class Layout {
 struct FileStatement {
   std::string bytes;
   size_t first_line = 0;  // from 1
+  std::string lead;       // blank and comment lines before it, as they are
+  std::string inner;      // comment lines within it
+  std::string raw;        // its lines as they are, without the last line end
 };
 
 class StatementReader {
  public:
   StatementReader(std::istream& input, Layout layout) : input_(input), layout_(layout) {}
 
-  // False at the end of the file.
+  // False at the end of the file; `lead` then holds the lines behind the last statement.
   bool next(FileStatement& statement);
 
   // So far, for showing the progress.
@@ -40,6 +43,7 @@ class StatementReader {
   size_t line_ = 0;   // of the line that was read last
   std::string held_;  // read, but of the next statement
   bool holds_ = false;
+  std::string lead_;  // of the next statement
 };
 
 // Whether a statement that ended with `before` goes on in `line`: the line begins with white space,

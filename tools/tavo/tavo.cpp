@@ -32,6 +32,9 @@ int run(int argc, char** argv) {
   add_parse(app, common, &status);
   add_check(app, common, &status);
   add_tokens(app, common, &status);
+  add_explain(app, &status);
+  add_fmt(app, common, &status);
+  add_completion(app, &status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
