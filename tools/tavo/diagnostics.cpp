@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cures.h"
 #include "secrets.h"
 #include "terminal.h"
 
@@ -63,6 +64,7 @@ void cut(std::wstring& line, size_t& begin, size_t& end) {
 std::vector<Finding> find_errors(const StatementText& statement, const ParseResult& result,
                                  bool show_secrets) {
   std::vector<Finding> findings;
+  const WrittenStatement written = walk(statement);
   for (const Error& error : result.errors) {
     Finding& finding = findings.emplace_back();
     finding.number = error.number;
@@ -70,6 +72,11 @@ std::vector<Finding> find_errors(const StatementText& statement, const ParseResu
     if (error.location) {
       place_at(finding, statement.text(),
                {error.location->offset, size_t{error.location->offset} + error.location->length});
+    } else {
+      place_at(finding, statement.text(), place_of_violation(statement, written, error));
+    }
+    for (std::wstring& cure : cures_of(statement, written, error)) {
+      finding.cures.push_back(std::move(cure));
     }
   }
   return findings;

@@ -38,6 +38,8 @@ bool starts_option(uint32_t type) {
          type == TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
+constexpr size_t kExcerpt = 160;  // characters of a message's excerpt that are shown
+
 class SecretFinder {
  public:
   SecretFinder(std::wstring_view text, const std::vector<TAVOTextToken>& tokens) : text_(text) {
@@ -125,12 +127,16 @@ std::wstring masked(std::wstring_view text, const std::vector<Range>& secrets, R
 }
 
 std::wstring masked_message(const Error& error, const StatementText& statement, bool show_secrets) {
-  if (show_secrets || error.excerpt.empty() || statement.secrets().empty()) return error.message;
+  if (error.excerpt.empty()) return error.message;
   std::vector<Insert> inserts = error.inserts;
   for (Insert& insert : inserts) {
     if (insert.id != TAVO_TOKID_SUBSTR) continue;
     const size_t end = std::min(insert.value.size(), statement.text().size());
-    insert.value = masked(statement.text(), statement.secrets(), {0, end}, false);
+    insert.value = masked(statement.text(), statement.secrets(), {0, end}, show_secrets);
+    if (insert.value.size() <= kExcerpt) continue;
+    std::wstring tail(1, L'…');
+    tail.append(insert.value, insert.value.size() - kExcerpt, kExcerpt);
+    insert.value = std::move(tail);
   }
   return format_message(error.number, inserts);
 }

@@ -26,7 +26,7 @@ bool is_secret(const Pair& pair);
 std::wstring masked(std::wstring_view text, const std::vector<Range>& secrets, Range part,
                     bool show_secrets);
 
-// The message of an error, its excerpt masked.
+// The message of an error, its excerpt masked and, when it is long, cut to its end.
 std::wstring masked_message(const Error& error, const StatementText& statement, bool show_secrets);
 
 }  // namespace tavo::cli

@@ -60,8 +60,16 @@ StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_pag
 }
 
 ParseResult StatementText::parse() const {
-  if (code_page_) return tavo::parse(bytes_, CodePage{*code_page_, 0});
-  return tavo::parse(std::wstring_view(text_));
+  const ParseResult result = code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
+                                        : tavo::parse(std::wstring_view(text_));
+  // A trace level is the statement's wish for the process that masks, not for this one. The
+  // statement that only sets the level goes back to the configured one.
+  for (const TAVOTextToken& token : tokens_) {
+    if (token.type != TAVO_PARSER_CMN_PARM_TRCLEVEL) continue;
+    tavo::parse(std::wstring_view(L"TRCLEVEL=\"\""));
+    break;
+  }
+  return result;
 }
 
 std::vector<TAVOTextToken> StatementText::visible_tokens() const {

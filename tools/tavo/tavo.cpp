@@ -30,6 +30,11 @@ int run(int argc, char** argv) {
   app.fallthrough();
   app.parse_complete_callback([&] { set_color(common.color); });
   add_parse(app, common, &status);
+  add_check(app, common, &status);
+  add_tokens(app, common, &status);
+  add_explain(app, &status);
+  add_fmt(app, common, &status);
+  add_completion(app, &status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -3,12 +3,11 @@
 
 #include <algorithm>
 #include <array>
-#include <iostream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "diagnostics.h"
 #include "secrets.h"
+#include "standard_input.h"
 #include "terminal.h"
 #include "verbs.h"
 
@@ -83,13 +82,6 @@ void print_tsv(const std::vector<Pair>& pairs, bool show_secrets) {
                               type_name(pair, false), printable(shown_value(pair, show_secrets)),
                               pair.value_type, type_name(pair, true)));
   }
-}
-
-std::string read_standard_input() {
-  std::string text{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
-  if (text.ends_with('\n')) text.pop_back();
-  if (text.ends_with('\r')) text.pop_back();
-  return text;
 }
 
 int run_parse(const ParseOptions& options, const CommonOptions& common) {

@@ -20,5 +20,10 @@ struct CommonOptions {
 
 // Each adds its subcommand; the subcommand's callback leaves the exit status in *status.
 void add_parse(CLI::App& app, CommonOptions& common, int* status);
+void add_check(CLI::App& app, CommonOptions& common, int* status);
+void add_tokens(CLI::App& app, CommonOptions& common, int* status);
+void add_explain(CLI::App& app, int* status);
+void add_fmt(CLI::App& app, CommonOptions& common, int* status);
+void add_completion(CLI::App& app, int* status);
 
 }  // namespace tavo::cli

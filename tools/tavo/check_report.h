@@ -1,0 +1,38 @@
+// How `tavo check` tells what it finds. Each report is written as it goes, so that a long file
+// needs no more memory than a short one.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "diagnostics.h"
+
+namespace tavo::cli {
+
+struct CheckedStatement {
+  const std::string& file;
+  size_t first_line;
+  const StatementText& text;
+};
+
+struct CheckTotals {
+  size_t files = 0;
+  size_t unreadable = 0;
+  size_t statements = 0;
+  size_t wrong = 0;  // statements
+  size_t errors = 0;
+  size_t warnings = 0;
+};
+
+class CheckReport {
+ public:
+  virtual ~CheckReport() = default;
+  virtual void begin() {}
+  virtual void add(const CheckedStatement& statement, const Finding& finding) = 0;
+  virtual void end(const CheckTotals& totals) = 0;
+};
+
+// format: text, json or sarif.
+std::unique_ptr<CheckReport> make_check_report(const std::string& format, bool show_secrets);
+
+}  // namespace tavo::cli

@@ -1,0 +1,251 @@
+#include "explain.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "TAVOParserCpp.hpp"
+#include "nearest.h"
+#include "status_table.h"
+#include "terminal.h"
+
+namespace tavo::cli {
+namespace {
+
+constexpr size_t kWidth = 96;
+
+std::string bold(const std::string& text) {
+  return styled(stdout, Style::kBold, text);
+}
+
+// Words broken into lines that begin with `indent` blanks.
+std::string wrapped(const std::string& text, size_t indent) {
+  std::string result, line;
+  size_t start = 0;
+  while (start < text.size()) {
+    const size_t end = std::min(text.find(' ', start), text.size());
+    const std::string word = text.substr(start, end - start);
+    if (!line.empty() && indent + line.size() + 1 + word.size() > kWidth) {
+      result += std::string(indent, ' ') + line + "\n";
+      line.clear();
+    }
+    if (!line.empty()) line += ' ';
+    line += word;
+    start = end + 1;
+  }
+  return result + std::string(indent, ' ') + line + "\n";
+}
+
+std::string rule_lines(const Statement& statement, const Option* only) {
+  std::string text;
+  for (const TAVORuleInfo& rule : statement.rules) {
+    const bool touches = std::any_of(std::begin(rule.keys), std::end(rule.keys), [&](uint32_t key) {
+      return key != 0 && only != nullptr && option_of_key(statement, key) == only;
+    });
+    if (only != nullptr && !touches) continue;
+    text += fmt::format("  {} {}\n", bold(std::to_string(rule.number)),
+                        join(options_of_rule(statement, rule)));
+    text += wrapped(message_of(rule.number), 7);
+  }
+  return text;
+}
+
+std::string stored_value(const TAVOValueInfo& value, bool data_type) {
+  if (value.valueType == 0) return "no value type (0)";
+  if (data_type) return fmt::format("data-type code {}", value.valueType);
+  return named_type(value.valueType);
+}
+
+std::string value_lines(const Option& option) {
+  std::string text;
+  if (option.syntax == TAVO_SYNTAX_STRING) {
+    return "  \"<text>\"  stored as " + named_type(TAVO_PARSER_STRING_WITH_QUOTES) +
+           ", without its quotes\n  any one word, keyword or sign  stored as " +
+           named_type(TAVO_PARSER_STRING_WITHOUT_QUOTES) + "\n";
+  }
+  if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
+    text =
+        "  a list in parentheses, each parameter stored as a pair of its own under\n"
+        "  the keyword, a colon and the parameter's keyword:\n";
+    for (const Option& parameter : option.parameters) {
+      text += fmt::format("    {} = {}\n", join(spellings(parameter), " | "),
+                          join(value_notations(parameter), " | "));
+    }
+    return text;
+  }
+  const bool data_type = option.key_type == TAVO_PARSER_PARAM_FLDDEF_DATATYPE;
+  for (const TAVOValueInfo& value : option.values) {
+    text += wrapped(join(notations(value.tokenType), " | "), 2);
+    text.pop_back();
+    text += fmt::format("  stored as {}", stored_value(value, data_type));
+    if (value.keyType != option.key_type)
+      text += fmt::format(" under {}", named_type(value.keyType));
+    text += "\n";
+  }
+  return text;
+}
+
+// Whether the platform has a text for a number: what stands for an unknown one differs from that of
+// another unknown number by the number only.
+bool has_message(uint32_t number) {
+  constexpr uint32_t kUnknown = 4000000000;
+  std::string stand_in = message_of(kUnknown);
+  const std::string digits = std::to_string(kUnknown);
+  const size_t at = stand_in.find(digits);
+  if (at != std::string::npos) stand_in.replace(at, digits.size(), std::to_string(number));
+  const std::string message = message_of(number);
+  return !message.empty() && message != stand_in;
+}
+
+}  // namespace
+
+std::string named_type(uint32_t type) {
+  const std::string name = token_name(type);
+  return name.empty() ? std::to_string(type) : fmt::format("{} ({})", name, type);
+}
+
+std::vector<std::string> options_of_rule(const Statement& statement, const TAVORuleInfo& rule) {
+  std::vector<std::string> names;
+  for (const uint32_t key : rule.keys) {
+    if (key == 0) continue;
+    const Option* option = option_of_key(statement, key);
+    names.push_back(option != nullptr ? long_spelling(*option) : named_type(key));
+  }
+  return names;
+}
+
+const Statement* find_statement(const std::string& name) {
+  for (const Statement& statement : statements()) {
+    for (const std::string& known : names(statement)) {
+      if (known == upper(name)) return &statement;
+    }
+  }
+  return nullptr;
+}
+
+const Option* find_option(const std::vector<Option>& options, const std::string& name) {
+  std::string word = upper(name);
+  // A keyword with a number is found with and without it.
+  const std::string bare = word.substr(0, word.find_last_not_of("0123456789") + 1);
+  for (const Option& option : options) {
+    for (const std::string& spelling : spellings(option)) {
+      if (spelling == word) return &option;
+      if (option.syntax == TAVO_SYNTAX_PARAMETERS && spelling == bare) return &option;
+    }
+  }
+  return nullptr;
+}
+
+std::vector<std::string> all_spellings(const std::vector<Option>& options) {
+  std::vector<std::string> all;
+  for (const Option& option : options) {
+    for (std::string& spelling : spellings(option))
+      all.push_back(std::move(spelling));
+  }
+  return all;
+}
+
+std::vector<const Statement*> statements_with(const std::string& option) {
+  std::vector<const Statement*> found;
+  for (const Statement& statement : statements()) {
+    if (find_option(statement.options, option) != nullptr) found.push_back(&statement);
+  }
+  return found;
+}
+
+std::string explain_all() {
+  std::string text;
+  size_t width = 0;
+  for (const Statement& statement : statements()) {
+    width = std::max(width, join(names(statement), ", ").size());
+  }
+  for (const Statement& statement : statements()) {
+    text += fmt::format("{}  {:<18}  {:2} options  {:2} rules\n",
+                        bold(fmt::format("{:<{}}", join(names(statement), ", "), width)),
+                        head(statement), statement.options.size(), statement.rules.size());
+  }
+  return text +
+         "\ntavo explain NAME lists the options of one, tavo explain NAME OPTION explains an "
+         "option,\ntavo explain NUMBER an error.\n";
+}
+
+std::string explain_statement(const Statement& statement) {
+  std::string text = bold(head(statement)) + "\n";
+  text += fmt::format("  names: {}\n", join(names(statement)));
+  if (statement.key_type == 0) {
+    return text + "  stores nothing; sets the trace level; text behind it is ignored\n";
+  }
+  text += fmt::format(
+      "  stored as {} under {}\n",
+      statement.value_type == 0 ? "no value type (0)" : named_type(statement.value_type),
+      named_type(statement.key_type));
+  text += bold("Options") + "\n";
+  for (const Option& option : statement.options) {
+    const std::vector<std::string> written = spellings(option);
+    text += fmt::format("  {}\n", bold(written.empty() ? notations(option.keywords.front()).front()
+                                                       : join(written, " | ")));
+    text += wrapped("= " + join(value_notations(option), " | "), 6);
+  }
+  if (!statement.rules.empty()) {
+    text += bold("Rules, in the order in which they are tried") + "\n";
+    text += rule_lines(statement, nullptr);
+  }
+  return text;
+}
+
+std::string explain_option(const Statement& statement, const Option& option,
+                           const Option* parameter_of) {
+  std::string text =
+      fmt::format("{} of {}{}\n", bold(long_spelling(option)), head(statement),
+                  parameter_of == nullptr
+                      ? ""
+                      : fmt::format(", in the parentheses of {}", long_spelling(*parameter_of)));
+  const std::vector<std::string> written = spellings(option);
+  text += fmt::format("  spellings: {}\n",
+                      written.empty() ? notations(option.keywords.front()).front() : join(written));
+  if (option.begins_with(TAVO_PARSER_CMN_PARM_FLDDEF)) {
+    text += "  may carry a number from 1 to 99: FLDDEF1 to FLDDEF99\n";
+  }
+  if (option.syntax != TAVO_SYNTAX_PARAMETERS) {
+    text += fmt::format("  stored under {}\n", named_type(option.key_type));
+  }
+  if (option.sets_trace_level) text += "  sets the trace level, too\n";
+  text += bold("Values") + "\n" + value_lines(option);
+  const std::string rules = rule_lines(statement, &option);
+  if (!rules.empty()) text += bold("Rules") + "\n" + rules;
+  return text;
+}
+
+std::string explain_option_everywhere(const std::vector<const Statement*>& owners,
+                                      const std::string& name) {
+  std::string text = fmt::format("{} is an option of:\n", bold(upper(name)));
+  for (const Statement* statement : owners) {
+    const Option* option = find_option(statement->options, name);
+    text += fmt::format("  {}\n", bold(title(*statement)));
+    text += wrapped("= " + join(value_notations(*option), " | "), 6);
+  }
+  return text +
+         fmt::format("\ntavo explain {} {} tells more.\n", title(*owners.front()), upper(name));
+}
+
+std::string explain_number(uint32_t number) {
+  const StatusInfo* status = find_status(number);
+  if (status == nullptr && !has_message(number)) return "";
+  std::string text = fmt::format("{} {}\n", bold(std::to_string(number)),
+                                 status == nullptr ? "a number of the platform" : status->name);
+  text += wrapped(message_of(number), 2);
+  if (status != nullptr && !status->inserts.empty()) {
+    text += fmt::format("  inserts: {}\n", status->inserts);
+  }
+  for (const Statement& statement : statements()) {
+    for (const TAVORuleInfo& rule : statement.rules) {
+      if (rule.number != number) continue;
+      const std::vector<std::string> names = options_of_rule(statement, rule);
+      text += fmt::format("  a rule of {}{}{}\n", title(statement), names.empty() ? "" : " on ",
+                          join(names));
+    }
+  }
+  return text;
+}
+
+}  // namespace tavo::cli

@@ -1,0 +1,33 @@
+// What the tables say about a statement, an option, an error number.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "language.h"
+
+namespace tavo::cli {
+
+std::string explain_all();
+std::string explain_statement(const Statement& statement);
+// parameter_of: the option that a parameter belongs to, or null.
+std::string explain_option(const Statement& statement, const Option& option,
+                           const Option* parameter_of);
+// An option without its statement: who has it.
+std::string explain_option_everywhere(const std::vector<const Statement*>& owners,
+                                      const std::string& name);
+// Empty when the number is not known.
+std::string explain_number(uint32_t number);
+
+const Statement* find_statement(const std::string& name);
+const Option* find_option(const std::vector<Option>& options, const std::string& name);
+std::vector<std::string> all_spellings(const std::vector<Option>& options);
+// Those that have an option of that name.
+std::vector<const Statement*> statements_with(const std::string& option);
+
+// Names of the options that a rule looks at.
+std::vector<std::string> options_of_rule(const Statement& statement, const TAVORuleInfo& rule);
+// "TAVO_SEED_LITERAL (246)"; what no name is known for as a number.
+std::string named_type(uint32_t type);
+
+}  // namespace tavo::cli

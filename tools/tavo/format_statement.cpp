@@ -1,0 +1,152 @@
+#include "format_statement.h"
+
+#include <set>
+
+#include "nearest.h"
+#include "syntax.h"
+
+namespace tavo::cli {
+namespace {
+
+constexpr std::wstring_view kBreak = L"\n  ";
+
+class Formatter {
+ public:
+  Formatter(const StatementText& text, const StatementStyle& style)
+      : text_(text), style_(style), written_(walk(text)) {}
+
+  std::wstring format() {
+    note_keywords();
+    const size_t end = end_of_statement();
+    for (const TAVOTextToken& token : text_.tokens()) {
+      if (token.offset >= end) break;
+      if (token.hidden == 0) {
+        put_visible(token);
+      } else if (token.type == COMMENT) {
+        put_comment(token);
+      } else {
+        broken_line_ |= text_.text_of(token).find(L'\n') != std::wstring_view::npos;
+      }
+    }
+    out_ += text_.text().substr(end);
+    return std::move(out_);
+  }
+
+ private:
+  // Which visible tokens are keywords and of what, and which commas separate options.
+  void note_keywords() {
+    keywords_.resize(written_.tokens.size(), nullptr);
+    for (const WrittenOption& option : written_.options) {
+      keywords_[option.first] = option.option;
+      separators_.insert(option.first - 1);
+      for (const WrittenOption& parameter : option.parameters) {
+        keywords_[parameter.first] = parameter.option;
+      }
+    }
+  }
+
+  // Behind the last token that the parser reads; behind everything when it reads all of it. What
+  // follows is ignored, and is nothing that has a layout.
+  size_t end_of_statement() const {
+    if (written_.past >= written_.tokens.size() || written_.past == 0) {
+      return text_.tokens().empty() ? 0 : text_.text().size();
+    }
+    const TAVOTextToken& last = written_.tokens[written_.past - 1];
+    return size_t{last.offset} + last.length;
+  }
+
+  std::wstring spelled(const TAVOTextToken& token, size_t index) const {
+    const std::wstring typed(text_.text_of(token));
+    if (index == 0) return spell_keyword(typed, written_.statement->keywords);
+    const Option* option = keywords_[index];
+    // The keys of a user's own provider are data.
+    if (option == nullptr || token.type == TAVO_PARSER_STRING_WITHOUT_QUOTES) return typed;
+    return spell_keyword(typed, option->keywords);
+  }
+
+  std::wstring spell_keyword(const std::wstring& typed,
+                             const std::vector<uint32_t>& keywords) const {
+    const std::string upper_case = upper(to_utf8(typed));
+    std::string best;
+    for (const uint32_t keyword : keywords) {
+      for (const std::string& spelling : spellings(keyword)) {
+        // A keyword with a number has one word only.
+        if (upper_case.starts_with(spelling) && spellings(keyword).size() == 1 &&
+            keywords.size() == 1) {
+          return from_utf8(upper_case);
+        }
+        const bool longer = style_.spelling == StatementStyle::Spelling::kLong;
+        const bool better = longer ? spelling.size() > best.size() : spelling.size() < best.size();
+        if (best.empty() || better) best = spelling;
+      }
+    }
+    const bool keep = style_.spelling == StatementStyle::Spelling::kKeep || best.empty();
+    return from_utf8(keep ? upper_case : best);
+  }
+
+  void put_visible(const TAVOTextToken& token) {
+    const bool closes =
+        token.type == COMMA || token.type == EQUAL || token.type == RIGHT_PARENTHESIS;
+    if (after_line_comment_) {
+      out_ += kBreak;
+    } else if (after_comma_) {
+      out_ += style_.option_a_line && after_separator_ ? kBreak : std::wstring_view(L" ");
+    } else if (after_comment_ && !closes) {
+      out_ += L' ';
+    }
+    out_ += spelled(token, index_);
+    after_comma_ = token.type == COMMA;
+    after_separator_ = separators_.contains(index_);
+    after_comment_ = after_line_comment_ = broken_line_ = false;
+    ++index_;
+  }
+
+  // A comment stays behind what it followed, or on its own line where options have theirs.
+  void put_comment(const TAVOTextToken& token) {
+    const std::wstring_view comment = text_.text_of(token);
+    const bool own_line = style_.option_a_line && broken_line_ && after_separator_;
+    if (after_line_comment_ || own_line) {
+      out_ += kBreak;
+    } else if (!out_.empty()) {
+      out_ += L' ';
+    }
+    out_ += comment;
+    after_comment_ = true;
+    after_line_comment_ = comment.starts_with(L"//");
+    broken_line_ = false;
+    // Behind a separator the next option still begins a line.
+    if (!(style_.option_a_line && after_separator_)) after_comma_ = false;
+  }
+
+  const StatementText& text_;
+  const StatementStyle& style_;
+  WrittenStatement written_;
+  std::vector<const Option*> keywords_;
+  std::set<size_t> separators_;
+  std::wstring out_;
+  size_t index_ = 0;  // of the next visible token
+  bool after_comma_ = false;
+  bool after_separator_ = false;
+  bool after_comment_ = false;
+  bool after_line_comment_ = false;
+  bool broken_line_ = false;  // a line end was passed since the last token
+};
+
+}  // namespace
+
+std::wstring format_statement(const StatementText& text, const StatementStyle& style) {
+  return Formatter(text, style).format();
+}
+
+bool stores_the_same(const ParseResult& before, const ParseResult& after) {
+  if (before.status != after.status || before.pairs.size() != after.pairs.size()) return false;
+  for (size_t i = 0; i < before.pairs.size(); ++i) {
+    const Pair& a = before.pairs[i];
+    const Pair& b = after.pairs[i];
+    if (a.key_type != b.key_type || a.value_type != b.value_type || a.value != b.value)
+      return false;
+  }
+  return true;
+}
+
+}  // namespace tavo::cli

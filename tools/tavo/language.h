@@ -1,0 +1,70 @@
+// The parameter language as the library's tables tell it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "TAVOLanguage.h"
+
+namespace tavo::cli {
+
+struct Option {
+  std::string rule;
+  std::vector<uint32_t> keywords;  // token types that begin it
+  uint32_t key_type = 0;
+  TAVOValueSyntax syntax = TAVO_SYNTAX_TOKEN;
+  bool sets_trace_level = false;
+  std::vector<TAVOValueInfo> values;
+  std::vector<Option> parameters;  // in parentheses
+
+  bool begins_with(uint32_t type) const;
+  const TAVOValueInfo* find_value(uint32_t type) const;
+};
+
+struct Statement {
+  std::string rule;
+  std::string list_rule;
+  std::string option_rule;
+  std::vector<uint32_t> keywords;
+  uint32_t name_token = 0;
+  uint32_t key_type = 0;
+  uint32_t value_type = 0;
+  std::vector<Option> options;
+  std::vector<TAVORuleInfo> rules;
+
+  bool begins_with(uint32_t type) const;
+  // Chosen by a name behind the keyword, like the providers, and not by the keyword alone.
+  bool has_fixed_name() const;
+  bool takes_options() const {
+    return !option_rule.empty();
+  }
+  const Option* find_option(uint32_t keyword) const;
+};
+
+// All statements, in the order of the grammar. Read once.
+const std::vector<Statement>& statements();
+
+std::string token_name(uint32_t type);
+// As in the tables: upper case, the short one usually first.
+std::vector<std::string> spellings(uint32_t type);
+std::vector<std::string> spellings(const Option& option);
+// What is written for a token: its spellings, or a word for its pattern such as <string>.
+std::vector<std::string> notations(uint32_t type);
+std::vector<std::string> value_notations(const Option& option);
+
+// What a statement is called: its first provider name, or its first keyword.
+std::string title(const Statement& statement);
+// Every name that `tavo explain` knows it under.
+std::vector<std::string> names(const Statement& statement);
+// How it begins, such as "PRO=EML" or "LIB=<word>".
+std::string head(const Statement& statement);
+// The option of a key type in a statement, looked for in parameter lists too; or null.
+const Option* option_of_key(const Statement& statement, uint32_t key_type);
+// The first and the longest spelling of an option.
+std::string short_spelling(const Option& option);
+std::string long_spelling(const Option& option);
+
+std::string join(const std::vector<std::string>& list, std::string_view separator = ", ");
+
+}  // namespace tavo::cli

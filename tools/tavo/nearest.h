@@ -1,0 +1,17 @@
+// "Did you mean": the names that are nearest to a misspelled one.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavo::cli {
+
+std::string upper(std::string_view text);
+
+// At most `most` names within a distance that a slip explains, the nearest first; without regard to
+// case. A name that begins with the word counts as near.
+std::vector<std::string> nearest(std::string_view word, const std::vector<std::string>& names,
+                                 size_t most = 1);
+
+}  // namespace tavo::cli

@@ -1,0 +1,241 @@
+#include "reference.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "explain.h"
+#include "language.h"
+#include "railroad.h"
+#include "status_table.h"
+
+namespace tavo::cli {
+namespace {
+
+constexpr size_t kDrawn = 12;  // values that a diagram spells out
+
+// Vertical bars divide the cells of a table.
+std::string cell(std::string text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c == '|') escaped += '\\';
+    escaped += c;
+  }
+  return escaped;
+}
+
+std::string code(const std::string& text) {
+  return "`" + cell(text) + "`";
+}
+
+std::string codes(const std::vector<std::string>& list) {
+  std::vector<std::string> quoted;
+  for (const std::string& text : list)
+    quoted.push_back(code(text));
+  return join(quoted);
+}
+
+std::vector<std::string> written_keywords(const Option& option) {
+  const std::vector<std::string> list = spellings(option);
+  return list.empty() ? notations(option.keywords.front()) : list;
+}
+
+Railroad words(const std::vector<std::string>& list) {
+  std::vector<Railroad> branches;
+  for (const std::string& text : list)
+    branches.push_back(Railroad::word(text));
+  return Railroad::choice(branches);
+}
+
+Railroad draw_values(const Option& option) {
+  if (option.syntax == TAVO_SYNTAX_PARAMETERS) return Railroad::word("field definition");
+  const std::vector<std::string> list = value_notations(option);
+  if (list.size() <= kDrawn) return words(list);
+  return Railroad::word(fmt::format("value of {}", long_spelling(option)));
+}
+
+Railroad draw_option(const Option& option) {
+  std::vector<std::string> keywords = written_keywords(option);
+  if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
+    for (std::string& keyword : keywords)
+      keyword += "[1-99]";
+  }
+  return Railroad::sequence({words(keywords), Railroad::word("="), draw_values(option)});
+}
+
+Railroad draw_options(const std::vector<Option>& options) {
+  std::vector<Railroad> branches;
+  for (const Option& option : options)
+    branches.push_back(draw_option(option));
+  return Railroad::choice(branches);
+}
+
+Railroad draw_statement(const Statement& statement) {
+  std::vector<std::string> keywords;
+  for (const uint32_t keyword : statement.keywords) {
+    for (std::string& spelling : spellings(keyword))
+      keywords.push_back(std::move(spelling));
+  }
+  std::vector<Railroad> parts = {words(keywords), Railroad::word("="),
+                                 words(notations(statement.name_token))};
+  if (statement.takes_options()) {
+    parts.push_back(Railroad::choice(
+        {Railroad::line(),
+         Railroad::loop(Railroad::sequence({Railroad::word(","), Railroad::word("option")}))}));
+  }
+  return Railroad::sequence(parts);
+}
+
+std::string fenced(const Railroad& diagram) {
+  return "```text\n" + diagram.drawn() + "```\n\n";
+}
+
+std::string rule_list(const Statement& statement, const Option& option) {
+  std::vector<std::string> numbers;
+  for (const TAVORuleInfo& rule : statement.rules) {
+    for (const uint32_t key : rule.keys) {
+      if (key == 0 || option_of_key(statement, key) != &option) continue;
+      const std::string link = fmt::format("[{0}](errors.md#{0})", rule.number);
+      if (std::find(numbers.begin(), numbers.end(), link) == numbers.end()) {
+        numbers.push_back(link);
+      }
+    }
+  }
+  return join(numbers);
+}
+
+std::string option_table(const Statement& statement) {
+  std::string text = "| Option | Values | Stored under | Rules |\n|---|---|---|---|\n";
+  for (const Option& option : statement.options) {
+    const bool list = option.syntax == TAVO_SYNTAX_PARAMETERS;
+    text += fmt::format(
+        "| {} | {} | {} | {} |\n", codes(written_keywords(option)),
+        list ? "[field definition](#field-definition)" : codes(value_notations(option)),
+        list ? "its parameters" : named_type(option.key_type), rule_list(statement, option));
+  }
+  return text + "\n";
+}
+
+std::string stored_table(const std::vector<Option>& options) {
+  std::string rows;
+  for (const Option& option : options) {
+    const bool data_type = option.key_type == TAVO_PARSER_PARAM_FLDDEF_DATATYPE;
+    for (const TAVOValueInfo& value : option.values) {
+      if (value.valueType == value.tokenType && value.keyType == option.key_type) continue;
+      rows += fmt::format("| {} | {} | {} |\n", code(long_spelling(option)),
+                          codes(notations(value.tokenType)),
+                          data_type ? fmt::format("data-type code {}", value.valueType)
+                                    : named_type(value.valueType));
+    }
+  }
+  if (rows.empty()) return "";
+  return "Values that are stored as another type than their own token's:\n\n"
+         "| Option | Value | Stored value type |\n|---|---|---|\n" +
+         rows + "\n";
+}
+
+std::string rules_section(const Statement& statement) {
+  if (statement.rules.empty()) return "";
+  std::string text =
+      "Rules, in the order in which they are tried; the first violation is reported:\n\n";
+  size_t number = 0;
+  for (const TAVORuleInfo& rule : statement.rules) {
+    const std::vector<std::string> names = options_of_rule(statement, rule);
+    text += fmt::format("{}. [{}](errors.md#{}){}{}\n", ++number, rule.number, rule.number,
+                        names.empty() ? "" : " on ", codes(names));
+  }
+  return text + "\n";
+}
+
+std::string statement_section(const Statement& statement) {
+  std::string text = fmt::format("## {}\n\n", join(names(statement), ", "));
+  text += fenced(draw_statement(statement));
+  if (!statement.takes_options()) {
+    return text + "Sets the trace level, stores nothing. Text behind it is ignored.\n\n";
+  }
+  text += fmt::format("Stored as value type {} under key type {}. The option:\n\n",
+                      statement.value_type == 0 ? "0" : named_type(statement.value_type),
+                      named_type(statement.key_type));
+  text += fenced(draw_options(statement.options));
+  return text + option_table(statement) + stored_table(statement.options) +
+         rules_section(statement);
+}
+
+// The list in parentheses, which is the same wherever it stands.
+std::string field_definition_section() {
+  for (const Statement& statement : statements()) {
+    for (const Option& option : statement.options) {
+      if (option.syntax != TAVO_SYNTAX_PARAMETERS) continue;
+      const Railroad parameter = Railroad::word("parameter");
+      std::string text = "## Field definition\n\n";
+      text += fenced(Railroad::sequence(
+          {Railroad::word("("), parameter,
+           Railroad::choice({Railroad::line(),
+                             Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
+           Railroad::word(")")}));
+      text += "The parameter, stored under the option's keyword as typed, a colon and its own:\n\n";
+      text += fenced(draw_options(option.parameters));
+      text += "| Parameter | Values | Stored under |\n|---|---|---|\n";
+      for (const Option& inner : option.parameters) {
+        text += fmt::format("| {} | {} | {} |\n", codes(written_keywords(inner)),
+                            codes(value_notations(inner)), named_type(inner.key_type));
+      }
+      return text + "\n" + stored_table(option.parameters);
+    }
+  }
+  return "";
+}
+
+std::string token_section() {
+  std::string text = "## Tokens described by a rule\n\n| Token | Number | Text |\n|---|---|---|\n";
+  for (uint32_t type = 0; type < TAVO_TOKEN_NAME_COUNT; ++type) {
+    TAVOTokenInfo info{};
+    if (TAVOLanguage_GetToken(type, &info) != 0 || info.kind != TAVO_KIND_PATTERN) continue;
+    text += fmt::format("| {} | {} | {} |\n", code(info.name), type, cell(info.description));
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string language_reference() {
+  std::string text =
+      "# Language reference\n\n"
+      "Written by `tavo explain --format markdown` from the tables that the parser runs on.\n\n"
+      "A statement is a keyword, `=`, a name, and options behind commas. Keywords and values may\n"
+      "be written in either case; blanks, line ends and comments (`// ...`, `/* ... */`) may\n"
+      "stand between any two tokens. Text behind a complete option that no comma begins is\n"
+      "ignored; `tavo check` warns about it. In the diagrams `<word>` is an unquoted string,\n"
+      "where a text is free any one word, keyword or sign; `\"<text>\"` is a quoted string, in\n"
+      "which `\\\"` stands for a quote.\n\n";
+  for (const Statement& statement : statements())
+    text += statement_section(statement);
+  return text + field_definition_section() + token_section();
+}
+
+std::string error_reference() {
+  std::string text =
+      "# Error numbers\n\n"
+      "Written by `tavo explain --errors --format markdown` from the message catalogue and the\n"
+      "tables of the parser. Inserts stand in braces; what stands in brackets is left out when\n"
+      "its insert was not recorded.\n\n";
+  for (const StatusInfo& status : status_table()) {
+    text += fmt::format("## {}\n\n`{}`\n\n{}\n\n", status.number, status.name,
+                        message_of(status.number));
+    if (!status.inserts.empty()) text += fmt::format("Inserts: {}\n\n", status.inserts);
+    std::string rules;
+    for (const Statement& statement : statements()) {
+      for (const TAVORuleInfo& rule : statement.rules) {
+        if (rule.number != status.number) continue;
+        const std::vector<std::string> names = options_of_rule(statement, rule);
+        rules += fmt::format("- a rule of {}{}{}\n", code(title(statement)),
+                             names.empty() ? "" : " on ", codes(names));
+      }
+    }
+    if (!rules.empty()) text += rules + "\n";
+  }
+  text.pop_back();
+  return text;
+}
+
+}  // namespace tavo::cli

@@ -1,0 +1,244 @@
+// tavo completion: scripts that complete the command line and the statements on it. The scripts ask
+// `tavo complete-statement` about statements, so that they know what the installed library knows.
+#include <fmt/format.h>
+
+#include <fstream>
+
+#include "complete.h"
+#include "language.h"
+#include "terminal.h"
+#include "verbs.h"
+
+namespace tavo::cli {
+namespace {
+
+struct Verb {
+  std::string name;
+  std::string description;
+  std::vector<std::string> flags;
+};
+
+std::vector<std::string> flags_of(const CLI::App& app) {
+  std::vector<std::string> flags;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames())
+      flags.push_back("--" + name);
+  }
+  return flags;
+}
+
+std::vector<Verb> verbs_of(const CLI::App& app) {
+  const std::vector<std::string> common = flags_of(app);
+  std::vector<Verb> verbs;
+  for (const CLI::App* verb : app.get_subcommands({})) {
+    if (verb->get_group().empty()) continue;  // hidden
+    Verb& read =
+        verbs.emplace_back(Verb{verb->get_name(), verb->get_description(), flags_of(*verb)});
+    for (const std::string& flag : common) {
+      if (flag != "--version" && flag != "--help") read.flags.push_back(flag);
+    }
+  }
+  return verbs;
+}
+
+std::vector<std::string> names_of(const std::vector<Verb>& verbs) {
+  std::vector<std::string> names;
+  for (const Verb& verb : verbs)
+    names.push_back(verb.name);
+  return names;
+}
+
+std::string explained_names() {
+  std::vector<std::string> all;
+  for (const Statement& statement : statements()) {
+    for (std::string& name : names(statement))
+      all.push_back(std::move(name));
+  }
+  return join(all, " ");
+}
+
+// In bash the word is what is typed so far, with its opening quote; replies replace what stands
+// behind the quote, and behind the last "=" or ":" when there is no quote.
+constexpr std::string_view kBash = R"(# bash completion for tavo
+_tavo() {
+  local cur=${COMP_WORDS[COMP_CWORD]} verb='' i
+  for ((i = 1; i < COMP_CWORD; ++i)); do
+    case ${COMP_WORDS[i]} in -*) ;; *) verb=${COMP_WORDS[i]}; break ;; esac
+  done
+  COMPREPLY=()
+  if [[ -z $verb ]]; then
+    COMPREPLY=($(compgen -W '@VERBS@' -- "$cur"))
+    return
+  fi
+  if [[ $cur == -* ]]; then
+    case $verb in
+@FLAGS@
+    esac
+    return
+  fi
+  case ${COMP_WORDS[COMP_CWORD-1]} in
+    -f | --file) compopt -o default; return ;;
+    --color) COMPREPLY=($(compgen -W 'auto always never' -- "$cur")); return ;;
+    --spelling) COMPREPLY=($(compgen -W 'long short keep' -- "$cur")); return ;;
+  esac
+  case $verb in
+    parse | tokens | fmt)
+      local text=$cur line
+      case $text in
+        [\'\"]*) text=${text:1} ;;
+        *) return ;; # a statement is typed inside quotes
+      esac
+      while IFS= read -r line; do COMPREPLY+=("$line"); done \
+        < <(tavo complete-statement -- "$text" 2>/dev/null)
+      compopt -o nospace
+      ;;
+    explain) COMPREPLY=($(compgen -W '@NAMES@' -- "${cur^^}")) ;;
+    completion) COMPREPLY=($(compgen -W 'bash zsh fish' -- "$cur")) ;;
+    *) compopt -o default ;;
+  esac
+}
+complete -F _tavo tavo
+)";
+
+constexpr std::string_view kZsh = R"(#compdef tavo
+# zsh completion for tavo
+_tavo() {
+  local -a verbs lines
+  local verb='' text i
+  verbs=(
+@DESCRIBED@
+  )
+  for ((i = 2; i < CURRENT; ++i)); do
+    if [[ $words[i] != -* ]]; then verb=$words[i]; break; fi
+  done
+  if [[ -z $verb ]]; then
+    _describe verb verbs
+    return
+  fi
+  if [[ $words[CURRENT] == -* ]]; then
+    case $verb in
+@FLAGS@
+    esac
+    return
+  fi
+  case $verb in
+    parse|tokens|fmt)
+      text=$words[CURRENT]
+      [[ $text == [\'\"]* ]] || return 1  # a statement is typed inside quotes
+      text=${text[2,-1]}
+      lines=("${(@f)$(tavo complete-statement -- "$text" 2>/dev/null)}")
+      compadd -U -S '' -- $lines
+      ;;
+    explain) compadd -M 'm:{a-z}={A-Z}' -- @NAMES@ ;;
+    completion) compadd -- bash zsh fish ;;
+    *) _files ;;
+  esac
+}
+if [[ $zsh_eval_context[-1] == loadautofunc ]]; then _tavo "$@"; else compdef _tavo tavo; fi
+)";
+
+constexpr std::string_view kFish = R"(# fish completion for tavo
+function __tavo_statement
+    set -l text (commandline -ct | string replace -r '^[\'"]' '' | string collect)
+    tavo complete-statement -- "$text" 2>/dev/null
+end
+complete -c tavo -f
+@DESCRIBED@
+@FLAGS@
+complete -c tavo -n '__fish_seen_subcommand_from parse tokens fmt' -a '(__tavo_statement)'
+complete -c tavo -n '__fish_seen_subcommand_from explain' -a '@NAMES@'
+complete -c tavo -n '__fish_seen_subcommand_from completion' -a 'bash zsh fish'
+complete -c tavo -n '__fish_seen_subcommand_from check' -F
+)";
+
+std::string replaced(std::string text, std::string_view mark, const std::string& by) {
+  const size_t at = text.find(mark);
+  return at == std::string::npos ? text : text.replace(at, mark.size(), by);
+}
+
+std::string flag_lines(const std::string& shell, const std::vector<Verb>& verbs) {
+  std::string lines;
+  for (const Verb& verb : verbs) {
+    const std::string flags = join(verb.flags, " ");
+    if (shell == "bash") {
+      lines += fmt::format("      {}) COMPREPLY=($(compgen -W '{}' -- \"$cur\")) ;;\n", verb.name,
+                           flags);
+    } else if (shell == "zsh") {
+      lines += fmt::format("      {}) compadd -- {} ;;\n", verb.name, flags);
+    } else {
+      for (const std::string& flag : verb.flags) {
+        lines += fmt::format("complete -c tavo -n '__fish_seen_subcommand_from {}' -l {}\n",
+                             verb.name, flag.substr(2));
+      }
+    }
+  }
+  if (!lines.empty()) lines.pop_back();
+  return lines;
+}
+
+std::string described_verbs(const std::string& shell, const std::vector<Verb>& verbs) {
+  std::string lines;
+  for (const Verb& verb : verbs) {
+    lines += shell == "zsh"
+                 ? fmt::format("    '{}:{}'\n", verb.name, verb.description)
+                 : fmt::format("complete -c tavo -n __fish_use_subcommand -a {} -d '{}'\n",
+                               verb.name, verb.description);
+  }
+  if (!lines.empty()) lines.pop_back();
+  return lines;
+}
+
+std::string script(const std::string& shell, const CLI::App& app) {
+  const std::vector<Verb> verbs = verbs_of(app);
+  std::string text(shell == "bash" ? kBash : shell == "zsh" ? kZsh : kFish);
+  text = replaced(text, "@VERBS@", join(names_of(verbs), " ") + " --help --version");
+  text = replaced(text, "@DESCRIBED@", described_verbs(shell, verbs));
+  text = replaced(text, "@FLAGS@", flag_lines(shell, verbs));
+  return replaced(text, "@NAMES@", explained_names());
+}
+
+int write_script(const std::string& text, const std::string& file) {
+  if (file.empty()) {
+    cli::write(stdout, text);
+    return kClean;
+  }
+  std::ofstream output(file, std::ios::binary | std::ios::trunc);
+  output << text << std::flush;
+  if (output) return kClean;
+  cli::write(stderr, fmt::format("tavo: {}: cannot be written\n", file));
+  return kCouldNotRun;
+}
+
+}  // namespace
+
+void add_completion(CLI::App& app, int* status) {
+  struct Options {
+    std::string shell, output, text;
+  };
+  auto options = std::make_shared<Options>();
+  CLI::App* verb = app.add_subcommand("completion", "Write a completion script for a shell");
+  verb->add_option("shell", options->shell, "bash, zsh or fish")
+      ->required()
+      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+  verb->add_option("--output", options->output, "Write to this file instead of standard output");
+  verb->footer(
+      "Completes verbs, options, and statements inside their quotes.\n\n"
+      "Examples:\n"
+      "  source <(tavo completion bash)\n"
+      "  tavo completion fish > ~/.config/fish/completions/tavo.fish");
+  verb->callback([options, &app, status] {
+    *status = write_script(script(options->shell, app), options->output);
+  });
+
+  CLI::App* hidden = app.add_subcommand("complete-statement", "For the completion scripts");
+  hidden->group("");
+  hidden->add_option("text", options->text, "The statement so far");
+  hidden->callback([options, status] {
+    for (const std::string& line : complete_statement(options->text)) {
+      cli::write(stdout, line + "\n");
+    }
+    *status = kClean;
+  });
+}
+
+}  // namespace tavo::cli

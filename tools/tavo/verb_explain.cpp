@@ -1,0 +1,177 @@
+// tavo explain: providers, options, values and error numbers, from the tables of the library.
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "explain.h"
+#include "nearest.h"
+#include "reference.h"
+#include "status_table.h"
+#include "terminal.h"
+#include "verbs.h"
+
+namespace tavo::cli {
+namespace {
+
+struct ExplainOptions {
+  std::vector<std::string> names;
+  std::string format = "text";
+  bool errors = false;
+};
+
+int unknown(const std::string& what, const std::string& name,
+            const std::vector<std::string>& known) {
+  std::string text = fmt::format("tavo: no {} is called {}", what, name);
+  const std::vector<std::string> near = nearest(name, known, 3);
+  if (!near.empty()) text += fmt::format("; did you mean {}?", join(near, " or "));
+  write(stderr, text + "\n");
+  return kCouldNotRun;
+}
+
+std::vector<std::string> everything() {
+  std::vector<std::string> all;
+  for (const Statement& statement : statements()) {
+    for (std::string& name : names(statement))
+      all.push_back(std::move(name));
+  }
+  for (const Statement& statement : statements()) {
+    for (std::string& name : all_spellings(statement.options))
+      all.push_back(std::move(name));
+  }
+  return all;
+}
+
+bool is_number(const std::string& text) {
+  return !text.empty() && text.size() <= 9 &&
+         text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+int show(const std::string& text) {
+  write(stdout, text);
+  return kClean;
+}
+
+int explain_one(const std::string& name) {
+  if (is_number(name)) {
+    const std::string text = explain_number(static_cast<uint32_t>(std::stoul(name)));
+    if (!text.empty()) return show(text);
+    std::vector<std::string> numbers;
+    for (const StatusInfo& status : status_table())
+      numbers.push_back(std::to_string(status.number));
+    return unknown("error", name, numbers);
+  }
+  const Statement* statement = find_statement(name);
+  const std::vector<const Statement*> owners = statements_with(name);
+  // A name may be both: the provider HASH, the trace level.
+  if (statement != nullptr && (statement->takes_options() || owners.empty())) {
+    return show(explain_statement(*statement));
+  }
+  if (!owners.empty()) return show(explain_option_everywhere(owners, name));
+  return unknown("provider, option or error", name, everything());
+}
+
+int explain_names(const std::vector<std::string>& given) {
+  if (given.size() == 1) return explain_one(given[0]);
+  const Statement* statement = find_statement(given[0]);
+  if (statement == nullptr) {
+    std::vector<std::string> known;
+    for (const Statement& candidate : statements()) {
+      for (std::string& name : names(candidate))
+        known.push_back(std::move(name));
+    }
+    return unknown("provider", given[0], known);
+  }
+  const Option* option = find_option(statement->options, given[1]);
+  if (option == nullptr) {
+    return unknown(fmt::format("option of {}", title(*statement)), given[1],
+                   all_spellings(statement->options));
+  }
+  if (given.size() == 2) return show(explain_option(*statement, *option, nullptr));
+  const Option* parameter = find_option(option->parameters, given[2]);
+  if (parameter == nullptr) {
+    return unknown(fmt::format("parameter of {}", long_spelling(*option)), given[2],
+                   all_spellings(option->parameters));
+  }
+  return show(explain_option(*statement, *parameter, option));
+}
+
+nlohmann::ordered_json option_json(const Option& option) {
+  nlohmann::ordered_json json = {{"rule", option.rule},
+                                 {"spellings", spellings(option)},
+                                 {"keyType", option.key_type},
+                                 {"values", nlohmann::ordered_json::array()}};
+  for (const TAVOValueInfo& value : option.values) {
+    json["values"].push_back({{"written", notations(value.tokenType)},
+                              {"tokenType", value.tokenType},
+                              {"keyType", value.keyType},
+                              {"valueType", value.valueType}});
+  }
+  if (option.syntax == TAVO_SYNTAX_STRING) json["values"].push_back({{"written", {"<string>"}}});
+  for (const Option& parameter : option.parameters) {
+    json["parameters"].push_back(option_json(parameter));
+  }
+  return json;
+}
+
+std::string language_json() {
+  auto list = nlohmann::ordered_json::array();
+  for (const Statement& statement : statements()) {
+    nlohmann::ordered_json json = {{"names", names(statement)},
+                                   {"begins", head(statement)},
+                                   {"keyType", statement.key_type},
+                                   {"valueType", statement.value_type},
+                                   {"options", nlohmann::ordered_json::array()},
+                                   {"rules", nlohmann::ordered_json::array()}};
+    for (const Option& option : statement.options)
+      json["options"].push_back(option_json(option));
+    for (const TAVORuleInfo& rule : statement.rules) {
+      json["rules"].push_back({{"number", rule.number},
+                               {"options", options_of_rule(statement, rule)},
+                               {"message", message_of(rule.number)}});
+    }
+    list.push_back(std::move(json));
+  }
+  return nlohmann::ordered_json{{"statements", list}}.dump(2) + "\n";
+}
+
+int run_explain(const ExplainOptions& options) {
+  const bool all = options.names.empty();
+  if (options.format != "text" && !all) {
+    write(stderr, "tavo explain: --format markdown and json are for the whole language\n");
+    return kCouldNotRun;
+  }
+  if (options.errors) {
+    if (options.format == "markdown") return show(error_reference());
+    for (const StatusInfo& status : status_table())
+      write(stdout, explain_number(status.number));
+    return kClean;
+  }
+  if (options.format == "markdown") return show(language_reference());
+  if (options.format == "json") return show(language_json());
+  return all ? show(explain_all()) : explain_names(options.names);
+}
+
+}  // namespace
+
+void add_explain(CLI::App& app, int* status) {
+  auto options = std::make_shared<ExplainOptions>();
+  CLI::App* verb = app.add_subcommand("explain", "Explain providers, options and error numbers");
+  verb->add_option("name", options->names,
+                   "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, or NUMBER")
+      ->expected(0, 3);
+  verb->add_flag("--errors", options->errors, "Every error number of the library");
+  verb->add_option("--format", options->format, "text, markdown or json")
+      ->check(CLI::IsMember({"text", "markdown", "json"}))
+      ->capture_default_str();
+  verb->footer(
+      "Examples:\n"
+      "  tavo explain\n"
+      "  tavo explain EML\n"
+      "  tavo explain EML SEED\n"
+      "  tavo explain EML FLDDEF NAME\n"
+      "  tavo explain 7139\n"
+      "  tavo explain --format markdown > docs/language.md");
+  verb->callback([options, status] { *status = run_explain(*options); });
+}
+
+}  // namespace tavo::cli

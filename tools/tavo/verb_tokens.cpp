@@ -1,0 +1,130 @@
+// tavo tokens: what the lexer sees.
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "language.h"
+#include "secrets.h"
+#include "standard_input.h"
+#include "terminal.h"
+#include "verbs.h"
+
+namespace tavo::cli {
+namespace {
+
+struct TokensOptions {
+  std::string statement;
+  std::string format = "table";
+  std::optional<uint32_t> code_page;
+};
+
+struct Row {
+  std::string number, name, text, place;
+  bool hidden = false;
+  bool broken = false;
+};
+
+// A token that lies in a secret shows nothing of it.
+std::wstring shown_text(const StatementText& statement, const TAVOTextToken& token,
+                        bool show_secrets) {
+  const Range part{token.offset, size_t{token.offset} + token.length};
+  return masked(statement.text(), statement.secrets(), part, show_secrets);
+}
+
+Row make_row(const StatementText& statement, const TAVOTextToken& token, bool show_secrets) {
+  Row row;
+  row.broken = token.type == 0;
+  row.hidden = token.hidden != 0;
+  row.number = row.broken ? "-" : std::to_string(token.type);
+  row.name = row.broken ? "broken" : token_name(token.type);
+  row.text = printable(shown_text(statement, token, show_secrets));
+  row.place = fmt::format("{}:{}", token.line, token.column);
+  return row;
+}
+
+void print_table(const StatementText& statement, bool show_secrets) {
+  std::vector<Row> rows = {{"TYPE", "NAME", "TEXT", "PLACE", false, false}};
+  for (const TAVOTextToken& token : statement.tokens()) {
+    rows.push_back(make_row(statement, token, show_secrets));
+  }
+  size_t name_width = 0, place_width = 0;
+  for (const Row& row : rows) {
+    name_width = std::max(name_width, row.name.size());
+    place_width = std::max(place_width, row.place.size());
+  }
+  for (const Row& row : rows) {
+    const bool title = &row == &rows.front();
+    const std::string line = fmt::format("{:>4}  {:<{}}  {:<{}}  {:<6}  {}", row.number, row.name,
+                                         name_width, row.place, place_width,
+                                         title        ? ""
+                                         : row.broken ? "broken"
+                                         : row.hidden ? "hidden"
+                                                      : "",
+                                         row.text);
+    const Style style = title        ? Style::kBold
+                        : row.broken ? Style::kError
+                        : row.hidden ? Style::kFaint
+                                     : Style::kPlain;
+    write(stdout, styled(stdout, style, line) + "\n");
+  }
+}
+
+void print_json(const StatementText& statement, bool show_secrets) {
+  auto list = nlohmann::ordered_json::array();
+  for (const TAVOTextToken& token : statement.tokens()) {
+    nlohmann::ordered_json entry = {{"type", token.type},
+                                    {"name", token.type == 0 ? "broken" : token_name(token.type)},
+                                    {"text", to_utf8(shown_text(statement, token, show_secrets))},
+                                    {"offset", token.offset},
+                                    {"length", token.length},
+                                    {"line", token.line},
+                                    {"column", token.column},
+                                    {"hidden", token.hidden != 0}};
+    if (token.type == 0) entry["offending"] = token.offending;
+    list.push_back(std::move(entry));
+  }
+  write(stdout, nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
+}
+
+int run_tokens(const TokensOptions& options, const CommonOptions& common) {
+  const StatementText statement(
+      options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
+  if (options.format == "json") {
+    print_json(statement, common.show_secrets);
+  } else if (options.format == "tsv") {
+    for (const TAVOTextToken& token : statement.tokens()) {
+      const Row row = make_row(statement, token, common.show_secrets);
+      write(stdout, fmt::format("{}\t{}\t{}\t{}\t{}\n", row.number, row.name, row.place,
+                                row.hidden ? "hidden" : "", row.text));
+    }
+  } else {
+    print_table(statement, common.show_secrets);
+  }
+  for (const TAVOTextToken& token : statement.tokens()) {
+    if (token.type == 0) return kViolations;
+  }
+  return kClean;
+}
+
+}  // namespace
+
+void add_tokens(CLI::App& app, CommonOptions& common, int* status) {
+  auto options = std::make_shared<TokensOptions>();
+  CLI::App* verb = app.add_subcommand("tokens", "Show what the lexer sees in a statement");
+  verb->add_option("statement", options->statement, "The statement; - reads it from standard input")
+      ->required();
+  verb->add_option("--format", options->format, "table, json or tsv")
+      ->check(CLI::IsMember({"table", "json", "tsv"}))
+      ->capture_default_str();
+  verb->add_option("--code-page", options->code_page,
+                   "The statement is 8-bit text in this code page instead of UTF-8");
+  verb->footer(
+      "White space and comments are marked hidden: the parser never sees them. A place where no\n"
+      "token can be made is marked broken, and the exit status is 1.\n\n"
+      "Examples:\n"
+      "  tavo tokens 'PRO=NID, SWI=US, FMT=3X-2X-4X'\n"
+      "  tavo tokens --format json 'PRO=AFF /* a column */'");
+  verb->callback([options, &common, status] { *status = run_tokens(*options, common); });
+}
+
+}  // namespace tavo::cli
