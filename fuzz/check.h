@@ -12,7 +12,8 @@
 
 namespace tavo_fuzz {
 
-// Tells what does not hold, and where, and aborts.
+// Tells what does not hold, and where. Aborts; the property tests have one of their own that
+// throws.
 [[noreturn]] void fail(const char* what, const char* file, int line);
 
 #define TAVO_REQUIRE(condition) \

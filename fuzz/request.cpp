@@ -143,7 +143,9 @@ void run_request(const uint8_t* data, size_t size) {
   }
   record->count = 3;  // what a refused request keeps
   record->errorFlag = 7;
-  const Outcome before{.flag = record->errorFlag, .count = record->count};
+  Outcome before;
+  before.flag = record->errorFlag;
+  before.count = record->count;
 
   const uint32_t status = request.run();
   array.check();
