@@ -54,7 +54,7 @@ for name in $targets; do
   echo "== $name: minimising"
   rm -rf "$build/minimised/$name"
   mkdir -p "$build/minimised/$name"
-  "$build/bin/fuzz_$name" -merge=1 -max_len="${TAVO_FUZZ_LENGTH:-600}" "$build/minimised/$name" \
+  "$build/bin/fuzz_$name" -merge=1 -use_counters=0 -max_len="${TAVO_FUZZ_LENGTH:-600}" "$build/minimised/$name" \
     "$kept" "$grown" "$build/seeds/$name" >"$build/$name-merge.log" 2>&1
   rm -rf "$kept"
   cp -R "$build/minimised/$name" "$kept"
