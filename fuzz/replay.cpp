@@ -1,7 +1,10 @@
 // Runs files through the fuzz targets without a fuzzer, so that every build can do it:
 //   fuzz_replay FOLDER            each target over FOLDER/<its name>
 //   fuzz_replay TARGET FILE...    one target over files or folders
+#include <unistd.h>
+
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -27,17 +30,27 @@ std::vector<fs::path> files_below(const fs::path& path) {
   return files;
 }
 
-// Returns how many files were run. The file is named before it runs when something goes wrong with
-// it only: a target ends the process.
+// The file that runs, for the signal that ends the process when a target fails.
+const char* current_file = "";
+
+void name_the_file(int number) {
+  [[maybe_unused]] const ssize_t written =
+      write(STDERR_FILENO, current_file, std::strlen(current_file));
+  std::signal(number, SIG_DFL);
+  std::raise(number);
+}
+
+// Returns how many files were run.
 size_t replay(const Target& target, const fs::path& path) {
   const std::vector<fs::path> files = files_below(path);
   for (const fs::path& file : files) {
     std::ifstream stream(file, std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(stream), {}};
-    std::fprintf(stderr, "\r%s %s", target.name, file.filename().c_str());
+    current_file = file.c_str();
     target.run(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
   }
-  std::fprintf(stderr, "\r%-10s %zu files%40s\n", target.name, files.size(), "");
+  current_file = "";
+  std::printf("%-10s %zu files\n", target.name, files.size());
   return files.size();
 }
 
@@ -71,6 +84,8 @@ int main(int count, char** arguments) {
     return 2;
   }
   if (Parser_Init() != 0) return 2;
+  for (int number : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE})
+    std::signal(number, name_the_file);
   const int result = count == 2 ? replay_folder(arguments[1])
                                 : replay_files(arguments[1], arguments + 2, arguments + count);
   return Parser_Term() == 0 ? result : 2;
