@@ -1,5 +1,5 @@
-// Counts what one call asks of the C library's memory, by standing in front of malloc; with "repeat"
-// it only calls, for a profiler. Prints lines of "name value".
+// Counts what one call asks of the C library's memory, by standing in front of malloc; with
+// "repeat" it only calls, for a profiler. Prints lines of "name value".
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

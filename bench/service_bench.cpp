@@ -6,6 +6,7 @@
 
 #include "TAVOGrammar.h"
 #include "caller.h"
+#include "peers_bench.h"
 #include "runtime_chain.h"
 #include "statements.h"
 
@@ -162,6 +163,7 @@ int main(int argc, char** argv) {
   bench::register_long_ones();
   bench::register_failing_ones();
   bench::register_parts();
+  bench::register_peers();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

@@ -94,30 +94,33 @@ bool begins_copy_ranges(const Unit* text, const Unit* end) {
   return p != end && is_digit(*p);
 }
 
-// The longest structured value with blanks that stands here, or null.
-const Unit* match_value_with_blanks(const Unit* text, const Unit* end, uint16_t* type) {
-  const Unit* longest = nullptr;
-  for (uint16_t index : spellings_with_blanks()) {
-    const std::string_view value = spelling(index);
-    if (longest != nullptr && value.size() <= static_cast<size_t>(longest - text)) continue;
-    const Match match = match_letters(text, end, value);
-    if (match.ok()) {
-      longest = match.stop;
-      *type = type_of_spelling(index);
-    }
-  }
-  return longest;
-}
-
 constexpr Lexeme token(const Unit* stop, uint16_t type) {
   return {stop, type, RecognitionError::kNone, false, false};
 }
 constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
   return {stop, type, RecognitionError::kNone, true, true};
 }
+// The longest structured value with blanks that stands here; a token without an end if there is
+// none.
+[[gnu::noinline]] Lexeme match_value_with_blanks(const Unit* text, const Unit* end) {
+  Lexeme longest = token(text, 0);
+  for (uint16_t index : spellings_with_blanks()) {
+    const std::string_view value = spelling(index);
+    if (value.size() <= static_cast<size_t>(longest.stop - text)) continue;
+    const Match match = match_letters(text, end, value);
+    if (match.ok()) longest = token(match.stop, type_of_spelling(index));
+  }
+  return longest;
+}
+
 // A token that can hold a quoted string, and so line ends.
 constexpr Lexeme token_or_broken(Match match, uint16_t type) {
   return {match.stop, match.ok() ? type : uint16_t{0}, match.error, false, true};
+}
+
+[[gnu::noinline]] Lexeme scan_affix(const Unit* text, const Unit* end) {
+  return token_or_broken(match_affix(text, end),
+                         TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
 }
 
 bool all_digits(const Unit* text, const Unit* end) {
@@ -135,30 +138,30 @@ Lexeme known_word(const Unit* text, const Unit* stop, const Unit* end, uint16_t 
   const bool affix = type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
                      type == TAVO_PARSER_TOKEN_OVERLAY;
   if (affix && at(stop, end, '(')) {
-    return token_or_broken(match_affix(text, end),
-                           TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
+    return scan_affix(text, end);
   }
   return token(stop, type);
 }
 
 // A run of word characters: keyword, structured value, number or unquoted string.
 Lexeme scan_word(const Unit* text, const Unit* end) {
-  FoldedWord word;
+  FoldedWord word{0, 0, text, 0};
   const Unit* p = text;
-  const Unit* limit =
-      end - text > static_cast<ptrdiff_t>(kLongestSpelling) ? text + kLongestSpelling : end;
-  for (char* folded = word.text; p != limit; ++p, ++folded) {
-    const char c = folded_word(*p);
-    if (c == 0) break;
-    *folded = c;
+  char c;
+  for (unsigned shift = 0; shift < 64 && p != end && (c = folded_word(*p)) != 0; shift += 8, ++p) {
+    word.head |= uint64_t{static_cast<unsigned char>(c)} << shift;
   }
-  if (p == limit) p = end_of_run(p, end);
+  word.tail = word.head;
+  if (p - text == 8) {
+    for (; p != end && (c = folded_word(*p)) != 0; ++p) {
+      word.tail = word.tail >> 8 | uint64_t{static_cast<unsigned char>(c)} << 56;
+    }
+  }
   word.length = static_cast<size_t>(p - text);
 
   if (p != end && *p == ' ' && is_digit(*text)) {
-    uint16_t type = 0;
-    const Unit* stop = match_value_with_blanks(text, end, &type);
-    if (stop != nullptr && stop > p) return token(stop, type);
+    const Lexeme value = match_value_with_blanks(text, end);
+    if (value.stop > p) return value;
   }
   if (word.length <= kLongestSpelling) {
     const WordMatch found = find_word(word);
@@ -171,7 +174,7 @@ Lexeme scan_word(const Unit* text, const Unit* end) {
   return token(p, number ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES);
 }
 
-Lexeme scan_other(const Unit* text, const Unit* end) {
+[[gnu::noinline]] Lexeme scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
     case ',': return token(text + 1, COMMA);
     case '=': return token(text + 1, EQUAL);
@@ -218,6 +221,8 @@ Lexeme scan_other(const Unit* text, const Unit* end) {
 Lexeme scan(const Unit* text, const Unit* end) {
   const uint8_t c = class_of(*text);
   if ((c & kWord) != 0) return scan_word(text, end);
+  if (*text == ',') return token(text + 1, COMMA);
+  if (*text == '=') return token(text + 1, EQUAL);
   if ((c & kBlank) != 0) return hidden(match_blanks(text, end).stop, WHITESPACE);
   return scan_other(text, end);
 }

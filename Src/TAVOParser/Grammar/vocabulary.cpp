@@ -2,8 +2,8 @@
 
 #include <array>
 #include <bit>
-#include <cstring>
 
+#include "Grammar/character_class.h"
 #include "TAVOParser.h"
 
 namespace tavo {
@@ -56,6 +56,8 @@ consteval Extent measure() {
 constexpr Extent kExtent = measure();
 
 struct Spelling {
+  uint64_t head;  // as in FoldedWord
+  uint64_t tail;
   uint16_t offset;  // into the characters
   uint16_t type;
   uint8_t length;
@@ -83,9 +85,11 @@ constexpr uint32_t mix(uint64_t head, uint64_t tail, size_t length) {
   return static_cast<uint32_t>((h * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits));
 }
 
-constexpr uint32_t hash_of(std::string_view s) {
-  const size_t head = s.size() < 8 ? s.size() : 8;
-  return mix(pack(s.data(), head), pack(s.data() + s.size() - head, head), s.size());
+constexpr uint64_t head_of(std::string_view s) {
+  return pack(s.data(), s.size() < 8 ? s.size() : 8);
+}
+constexpr uint64_t tail_of(std::string_view s) {
+  return s.size() < 8 ? head_of(s) : pack(s.data() + s.size() - 8, 8);
 }
 
 // ---- tables ------------------------------------------------------------------------------------
@@ -112,16 +116,22 @@ consteval Tables make_tables() {
     info = {r.kind, static_cast<uint16_t>(spelling), 0};
     for (std::string_view s : r.spellings) {
       if (s.empty()) break;
-      t.spellings[spelling] = {static_cast<uint16_t>(character), r.type,
-                               static_cast<uint8_t>(s.size()), r.kind};
-      for (char c : s) t.characters[character++] = c;
+      t.spellings[spelling] = {head_of(s),
+                               tail_of(s),
+                               static_cast<uint16_t>(character),
+                               r.type,
+                               static_cast<uint8_t>(s.size()),
+                               r.kind};
+      for (char c : s)
+        t.characters[character++] = c;
       ++character;
       if (s.size() > t.longest) t.longest = s.size();
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
       if (!has_blank && r.kind != TokenKind::kPunctuation) {
-        uint32_t slot = hash_of(s);
-        while (t.slots[slot] != 0) slot = (slot + 1) % t.slots.size();
+        uint32_t slot = mix(head_of(s), tail_of(s), s.size());
+        while (t.slots[slot] != 0)
+          slot = (slot + 1) % t.slots.size();
         t.slots[slot] = static_cast<uint16_t>(spelling + 1);
       }
       ++spelling;
@@ -136,17 +146,26 @@ consteval Tables make_tables() {
 constexpr Tables kTables = make_tables();
 static_assert(kTables.longest <= kLongestSpelling);
 
-uint64_t load8(const char* text) {
-  uint64_t packed;
-  std::memcpy(&packed, text, sizeof packed);
-  return packed;
+// The characters that neither the head nor the tail holds.
+bool same_middle(const FoldedWord& word, const char* characters) {
+  for (size_t i = 8; i + 8 < word.length; ++i) {
+    if (folded_word(word.text[i]) != characters[i]) return false;
+  }
+  return true;
 }
-static_assert(std::endian::native == std::endian::little);
 
-bool in_numbered_range(const char* digits, size_t count) {
-  const auto digit = [&](size_t i) { return digits[i] >= '0' && digits[i] <= '9'; };
-  if (count == 1) return digit(0) && digits[0] != '0';
-  return count == 2 && digit(0) && digits[0] != '0' && digit(1);
+// FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
+bool is_numbered_keyword(const FoldedWord& word) {
+  constexpr std::string_view kStem = "FLDDEF";
+  static_assert(
+      kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].head ==
+      pack(kStem.data(), kStem.size()));
+  constexpr uint64_t kStemMask = (uint64_t{1} << (8 * kStem.size())) - 1;
+  if (word.length <= kStem.size() || word.length > kStem.size() + 2) return false;
+  if ((word.head & kStemMask) != pack(kStem.data(), kStem.size())) return false;
+  const uint64_t first = word.head >> (8 * kStem.size()) & 0xFF;
+  const uint64_t second = word.head >> (8 * kStem.size() + 8);
+  return first - '1' < 9u && (word.length == kStem.size() + 1 || second - '0' < 10u);
 }
 
 }  // namespace
@@ -176,25 +195,16 @@ uint32_t token_by_name(std::string_view name) {
 }
 
 WordMatch find_word(const FoldedWord& word) {
-  const uint64_t head = load8(word.text);
-  const uint64_t tail = word.length < 8 ? head : load8(word.text + word.length - 8);
-  uint32_t slot = mix(head, tail, word.length);
+  uint32_t slot = mix(word.head, word.tail, word.length);
   while (const uint16_t entry = kTables.slots[slot]) {
     const Spelling& s = kTables.spellings[entry - 1u];
-    if (s.length == word.length &&
-        std::memcmp(kTables.characters.data() + s.offset, word.text, word.length) == 0) {
+    if (s.head == word.head && s.tail == word.tail && s.length == word.length &&
+        same_middle(word, kTables.characters.data() + s.offset)) {
       return {s.type, s.kind};
     }
     slot = (slot + 1) % kTables.slots.size();
   }
-  // FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
-  constexpr uint16_t kNumberedType = TAVO_PARSER_CMN_PARM_FLDDEF;
-  const std::string_view stem = spelling(token_info(kNumberedType).first_spelling);
-  if (word.length > stem.size() && word.length <= stem.size() + 2 &&
-      std::memcmp(word.text, stem.data(), stem.size()) == 0 &&
-      in_numbered_range(word.text + stem.size(), word.length - stem.size())) {
-    return {kNumberedType, TokenKind::kNumberedKeyword};
-  }
+  if (is_numbered_keyword(word)) return {TAVO_PARSER_CMN_PARM_FLDDEF, TokenKind::kNumberedKeyword};
   return {0, TokenKind::kReserved};
 }
 

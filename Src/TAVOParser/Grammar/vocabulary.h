@@ -37,13 +37,14 @@ std::string_view spelling(size_t index);
 // Type of the token with this name, or 0.
 uint32_t token_by_name(std::string_view name);
 
-// A word of the parameter string, folded to upper case and packed for the look-up. The buffer is
-// zero behind the word.
+// A word of the parameter string, packed for the look-up: its first and its last eight characters
+// (all of them when there are no more than eight), in upper case, the first one lowest.
 struct FoldedWord {
-  alignas(16) char text[48] = {};
-  size_t length = 0;
+  uint64_t head;
+  uint64_t tail;
+  const uint16_t* text;  // as typed
+  size_t length;
 };
-static_assert(sizeof(FoldedWord::text) >= kLongestSpelling + 8);
 
 struct WordMatch {
   uint16_t type;  // 0: no word of the vocabulary
