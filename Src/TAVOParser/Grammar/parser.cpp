@@ -48,7 +48,8 @@ const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
 const OptionRule* find_parameter(const OptionRule& option, uint32_t type) {
   for (const OptionRule* parameter : option.parameters) {
     for (uint16_t keyword : parameter->keywords.entries) {
-      if (keyword != 0 && keyword == type) return parameter;
+      if (keyword == 0) break;
+      if (keyword == type) return parameter;
     }
   }
   return nullptr;

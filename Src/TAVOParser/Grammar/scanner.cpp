@@ -133,45 +133,40 @@ bool has_lower_case(const Unit* text, const Unit* end) {
   return text != end;
 }
 
-// The token of a word that is in the vocabulary.
-Lexeme known_word(const Unit* text, const Unit* stop, const Unit* end, uint16_t type) {
-  const bool affix = type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
-                     type == TAVO_PARSER_TOKEN_OVERLAY;
-  if (affix && at(stop, end, '(')) {
-    return scan_affix(text, end);
-  }
-  return token(stop, type);
+bool is_affix(uint16_t type) {
+  return type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
+         type == TAVO_PARSER_TOKEN_OVERLAY;
+}
+
+// A run of word characters that is no word of the vocabulary.
+uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
+  const bool digits_first = is_digit(*text) || (*text == '-' && stop - text > 1);
+  return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
 // A run of word characters: keyword, structured value, number or unquoted string.
-Lexeme scan_word(const Unit* text, const Unit* end) {
-  FoldedWord word{0, 0, text, 0};
+[[gnu::noinline]] Lexeme scan_word(const Unit* text, const Unit* end) {
+  uint64_t head = 0;
   const Unit* p = text;
   char c;
   for (unsigned shift = 0; shift < 64 && p != end && (c = folded_word(*p)) != 0; shift += 8, ++p) {
-    word.head |= uint64_t{static_cast<unsigned char>(c)} << shift;
+    head |= uint64_t{static_cast<unsigned char>(c)} << shift;
   }
-  word.tail = word.head;
+  uint64_t tail = head;
   if (p - text == 8) {
     for (; p != end && (c = folded_word(*p)) != 0; ++p) {
-      word.tail = word.tail >> 8 | uint64_t{static_cast<unsigned char>(c)} << 56;
+      tail = tail >> 8 | uint64_t{static_cast<unsigned char>(c)} << 56;
     }
   }
-  word.length = static_cast<size_t>(p - text);
-
   if (p != end && *p == ' ' && is_digit(*text)) {
     const Lexeme value = match_value_with_blanks(text, end);
     if (value.stop > p) return value;
   }
-  if (word.length <= kLongestSpelling) {
-    const WordMatch found = find_word(word);
-    const bool known =
-        found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
-    if (known) return known_word(text, p, end, found.type);
-  }
-  const bool number =
-      (is_digit(*text) || (*text == '-' && word.length > 1)) && all_digits(text + 1, p);
-  return token(p, number ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES);
+  const WordMatch found = find_word(head, tail, text, static_cast<size_t>(p - text));
+  if (is_affix(found.type) && at(p, end, '(')) return scan_affix(text, end);
+  const bool known =
+      found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
+  return token(p, known ? found.type : type_of_unknown(text, p));
 }
 
 [[gnu::noinline]] Lexeme scan_other(const Unit* text, const Unit* end) {
@@ -219,12 +214,18 @@ Lexeme scan_word(const Unit* text, const Unit* end) {
 }  // namespace
 
 Lexeme scan(const Unit* text, const Unit* end) {
-  const uint8_t c = class_of(*text);
-  if ((c & kWord) != 0) return scan_word(text, end);
-  if (*text == ',') return token(text + 1, COMMA);
-  if (*text == '=') return token(text + 1, EQUAL);
-  if ((c & kBlank) != 0) return hidden(match_blanks(text, end).stop, WHITESPACE);
-  return scan_other(text, end);
+  const uint32_t c = *text;
+  const uint8_t kind = class_of(c);
+  if ((kind & kWord) != 0) return scan_word(text, end);
+  if (c == ',') return token(text + 1, COMMA);
+  if (c == '=') return token(text + 1, EQUAL);
+  if ((kind & kBlank) == 0) return scan_other(text, end);
+  bool line_end = false;
+  do {
+    line_end |= *text == '\n';
+    ++text;
+  } while (text != end && is_blank(*text));
+  return {text, WHITESPACE, RecognitionError::kNone, true, line_end};
 }
 
 const Unit* next_character(const Unit* text, const Unit* end) {

@@ -78,10 +78,7 @@ inline constexpr unsigned kSlotBits = 11;
 
 // First eight and last eight characters and the length tell nearly all spellings apart.
 constexpr uint32_t mix(uint64_t head, uint64_t tail, size_t length) {
-  uint64_t h = head * 0x9E3779B97F4A7C15u;
-  h ^= std::rotl(tail, 29) * 0xC2B2AE3D27D4EB4Fu;
-  h += length * 0x165667B19E3779F9u;
-  h ^= h >> 32;
+  const uint64_t h = (head ^ std::rotl(tail, 29)) + length * 0xC2B2AE3D27D4EB4Fu;
   return static_cast<uint32_t>((h * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits));
 }
 
@@ -100,7 +97,6 @@ struct Tables {
   std::array<char, kExtent.characters> characters{};  // each spelling terminated
   std::array<uint16_t, kExtent.with_blanks> with_blanks{};
   std::array<uint16_t, 1u << kSlotBits> slots{};  // index of a spelling + 1, or 0
-  size_t longest = 0;
 };
 
 // Not constant, so that calling them while the tables are made stops the compiler.
@@ -125,7 +121,6 @@ consteval Tables make_tables() {
       for (char c : s)
         t.characters[character++] = c;
       ++character;
-      if (s.size() > t.longest) t.longest = s.size();
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
       if (!has_blank && r.kind != TokenKind::kPunctuation) {
@@ -144,28 +139,27 @@ consteval Tables make_tables() {
   return t;
 }
 constexpr Tables kTables = make_tables();
-static_assert(kTables.longest <= kLongestSpelling);
 
 // The characters that neither the head nor the tail holds.
-bool same_middle(const FoldedWord& word, const char* characters) {
-  for (size_t i = 8; i + 8 < word.length; ++i) {
-    if (folded_word(word.text[i]) != characters[i]) return false;
+bool same_middle(const uint16_t* text, const char* characters, size_t length) {
+  for (size_t i = 8; i + 8 < length; ++i) {
+    if (folded_word(text[i]) != characters[i]) return false;
   }
   return true;
 }
 
 // FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
-bool is_numbered_keyword(const FoldedWord& word) {
+bool is_numbered_keyword(uint64_t head, size_t length) {
   constexpr std::string_view kStem = "FLDDEF";
   static_assert(
       kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].head ==
       pack(kStem.data(), kStem.size()));
-  constexpr uint64_t kStemMask = (uint64_t{1} << (8 * kStem.size())) - 1;
-  if (word.length <= kStem.size() || word.length > kStem.size() + 2) return false;
-  if ((word.head & kStemMask) != pack(kStem.data(), kStem.size())) return false;
-  const uint64_t first = word.head >> (8 * kStem.size()) & 0xFF;
-  const uint64_t second = word.head >> (8 * kStem.size() + 8);
-  return first - '1' < 9u && (word.length == kStem.size() + 1 || second - '0' < 10u);
+  constexpr unsigned kStemBits = 8 * kStem.size();
+  if (length <= kStem.size() || length > kStem.size() + 2) return false;
+  if ((head & ((uint64_t{1} << kStemBits) - 1)) != pack(kStem.data(), kStem.size())) return false;
+  const uint64_t first = head >> kStemBits & 0xFF;
+  const uint64_t second = head >> (kStemBits + 8);
+  return first - '1' < 9u && (length == kStem.size() + 1 || second - '0' < 10u);
 }
 
 }  // namespace
@@ -194,17 +188,19 @@ uint32_t token_by_name(std::string_view name) {
   return 0;
 }
 
-WordMatch find_word(const FoldedWord& word) {
-  uint32_t slot = mix(word.head, word.tail, word.length);
+WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {
+  uint32_t slot = mix(head, tail, length);
   while (const uint16_t entry = kTables.slots[slot]) {
     const Spelling& s = kTables.spellings[entry - 1u];
-    if (s.head == word.head && s.tail == word.tail && s.length == word.length &&
-        same_middle(word, kTables.characters.data() + s.offset)) {
+    if (s.head == head && s.tail == tail && s.length == length &&
+        same_middle(text, kTables.characters.data() + s.offset, length)) {
       return {s.type, s.kind};
     }
     slot = (slot + 1) % kTables.slots.size();
   }
-  if (is_numbered_keyword(word)) return {TAVO_PARSER_CMN_PARM_FLDDEF, TokenKind::kNumberedKeyword};
+  if (is_numbered_keyword(head, length)) {
+    return {TAVO_PARSER_CMN_PARM_FLDDEF, TokenKind::kNumberedKeyword};
+  }
   return {0, TokenKind::kReserved};
 }
 
