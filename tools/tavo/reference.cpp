@@ -122,10 +122,10 @@ std::string option_table(const Statement& statement) {
   std::string text = "| Option | Values | Stored under | Rules |\n|---|---|---|---|\n";
   for (const Option& option : statement.options) {
     const bool list = option.syntax == TAVO_SYNTAX_PARAMETERS;
-    text += fmt::format(
-        "| {} | {} | {} | {} |\n", codes(written_keywords(option)),
-        list ? parameters_link(option) : codes(value_notations(option)),
-        list ? "its parameters" : named_type(option.key_type), rule_list(statement, option));
+    text += fmt::format("| {} | {} | {} | {} |\n", codes(written_keywords(option)),
+                        list ? parameters_link(option) : codes(value_notations(option)),
+                        list ? "its parameters" : named_type(option.key_type),
+                        rule_list(statement, option));
   }
   return text + "\n";
 }
@@ -138,8 +138,9 @@ std::string stored_table(const std::vector<Option>& options) {
       if (value.valueType == value.tokenType && value.keyType == option.key_type) continue;
       rows += fmt::format("| {} | {} | {} |\n", code(long_spelling(option)),
                           codes(notations(value.tokenType)),
-                          data_type ? fmt::format("data-type code {}", value.valueType)
-                                    : value.valueType == 0 ? "0" : named_type(value.valueType));
+                          data_type              ? fmt::format("data-type code {}", value.valueType)
+                          : value.valueType == 0 ? "0"
+                                                 : named_type(value.valueType));
     }
   }
   if (rows.empty()) return "";
@@ -180,11 +181,10 @@ std::string parameters_section(const Option& option) {
   std::string text = fmt::format("## {}\n\n", parameters_title(option));
   text += fenced(Railroad::sequence(
       {Railroad::word("("), parameter,
-       Railroad::choice({Railroad::line(), Railroad::loop(Railroad::sequence(
-                                               {Railroad::word(","), parameter}))}),
+       Railroad::choice({Railroad::line(),
+                         Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
        Railroad::word(")")}));
-  text +=
-      "The parameter; its key text is the option's keyword as typed, a colon, and its own:\n\n";
+  text += "The parameter; its key text is the option's keyword as typed, a colon, and its own:\n\n";
   text += fenced(draw_options(option.parameters));
   text += "| Parameter | Values | Stored under |\n|---|---|---|\n";
   for (const Option& inner : option.parameters) {
