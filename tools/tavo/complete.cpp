@@ -19,7 +19,7 @@ void add_keywords(std::vector<std::string>& words, const std::vector<Option>& op
     for (const std::string& spelling : spellings(option)) {
       std::string word = spelling;
       // A keyword with a number is typed on.
-      word += option.syntax == TAVO_SYNTAX_PARAMETERS ? "" : behind;
+      word += takes_number(option) ? "" : behind;
       words.push_back(std::move(word));
     }
   }

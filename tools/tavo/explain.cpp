@@ -130,7 +130,7 @@ const Option* find_option(const std::vector<Option>& options, const std::string&
   for (const Option& option : options) {
     for (const std::string& spelling : spellings(option)) {
       if (spelling == word) return &option;
-      if (option.syntax == TAVO_SYNTAX_PARAMETERS && spelling == bare) return &option;
+      if (takes_number(option) && spelling == bare) return &option;
     }
   }
   return nullptr;
@@ -203,8 +203,8 @@ std::string explain_option(const Statement& statement, const Option& option,
   const std::vector<std::string> written = spellings(option);
   text += fmt::format("  spellings: {}\n",
                       written.empty() ? notations(option.keywords.front()).front() : join(written));
-  if (option.begins_with(TAVO_PARSER_CMN_PARM_FLDDEF)) {
-    text += "  may carry a number from 1 to 99: FLDDEF1 to FLDDEF99\n";
+  if (takes_number(option)) {
+    text += fmt::format("  may carry a number: {0}1 to {0}99\n", written.front());
   }
   if (option.syntax != TAVO_SYNTAX_PARAMETERS) {
     text += fmt::format("  stored under {}\n", named_type(option.key_type));

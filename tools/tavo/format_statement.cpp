@@ -1,5 +1,6 @@
 #include "format_statement.h"
 
+#include <algorithm>
 #include <set>
 
 #include "nearest.h"
@@ -67,21 +68,18 @@ class Formatter {
   std::wstring spell_keyword(const std::wstring& typed,
                              const std::vector<uint32_t>& keywords) const {
     const std::string upper_case = upper(to_utf8(typed));
-    std::string best;
+    std::vector<std::string> known;
     for (const uint32_t keyword : keywords) {
-      for (const std::string& spelling : spellings(keyword)) {
-        // A keyword with a number has one word only.
-        if (upper_case.starts_with(spelling) && spellings(keyword).size() == 1 &&
-            keywords.size() == 1) {
-          return from_utf8(upper_case);
-        }
-        const bool longer = style_.spelling == StatementStyle::Spelling::kLong;
-        const bool better = longer ? spelling.size() > best.size() : spelling.size() < best.size();
-        if (best.empty() || better) best = spelling;
-      }
+      for (std::string& spelling : spellings(keyword))
+        known.push_back(std::move(spelling));
     }
-    const bool keep = style_.spelling == StatementStyle::Spelling::kKeep || best.empty();
-    return from_utf8(keep ? upper_case : best);
+    // Not among them: a keyword that carries a number.
+    const bool listed = std::find(known.begin(), known.end(), upper_case) != known.end();
+    if (style_.spelling == StatementStyle::Spelling::kKeep || !listed) return from_utf8(upper_case);
+    const auto by_size = [](const auto& a, const auto& b) { return a.size() < b.size(); };
+    return from_utf8(style_.spelling == StatementStyle::Spelling::kLong
+                         ? *std::max_element(known.begin(), known.end(), by_size)
+                         : *std::min_element(known.begin(), known.end(), by_size));
   }
 
   void put_visible(const TAVOTextToken& token) {

@@ -202,6 +202,13 @@ const Option* option_of_key(const Statement& statement, uint32_t key_type) {
   return nullptr;
 }
 
+bool takes_number(const Option& option) {
+  TAVOTokenInfo info{};
+  return std::any_of(option.keywords.begin(), option.keywords.end(), [&](uint32_t keyword) {
+    return TAVOLanguage_GetToken(keyword, &info) == 0 && info.kind == TAVO_KIND_NUMBERED_KEYWORD;
+  });
+}
+
 std::string short_spelling(const Option& option) {
   const std::vector<std::string> all = spellings(option);
   if (all.empty()) return notations(option.keywords.front()).front();

@@ -61,7 +61,9 @@ std::vector<std::string> names(const Statement& statement);
 std::string head(const Statement& statement);
 // The option of a key type in a statement, looked for in parameter lists too; or null.
 const Option* option_of_key(const Statement& statement, uint32_t key_type);
-// The first and the longest spelling of an option.
+// Whether its keyword may carry a number, such as FLDDEF1.
+bool takes_number(const Option& option);
+// The shortest and the longest spelling of an option.
 std::string short_spelling(const Option& option);
 std::string long_spelling(const Option& option);
 

@@ -52,6 +52,8 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
     size_t d = distance(wanted, known);
     // A beginning is nearer than any slip, a wrong one is no slip at all.
     if (wanted.size() >= 2 && known.starts_with(wanted)) d = std::min<size_t>(d, 1);
+    // So is one with something more behind it.
+    if (known.size() >= 4 && wanted.starts_with(known)) d = std::min<size_t>(d, 2);
     if (d <= allowed && d < known.size()) candidates.push_back({d, name});
   }
   std::stable_sort(candidates.begin(), candidates.end(),

@@ -48,7 +48,9 @@ Railroad words(const std::vector<std::string>& list) {
 }
 
 Railroad draw_values(const Option& option) {
-  if (option.syntax == TAVO_SYNTAX_PARAMETERS) return Railroad::word("field definition");
+  if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
+    return Railroad::word("parameters of " + long_spelling(option));
+  }
   const std::vector<std::string> list = value_notations(option);
   if (list.size() <= kDrawn) return words(list);
   return Railroad::word(fmt::format("value of {}", long_spelling(option)));
@@ -56,7 +58,7 @@ Railroad draw_values(const Option& option) {
 
 Railroad draw_option(const Option& option) {
   std::vector<std::string> keywords = written_keywords(option);
-  if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
+  if (takes_number(option)) {
     for (std::string& keyword : keywords)
       keyword += "[1-99]";
   }
@@ -104,14 +106,26 @@ std::string rule_list(const Statement& statement, const Option& option) {
   return join(numbers);
 }
 
+std::string parameters_title(const Option& option) {
+  return "Parameters of " + long_spelling(option);
+}
+
+std::string parameters_link(const Option& option) {
+  std::string anchor = parameters_title(option);
+  for (char& c : anchor) {
+    c = c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return fmt::format("[{}](#{})", parameters_title(option), anchor);
+}
+
 std::string option_table(const Statement& statement) {
   std::string text = "| Option | Values | Stored under | Rules |\n|---|---|---|---|\n";
   for (const Option& option : statement.options) {
     const bool list = option.syntax == TAVO_SYNTAX_PARAMETERS;
-    text += fmt::format(
-        "| {} | {} | {} | {} |\n", codes(written_keywords(option)),
-        list ? "[field definition](#field-definition)" : codes(value_notations(option)),
-        list ? "its parameters" : named_type(option.key_type), rule_list(statement, option));
+    text += fmt::format("| {} | {} | {} | {} |\n", codes(written_keywords(option)),
+                        list ? parameters_link(option) : codes(value_notations(option)),
+                        list ? "its parameters" : named_type(option.key_type),
+                        rule_list(statement, option));
   }
   return text + "\n";
 }
@@ -124,8 +138,9 @@ std::string stored_table(const std::vector<Option>& options) {
       if (value.valueType == value.tokenType && value.keyType == option.key_type) continue;
       rows += fmt::format("| {} | {} | {} |\n", code(long_spelling(option)),
                           codes(notations(value.tokenType)),
-                          data_type ? fmt::format("data-type code {}", value.valueType)
-                                    : named_type(value.valueType));
+                          data_type              ? fmt::format("data-type code {}", value.valueType)
+                          : value.valueType == 0 ? "0"
+                                                 : named_type(value.valueType));
     }
   }
   if (rows.empty()) return "";
@@ -161,29 +176,37 @@ std::string statement_section(const Statement& statement) {
          rules_section(statement);
 }
 
-// The list in parentheses, which is the same wherever it stands.
-std::string field_definition_section() {
+std::string parameters_section(const Option& option) {
+  const Railroad parameter = Railroad::word("parameter");
+  std::string text = fmt::format("## {}\n\n", parameters_title(option));
+  text += fenced(Railroad::sequence(
+      {Railroad::word("("), parameter,
+       Railroad::choice({Railroad::line(),
+                         Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
+       Railroad::word(")")}));
+  text += "The parameter; its key text is the option's keyword as typed, a colon, and its own:\n\n";
+  text += fenced(draw_options(option.parameters));
+  text += "| Parameter | Values | Stored under |\n|---|---|---|\n";
+  for (const Option& inner : option.parameters) {
+    text += fmt::format("| {} | {} | {} |\n", codes(written_keywords(inner)),
+                        codes(value_notations(inner)), named_type(inner.key_type));
+  }
+  return text + "\n" + stored_table(option.parameters);
+}
+
+// Lists in parentheses, each once: they are the same wherever they stand.
+std::string parameter_sections() {
+  std::string text;
+  std::vector<std::string> done;
   for (const Statement& statement : statements()) {
     for (const Option& option : statement.options) {
-      if (option.syntax != TAVO_SYNTAX_PARAMETERS) continue;
-      const Railroad parameter = Railroad::word("parameter");
-      std::string text = "## Field definition\n\n";
-      text += fenced(Railroad::sequence(
-          {Railroad::word("("), parameter,
-           Railroad::choice({Railroad::line(),
-                             Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
-           Railroad::word(")")}));
-      text += "The parameter, stored under the option's keyword as typed, a colon and its own:\n\n";
-      text += fenced(draw_options(option.parameters));
-      text += "| Parameter | Values | Stored under |\n|---|---|---|\n";
-      for (const Option& inner : option.parameters) {
-        text += fmt::format("| {} | {} | {} |\n", codes(written_keywords(inner)),
-                            codes(value_notations(inner)), named_type(inner.key_type));
-      }
-      return text + "\n" + stored_table(option.parameters);
+      const bool known = std::find(done.begin(), done.end(), option.rule) != done.end();
+      if (option.syntax != TAVO_SYNTAX_PARAMETERS || known) continue;
+      done.push_back(option.rule);
+      text += parameters_section(option);
     }
   }
-  return "";
+  return text;
 }
 
 std::string token_section() {
@@ -210,7 +233,7 @@ std::string language_reference() {
       "which `\\\"` stands for a quote.\n\n";
   for (const Statement& statement : statements())
     text += statement_section(statement);
-  return text + field_definition_section() + token_section();
+  return text + parameter_sections() + token_section();
 }
 
 std::string error_reference() {

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cwctype>
+#include <set>
+
+#include "language.h"
 
 namespace tavo::cli {
 namespace {
@@ -11,12 +14,17 @@ bool is_secret_keyword(uint32_t type) {
          type == TAVO_PARSER_AFF_PARM_KEY || type == TAVO_PARSER_CMN_PARM_SEED;
 }
 
-// Of words that are no keywords: misspelled ones and options of users' own providers.
-bool reads_like_a_secret(std::wstring_view word) {
+std::wstring upper_case(std::wstring_view word) {
   std::wstring upper;
   for (const wchar_t c : word) {
     upper.push_back(static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c))));
   }
+  return upper;
+}
+
+// Of words that are no keywords: misspelled ones and options of users' own providers.
+bool reads_like_a_secret(std::wstring_view word) {
+  const std::wstring upper = upper_case(word);
   for (const std::wstring_view part : {L"PAS", L"PWD", L"PSW", L"KEY", L"KYE", L"CON", L"CNN",
                                        L"SEED", L"SED", L"SECRET", L"TOKEN", L"CRED", L"AUTH"}) {
     if (upper.find(part) != std::wstring::npos) return true;
@@ -90,10 +98,86 @@ class SecretFinder {
   std::vector<TAVOTextToken> tokens_;
 };
 
+// Keywords of the language, in upper case, that name no secret.
+const std::set<std::wstring>& harmless_words() {
+  static const std::set<std::wstring> words = [] {
+    std::set<std::wstring> all;
+    for (uint32_t type = 0; type < TAVO_TOKEN_NAME_COUNT; ++type) {
+      if (is_secret_keyword(type)) continue;
+      for (const std::string& spelling : spellings(type))
+        all.insert(from_utf8(spelling));
+    }
+    return all;
+  }();
+  return words;
+}
+
+bool is_word_character(wchar_t c) {
+  return std::iswalnum(static_cast<wint_t>(c)) != 0 || c == L'_' || c == L'-' || c == L'.' ||
+         c == L':';
+}
+
+size_t skip_blanks(std::wstring_view text, size_t at) {
+  while (at < text.size() && std::iswspace(static_cast<wint_t>(text[at])) != 0)
+    ++at;
+  return at;
+}
+
+// Behind the value that begins there: a quoted text, or all up to a comma.
+size_t end_of_raw_value(std::wstring_view text, size_t at) {
+  if (at < text.size() && text[at] == L'"') {
+    for (++at; at < text.size() && text[at] != L'"'; ++at) {
+      if (text[at] == L'\\') ++at;
+    }
+    return std::min(at + 1, text.size());
+  }
+  return std::min(text.find(L',', at), text.size());
+}
+
+// By the characters alone: a quote that is missing before a secret turns the tokens behind it
+// inside out.
+void find_raw_secrets(std::wstring_view text, std::vector<Range>& secrets) {
+  for (size_t equal = text.find(L'='); equal != text.npos; equal = text.find(L'=', equal + 1)) {
+    size_t end = equal;
+    while (end > 0 && std::iswspace(static_cast<wint_t>(text[end - 1])) != 0)
+      --end;
+    size_t begin = end;
+    while (begin > 0 && is_word_character(text[begin - 1]))
+      --begin;
+    const std::wstring word = upper_case(text.substr(begin, end - begin));
+    if (!reads_like_a_secret(word) || harmless_words().contains(word)) continue;
+    const size_t value = skip_blanks(text, equal + 1);
+    if (value >= text.size()) break;
+    const size_t past = end_of_raw_value(text, value);
+    const std::wstring given = upper_case(text.substr(value, past - value));
+    const bool named = given.starts_with(L'@') || given.starts_with(L'#') ||
+                       given.starts_with(L"HMAC") || given.starts_with(L"RAN");
+    if ((named && word == L"SEED") || past <= value) continue;
+    secrets.push_back({value, past});
+  }
+}
+
+// In order, those that meet joined.
+std::vector<Range> joined(std::vector<Range> ranges) {
+  std::sort(ranges.begin(), ranges.end(),
+            [](const Range& a, const Range& b) { return a.begin < b.begin; });
+  std::vector<Range> result;
+  for (const Range& range : ranges) {
+    if (!result.empty() && range.begin <= result.back().end) {
+      result.back().end = std::max(result.back().end, range.end);
+    } else {
+      result.push_back(range);
+    }
+  }
+  return result;
+}
+
 }  // namespace
 
 std::vector<Range> find_secrets(std::wstring_view text, const std::vector<TAVOTextToken>& tokens) {
-  return SecretFinder(text, tokens).find();
+  std::vector<Range> secrets = SecretFinder(text, tokens).find();
+  find_raw_secrets(text, secrets);
+  return joined(std::move(secrets));
 }
 
 bool is_secret(const Pair& pair) {

@@ -28,6 +28,19 @@ int unknown(const std::string& what, const std::string& name,
   return kCouldNotRun;
 }
 
+int unknown_number(uint32_t number) {
+  uint32_t below = 0, above = 0;
+  for (const StatusInfo& status : status_table()) {
+    if (status.number < number) below = status.number;
+    if (status.number > number && above == 0) above = status.number;
+  }
+  std::string text = fmt::format("tavo: no error is called {}; the nearest:", number);
+  if (below != 0) text += fmt::format(" {}", below);
+  if (above != 0) text += fmt::format(" {}", above);
+  write(stderr, text + "\n");
+  return kCouldNotRun;
+}
+
 std::vector<std::string> everything() {
   std::vector<std::string> all;
   for (const Statement& statement : statements()) {
@@ -55,10 +68,7 @@ int explain_one(const std::string& name) {
   if (is_number(name)) {
     const std::string text = explain_number(static_cast<uint32_t>(std::stoul(name)));
     if (!text.empty()) return show(text);
-    std::vector<std::string> numbers;
-    for (const StatusInfo& status : status_table())
-      numbers.push_back(std::to_string(status.number));
-    return unknown("error", name, numbers);
+    return unknown_number(static_cast<uint32_t>(std::stoul(name)));
   }
   const Statement* statement = find_statement(name);
   const std::vector<const Statement*> owners = statements_with(name);

@@ -1,0 +1,129 @@
+// The wrapper by itself: what a C++ program sees of the library.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "TAVOParserCpp.hpp"
+
+namespace {
+
+class Wrapper : public testing::Test {
+ protected:
+  tavo::Library library_;
+};
+
+TEST_F(Wrapper, HandsBackThePairsOfAnAcceptedStatement) {
+  const tavo::ParseResult result =
+      tavo::parse("PRO=HASH, DSTFLD=\"a \\\"b\\\" \u00e9\", ALGO=sha256");
+  ASSERT_TRUE(result);
+  ASSERT_EQ(result.pairs.size(), 3u);
+  EXPECT_EQ(result.pairs[0].key_type, 230u);
+  EXPECT_EQ(result.pairs[0].key, L"PRO");
+  EXPECT_EQ(result.pairs[0].value_type, 238u);
+  EXPECT_EQ(result.pairs[0].value, L"HASH");
+  EXPECT_EQ(result.pairs[1].value, L"a \"b\" \u00e9");
+  EXPECT_EQ(result.pairs[2].value, L"sha256");
+  EXPECT_TRUE(result.errors.empty());
+}
+
+TEST_F(Wrapper, TellsEverythingAboutASyntaxError) {
+  const tavo::ParseResult result = tavo::parse(L"PRO=HASH,\n  ALG=SHA256");
+  EXPECT_FALSE(result);
+  EXPECT_EQ(result.status, 7148u);
+  EXPECT_TRUE(result.pairs.empty());
+  ASSERT_EQ(result.errors.size(), 1u);
+  const tavo::Error& error = result.errors[0];
+  EXPECT_EQ(error.number, 7139u);
+  EXPECT_EQ(error.position, 4);
+  EXPECT_EQ(error.excerpt, L"PRO=");
+  ASSERT_TRUE(error.location.has_value());
+  EXPECT_EQ(error.location->offset, 12u);
+  EXPECT_EQ(error.location->length, 3u);
+  EXPECT_EQ(error.location->line, 2u);
+  EXPECT_EQ(error.location->column, 3u);
+  EXPECT_NE(error.message.find(L"PRO="), std::wstring::npos);
+}
+
+TEST_F(Wrapper, FindsViolationsThatOnlyTheFillingRunCanSee) {
+  const tavo::ParseResult result = tavo::parse("PRO=HASH");
+  EXPECT_EQ(result.status, 7148u);
+  ASSERT_EQ(result.errors.size(), 1u);
+  EXPECT_EQ(result.errors[0].number, 7144u);
+  EXPECT_FALSE(result.errors[0].location.has_value());
+}
+
+TEST_F(Wrapper, NamesTheKeyOfAViolatedRule) {
+  const tavo::ParseResult result =
+      tavo::parse("PRO=HASH, DSTFLD=X, FLDDEF1=(DT=CHAR), flddef1=(DT=DATE)");
+  ASSERT_EQ(result.errors.size(), 1u);
+  EXPECT_EQ(result.errors[0].number, 7146u);
+  EXPECT_EQ(result.errors[0].key, L"flddef1:DT");
+}
+
+TEST_F(Wrapper, ReadsTextInACodePage) {
+  const tavo::ParseResult result = tavo::parse("PRO=HASH, DSTFLD=\"h\xe9\"", tavo::CodePage{1252});
+  ASSERT_TRUE(result);
+  EXPECT_EQ(result.pairs[1].value, L"h\u00e9");
+}
+
+TEST_F(Wrapper, RefusesBytesThatAreNoUtf8) {
+  EXPECT_EQ(tavo::parse("PRO=HASH, DSTFLD=\"h\xe9\"").status, 7095u);
+}
+
+TEST_F(Wrapper, ReportsAnEmptyTextLikeTheLibraryDoes) {
+  const tavo::ParseResult result = tavo::parse("");
+  EXPECT_EQ(result.status, 7090u);
+  ASSERT_EQ(result.errors.size(), 1u);
+  EXPECT_EQ(result.errors[0].number, 7090u);
+}
+
+TEST_F(Wrapper, KeepsEveryPairApartHoweverManyThereAre) {
+  std::string text = "LIB=x";
+  for (int i = 0; i < 500; ++i)
+    text += ",k" + std::to_string(i) + "=" + std::to_string(i);
+  const tavo::ParseResult result = tavo::parse(text);
+  ASSERT_EQ(result.pairs.size(), 501u);
+  for (size_t i = 0; i < 500; ++i)
+    EXPECT_EQ(result.pairs[i + 1].value, std::to_wstring(i));
+}
+
+TEST_F(Wrapper, FormatsAMessageWithInsertsOfTheCaller) {
+  const std::vector<tavo::Insert> inserts = {{TAVO_TOKID_CHAR_POS, L"7"},
+                                             {TAVO_TOKID_SUBSTR, L"[x]"}};
+  const std::wstring message = tavo::format_message(7139, inserts);
+  EXPECT_NE(message.find(L" 7"), std::wstring::npos);
+  EXPECT_NE(message.find(L"[x]"), std::wstring::npos);
+  EXPECT_NE(tavo::format_message(7139).find(L"{CHAR_POS}"), std::wstring::npos);
+}
+
+TEST_F(Wrapper, ParsesOnManyThreadsAtOnce) {
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([t] {
+      for (int i = 0; i < 200; ++i) {
+        const std::string value = std::to_string(t * 1000 + i);
+        const tavo::ParseResult result = tavo::parse("LIB=x,k=" + value);
+        ASSERT_EQ(result.pairs.size(), 2u);
+        EXPECT_EQ(tavo::to_utf8(result.pairs[1].value), value);
+        EXPECT_EQ(tavo::parse("PRO=HASH,X").errors.size(), 1u);
+      }
+    });
+  }
+  for (std::thread& thread : threads)
+    thread.join();
+}
+
+TEST(Utf8, GoesThereAndBack) {
+  const std::string bytes = "a\u00e9\u20ac\U0001F600";
+  EXPECT_EQ(tavo::from_utf8(bytes), L"a\u00e9\u20ac\U0001F600");
+  EXPECT_EQ(tavo::to_utf8(tavo::from_utf8(bytes)), bytes);
+}
+
+TEST(Utf8, MarksEachByteThatBelongsToNoCharacter) {
+  EXPECT_EQ(tavo::from_utf8("\xc0\x80"), std::wstring(2, tavo::kMalformed));
+  EXPECT_EQ(tavo::from_utf8("\xed\xa0\x80"), std::wstring(3, tavo::kMalformed));
+  EXPECT_EQ(tavo::from_utf8("\xe2\x82"), std::wstring(2, tavo::kMalformed));
+  EXPECT_EQ(tavo::from_utf8("\xf5"), std::wstring(1, tavo::kMalformed));
+}
+
+}  // namespace
