@@ -44,8 +44,8 @@ Violation find_violation(const StoredPairs& pairs) {
     }
   }
   // Last of all rules.
-  if (const KeyValueEntry* second = find_contradiction(
-          pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
+  if (const KeyValueEntry* second =
+          find_contradiction(pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
     return {TAVO_STATUS_FLDDEF_DATATYPES_DIFFER, second};
   }
   if (const KeyValueEntry* second =
