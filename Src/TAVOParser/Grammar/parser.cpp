@@ -30,11 +30,17 @@ bool is_separator(uint32_t type) {
   return type == COMMA || type == BAD_SEP;
 }
 
-uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_type,
-               pANTLR3_COMMON_TOKEN value, uint32_t value_type, const wchar_t* prefix) {
+// The result of an action does not stop the grammar. But an action that the platform refused, so
+// that it could not even record why, must not leave a statement that looks accepted: its pair is
+// missing. A full array alone is no failure, and that is meant.
+void note_result(RequestRecord* request, uint32_t status) {
+  if (status != 0 && status != TAVO_STATUS_ARRAY_FULL) request->errorFlag = 1;
+}
+
+void store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_type,
+           pANTLR3_COMMON_TOKEN value, uint32_t value_type, const wchar_t* prefix) {
   const TAVOStoreRoutine routine = __atomic_load_n(&SetKeyValuePair, __ATOMIC_RELAXED);
-  // Its result does not stop the grammar.
-  return routine(request, key, key_type, value, value_type, prefix);
+  note_result(request, routine(request, key, key_type, value, value_type, prefix));
 }
 
 const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
@@ -132,7 +138,7 @@ void ParserObject::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKE
   const uint32_t value_type = value->value_type == kAsTyped ? token->type : value->value_type;
   store(request_, keyword, key_type, token, value_type, prefix);
   if (option.sets_trace_level) {
-    SetTraceLevel(request_, keyword, key_type, token, value_type, prefix);
+    note_result(request_, SetTraceLevel(request_, keyword, key_type, token, value_type, prefix));
   }
 }
 
@@ -154,7 +160,8 @@ void ParserObject::tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TO
 // The keyword as typed and ":", for the keys inside the parentheses.
 const wchar_t* ParserObject::make_prefix(pANTLR3_COMMON_TOKEN keyword) {
   uint32_t length = 0;
-  TAVO_CnvANTLRTokenUtf16ToUtf32(request_, keyword, prefix_, sizeof prefix_, &length);
+  note_result(request_,
+              TAVO_CnvANTLRTokenUtf16ToUtf32(request_, keyword, prefix_, sizeof prefix_, &length));
   constexpr uint32_t kLongest = kPrefixCharacters - 2;
   if (length > kLongest) length = kLongest;
   prefix_[length] = L':';
@@ -227,7 +234,8 @@ void ParserObject::run_trace_statement(const StatementRule& statement) {
   if (failed()) return;
   match(statement.head.values.entries[0].token);
   if (failed()) return;
-  SetTraceLevel(request_, keyword, statement.head.key_type, keyword, keyword->type, L"");
+  note_result(request_, SetTraceLevel(request_, keyword, statement.head.key_type, keyword,
+                                      keyword->type, L""));
 }
 
 // Chooses by the first token, a provider statement by the third. Null, and the token that does not
