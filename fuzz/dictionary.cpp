@@ -35,6 +35,7 @@ int main() {
       "SUFFIX(SEQ(", "OVERLAY(",  "RAND(",        "FLDDEF1=(",
       "FLDDEF99",    "FLDDEF100", "-1",           "0001",
       "2147483648",  "LIB=A,",    "\xEF\xBB\xBF", "\xF0\x9F\x98\x80",
+      "\xFF",
   };
   for (const char* piece : kPieces)
     write_entry(piece);

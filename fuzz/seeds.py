@@ -53,7 +53,11 @@ def main() -> int:
             if not content:
                 continue
             count += 1
-            write(out / ("tokens" if file.parent.name == "lexer" else "statement"), content)
+            if file.parent.name == "lexer":
+                write(out / "tokens", content)
+            else:
+                write(out / "statement", content)
+                write(out / "format", content)
             # A wide request with an array of 15 entries of 64 and 128 bytes, or for 8-bit text.
             write(out / "request", bytes([0, count % 3, 0, 0, 0, 0, 0xFF, 0xF1, 64, 128, 0]) + content)
             # A letter chooses the function, two bytes are its numbers.

@@ -18,6 +18,7 @@ void run_statement(const uint8_t* data, size_t size);
 void run_tokens(const uint8_t* data, size_t size);
 void run_request(const uint8_t* data, size_t size);
 void run_utilities(const uint8_t* data, size_t size);
+void run_format(const uint8_t* data, size_t size);  // only where the command line is built
 
 inline constexpr Target kTargets[] = {
     {"statement", run_statement}, {"tokens", run_tokens},

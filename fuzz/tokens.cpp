@@ -182,7 +182,7 @@ void run_tokens(const uint8_t* data, size_t size) {
   TAVO_REQUIRE(status == 0 || status == TAVO_STATUS_TEXT_NOT_CONVERTIBLE);
   if (status != 0) return;
   check_tiles(walk);
-  if (text.size() <= 64) check_any_rule(text);
+  if (text.size() <= 16) check_any_rule(text);
   if (!units.empty() && units.size() < 512) check_stream_tokens(walk, units);
 }
 

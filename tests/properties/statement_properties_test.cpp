@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 
 #include "TAVOGrammar.h"
+#include "TAVOLanguage.h"
 #include "TAVOText.h"
+#include "corpus/corpus_file.h"
 #include "properties/generated_statement.h"
 #include "service_run.h"
 
@@ -204,6 +207,84 @@ RC_GTEST_PROP(BothRunsOfAnyText, DifferByTheDroppedRepeatsOnly, ()) {
   RC_ASSERT(static_cast<size_t>(runs.sizing.count) == handed_over.size());
   RC_ASSERT(stored_keys(runs) == without_repeats(handed_over));
   tavo_fuzz::switch_tracing_off();
+}
+
+// ---- validation rules --------------------------------------------------------------------------
+
+std::vector<TAVORuleInfo> rules_of(uint32_t provider) {
+  std::vector<TAVORuleInfo> rules;
+  TAVOStatementInfo statement{};
+  for (uint32_t i = 0; TAVOLanguage_GetStatement(i, &statement) == 0; ++i) {
+    if (statement.keyType != TAVO_PARSER_PROVIDER || statement.valueType != provider) continue;
+    TAVORuleInfo rule{};
+    for (uint32_t k = 0; TAVOLanguage_GetRule(i, k, &rule) == 0; ++k) {
+      rules.push_back(rule);
+    }
+  }
+  return rules;
+}
+
+// What validation says of the provider pair and the pairs with the keys of one rule.
+uint32_t validate_keys_of(const TAVORuleInfo& rule, const RequestRecord& filled) {
+  std::vector<KeyValueEntry> pairs;
+  for (int32_t i = 0; i < filled.count; ++i) {
+    const KeyValueEntry& entry = filled.pKeyValueArr[i];
+    const bool wanted = std::count(std::begin(rule.keys), std::end(rule.keys), entry.keyId) != 0;
+    if (wanted || entry.keyId == TAVO_PARSER_PROVIDER) pairs.push_back(entry);
+  }
+  RequestRecord request = filled;
+  request.pKeyValueArr = pairs.data();
+  request.count = static_cast<int32_t>(pairs.size());
+  return Provider_Validate(&request);
+}
+
+// With the pairs that it looks at and no others a rule is violated as before, unless an earlier one
+// is now.
+bool is_still_violated(const std::vector<TAVORuleInfo>& rules, size_t index,
+                       const RequestRecord& filled) {
+  const uint32_t number = validate_keys_of(rules[index], filled);
+  return std::any_of(rules.begin(), rules.begin() + static_cast<ptrdiff_t>(index) + 1,
+                     [&](const TAVORuleInfo& rule) { return rule.number == number; });
+}
+
+// The number of the violation that a statement is refused for, 0 when it is not or when no rule of
+// its provider has that number. Throws when no such rule is violated by its own keys alone.
+uint32_t violation_by_its_keys_alone(const std::wstring& text) {
+  const ServiceRun sizing = size_statement(text);
+  const auto capacity = static_cast<uint32_t>(sizing.count);
+  if (capacity == 0) return 0;
+  EntryArray entries(capacity, static_cast<uint32_t>(sizing.max_key_size),
+                     static_cast<uint32_t>(sizing.max_value_size));
+  WideRequest request(text);
+  request.get()->pKeyValueArr = entries.data();
+  request.get()->capacity = capacity;
+  const ServiceRun run = request.run();
+  if (run.status == 0 || run.pairs[0].key_id != TAVO_PARSER_PROVIDER) return 0;
+  const uint32_t number = run.errors.back().id;
+  const std::vector<TAVORuleInfo> rules = rules_of(run.pairs[0].value_id);
+  bool listed = false;
+  for (size_t i = 0; i < rules.size(); ++i) {
+    if (rules[i].number != number) continue;
+    listed = true;
+    if (is_still_violated(rules, i, *request.get())) return number;
+  }
+  if (listed) throw std::runtime_error(std::to_string(number) + " looks at other keys too");
+  return 0;
+}
+
+RC_GTEST_PROP(ValidationRules, LookAtNoOtherKeysThanTheTablesSay, ()) {
+  const GeneratedStatement statement = *any_statement();
+  RC_LOG() << to_utf8(statement.text);
+  RC_TAG(violation_by_its_keys_alone(statement.text));
+}
+
+TEST(ValidationRules, OfTheCorpusLookAtNoOtherKeysThanTheTablesSay) {
+  std::set<uint32_t> seen;
+  for (const CorpusCase& c : read_corpus_folder(TAVO_CORPUS_FOLDER "/validation")) {
+    SCOPED_TRACE(c.file + ":" + std::to_string(c.line));
+    EXPECT_NO_THROW(seen.insert(violation_by_its_keys_alone(c.statement)));
+  }
+  EXPECT_LT(60u, seen.size());
 }
 
 }  // namespace
