@@ -106,6 +106,8 @@ Pause::~Pause() {
 
 }  // namespace refusals
 
+// Visible: the linker sees references of the shared libraries through the same glasses.
+#pragma GCC visibility push(default)
 extern "C" {
 
 void* __wrap_malloc(size_t size) {
@@ -136,3 +138,4 @@ __attribute__((visibility("default"))) void free(void* block) {
 #endif
 
 }  // extern "C"
+#pragma GCC visibility pop

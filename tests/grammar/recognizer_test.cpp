@@ -158,6 +158,14 @@ TEST(Lexer, WorksThroughTheRuntimesDefaultTokenSource) {
   plain->free(plain);
 }
 
+TEST(Lexer, ThatCannotBeMadeLeavesTheCallersStateToTheCaller) {
+  pANTLR3_RECOGNIZER_SHARED_STATE state = Chain::make_state();
+  EXPECT_EQ(nullptr, TAVOLexerNewSSD(nullptr, state));
+  EXPECT_EQ(nullptr, TAVOParserNewSSD(nullptr, state));
+  EXPECT_EQ(nullptr, state->tokSource);
+  std::free(state);
+}
+
 // ---- positions ---------------------------------------------------------------------------------
 
 TEST(Positions, OnTheFirstLineAreOneLessThanTheIndexAndNeverBelowZero) {
