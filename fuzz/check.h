@@ -2,6 +2,7 @@
 // reading of fields and text from the fuzzer's bytes.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -81,10 +82,14 @@ class Fields {
   template <typename Number>
   Number take() {
     Number number{};
-    const size_t count = size_ < sizeof number ? size_ : sizeof number;
-    std::memcpy(&number, data_, count);
-    data_ += count;
-    size_ -= count;
+    if (size_ >= sizeof number) {
+      std::memcpy(&number, data_, sizeof number);
+    } else if (size_ != 0) {
+      std::memcpy(&number, data_, size_);
+    }
+    const size_t taken = std::min(size_, sizeof number);
+    data_ += taken;
+    size_ -= taken;
     return number;
   }
   uint8_t byte() {
