@@ -25,7 +25,7 @@ class TextReport : public CheckReport {
   explicit TextReport(bool show_secrets) : show_secrets_(show_secrets) {}
 
   void add(const CheckedStatement& statement, const Finding& finding) override {
-    const std::string place = fmt::format("{}:{}:{}:", statement.file,
+    const std::string place = fmt::format("{}:{}:{}:", printable(from_utf8(statement.file)),
                                           statement.first_line + finding.line - 1, finding.column);
     const std::string kind =
         finding.number == 0 ? "warning:" : fmt::format("error {}:", finding.number);
@@ -75,7 +75,7 @@ class JsonReport : public CheckReport {
     Json help = Json::array();
     for (const std::wstring& cure : finding.cures)
       help.push_back(to_utf8(cure));
-    list_.add({{"file", statement.file},
+    list_.add({{"file", to_utf8(from_utf8(statement.file))},
                {"line", statement.first_line + finding.line - 1},
                {"column", finding.column},
                {"length", finding.place.end - finding.place.begin},

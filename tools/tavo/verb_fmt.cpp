@@ -103,7 +103,7 @@ class FormatRun {
 
   void complain(const std::string& file, const std::string& why) {
     raise_to(kCouldNotRun);
-    cli::write(stderr, fmt::format("tavo: {}: {}\n", file, why));
+    cli::write(stderr, fmt::format("tavo: {}: {}\n", printable(from_utf8(file)), why));
   }
 
   void format_file(const std::string& file) {
