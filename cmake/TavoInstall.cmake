@@ -86,11 +86,11 @@ function(tavo_describe_packages)
   set(CPACK_COMPONENT_DEV_DEPENDS runtime)
   set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
   set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
-      "parameter-string parser, shared library\nParses the parameter strings of the masking suite.")
+      "Shared library with the embedded platform.\nParses the parameter strings of the masking suite.")
   set(CPACK_DEBIAN_DEV_DESCRIPTION
-      "parameter-string parser, development files\nHeaders, CMake package and pkg-config file.")
+      "Development files of the library.\nHeaders, CMake package and pkg-config file.")
   set(CPACK_DEBIAN_TOOLS_DESCRIPTION
-      "parameter-string parser, command line\nParses, checks, explains and formats statements.")
+      "The command line, tavo.\nParses, checks, explains and formats statements.")
   set(CPACK_DEB_COMPONENT_INSTALL ON)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)

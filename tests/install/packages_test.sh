@@ -15,12 +15,16 @@ fail() {
   echo "FAILED: $*" >&2
   exit 1
 }
+for package in "$work"/*.deb; do
+  name=${package##*/}
+  dpkg-deb -c "$package" >"$work/${name%%_*}.list"
+done
 # holds PACKAGE PATH / lacks PACKAGE PATH
-holds() { dpkg-deb -c "$work"/"$1"_*.deb | grep -q " \./usr/$2" || fail "$1 lacks $2"; }
-lacks() { dpkg-deb -c "$work"/"$1"_*.deb | grep -q " \./usr/$2" && fail "$1 holds $2" || true; }
-depends() { dpkg-deb -f "$work"/"$1"_*.deb Depends | grep -q "$2" || fail "$1 does not need $2"; }
+holds() { grep -q " \./usr/$2" "$work/$1.list" || fail "$1 lacks $2"; }
+lacks() { if grep -q " \./usr/$2" "$work/$1.list"; then fail "$1 holds $2"; fi; }
+depends() { [[ $(dpkg-deb -f "$work"/"$1"_*.deb Depends) = *"$2"* ]] || fail "$1 does not need $2"; }
 
-holds libtavoparser1 'lib/libTAVOParser.so.1$\|lib/libTAVOParser.so.1 ->'
+holds libtavoparser1 'lib/libTAVOParser.so.1 ->'
 holds libtavoparser1 'lib/libTAVODataCnvLib.so.1'
 lacks libtavoparser1 'include'
 lacks libtavoparser1 'bin/tavo'
