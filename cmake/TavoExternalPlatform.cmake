@@ -9,5 +9,6 @@ foreach(name TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvid
                                            IMPORTED_NO_SONAME ON)
 endforeach()
 add_library(tavo_platform INTERFACE)
-target_link_libraries(tavo_platform INTERFACE
-  TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
+# All five are loaded, also the ones that nothing is called in.
+target_link_libraries(tavo_platform INTERFACE "-Wl,--push-state,--no-as-needed"
+  TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider "-Wl,--pop-state")

@@ -37,6 +37,7 @@
 
 TAVO_STATIC_ASSERT(sizeof(wchar_t) == 4, "wide text is 4 bytes a character");
 
-/* Wide text means zero-terminated wchar_t, 4 bytes a character, unless a function says otherwise. */
+/* Wide text means zero-terminated wchar_t, 4 bytes a character, unless a function says otherwise.
+ */
 
 #endif /* TAVO_API_H */

@@ -47,10 +47,10 @@ typedef struct TAVOErrorRequest {
 
 TAVO_ASSERT_SIZE(TAVOErrorRequest, 32);
 
-/* Parser_GetFormattedErrorMsg. A message is one line that tells what is wrong and what to do, in the
- * language that the first of the environment variables TAVO_LANG, LC_ALL, LC_MESSAGES and LANG that
- * is set asks for (de for German), else in English. An insert that the block does not hold is left
- * as {NAME}. */
+/* Parser_GetFormattedErrorMsg. A message is one line that tells what is wrong and what to do, in
+ * the language that the first of the environment variables TAVO_LANG, LC_ALL, LC_MESSAGES and LANG
+ * that is set asks for (de for German), else in English. An insert that the block does not hold is
+ * left as {NAME}. */
 typedef struct TAVOMessageRequest {
   uint16_t version;        /* in: 21 */
   uint16_t size;           /* in: sizeof(TAVOMessageRequest) */

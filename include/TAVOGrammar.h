@@ -20,9 +20,9 @@ typedef TAVOParser* pTAVOParser;
 /* pLexer is the runtime's lexer; its token source is pLexer->rec->state->tokSource. */
 struct TAVOLexer_Ctx_struct {
   pANTLR3_LEXER pLexer;
-  void (*mTokens)(pTAVOLexer ctx);                    /* recognizes one token */
+  void (*mTokens)(pTAVOLexer ctx); /* recognizes one token */
   const char* (*getGrammarFileName)(void);
-  void (*free)(pTAVOLexer ctx);                       /* frees the object and what it owns */
+  void (*free)(pTAVOLexer ctx); /* frees the object and what it owns */
 };
 
 /* pParser is the runtime's parser. */
@@ -30,7 +30,7 @@ struct TAVOParser_Ctx_struct {
   pANTLR3_PARSER pParser;
   void (*parse_tavo_provider_syntax)(pTAVOParser ctx, RequestRecord* request); /* the top rule */
   const char* (*getGrammarFileName)(void);
-  void (*free)(pTAVOParser ctx);                      /* frees the object, not the token stream */
+  void (*free)(pTAVOParser ctx); /* frees the object, not the token stream */
 };
 
 /* A lexer over an input stream of UTF-16 in the machine's byte order, which stays the caller's and

@@ -3,8 +3,8 @@
  * read from the tables that the parser itself runs on. For tools that explain, complete, format or
  * document. Extensions of this library.
  *
- * Every list is walked by index from 0 until a function answers TAVO_LANGUAGE_END. Texts are static.
- * Any thread may call. Compiles as C11 and as C++20.
+ * Every list is walked by index from 0 until a function answers TAVO_LANGUAGE_END. Texts are
+ * static. Any thread may call. Compiles as C11 and as C++20.
  */
 #ifndef TAVO_LANGUAGE_H
 #define TAVO_LANGUAGE_H
@@ -68,12 +68,12 @@ typedef enum TAVOValueSyntax {
 } TAVOValueSyntax;
 
 typedef struct TAVOOptionInfo {
-  const char* rule;      /* such as "cmn_opt_parm_seed" */
-  uint32_t keywords[4];  /* token types that begin it, 0 when unused */
-  uint32_t keyType;      /* stored key type */
-  uint32_t syntax;       /* TAVOValueSyntax */
-  uint32_t values;       /* accepted tokens, how many */
-  uint32_t parameters;   /* parameters in parentheses, how many */
+  const char* rule;     /* such as "cmn_opt_parm_seed" */
+  uint32_t keywords[4]; /* token types that begin it, 0 when unused */
+  uint32_t keyType;     /* stored key type */
+  uint32_t syntax;      /* TAVOValueSyntax */
+  uint32_t values;      /* accepted tokens, how many */
+  uint32_t parameters;  /* parameters in parentheses, how many */
   uint32_t setsTraceLevel;
 } TAVOOptionInfo;
 

@@ -35,12 +35,13 @@ typedef enum TAVOStatus {
 /* ---- the request and its key-value array -----------------------------------------------------*/
 
 /* One stored pair. The caller allocates and zeroes the array and the two buffers of each entry;
- * the library writes keyId, valueId, valueLength, status and the texts, never caller0 or caller1. */
+ * the library writes keyId, valueId, valueLength, status and the texts, never caller0 or caller1.
+ */
 typedef struct KeyValueEntry {
   uint8_t caller0[16];
-  wchar_t* key;         /* key buffer, owned by the caller */
-  uint32_t keyId;       /* token type that identifies the option */
-  uint32_t keySize;     /* size of the key buffer in bytes */
+  wchar_t* key;     /* key buffer, owned by the caller */
+  uint32_t keyId;   /* token type that identifies the option */
+  uint32_t keySize; /* size of the key buffer in bytes */
   uint8_t caller1[8];
   wchar_t* value;       /* value buffer, owned by the caller */
   uint32_t valueId;     /* token type that classifies the value, or 0 */

@@ -56,8 +56,8 @@ wchar_t* convert_bytes(const char* text, size_t length, uint32_t code_page) {
   descriptor.code_page = code_page;
   auto bytes = static_cast<int32_t>(length);
   uint32_t count = 0;
-  return checked(wide, TAVOCnvCharToWVarcharSz(text, &bytes, wide, bytes_of(length), &count,
-                                               &descriptor));
+  return checked(
+      wide, TAVOCnvCharToWVarcharSz(text, &bytes, wide, bytes_of(length), &count, &descriptor));
 }
 
 wchar_t* convert_terminated_bytes(const char* text, uint32_t code_page) {
@@ -86,8 +86,8 @@ wchar_t* convert_counted_bytes(const void* data, uint32_t code_page) {
   descriptor.code_page = code_page;
   auto bytes = static_cast<int32_t>(length);
   uint32_t count = 0;
-  return checked(wide, TAVOCnvVarcharToWVarcharSz(data, &bytes, wide, bytes_of(length), &count,
-                                                  &descriptor));
+  return checked(
+      wide, TAVOCnvVarcharToWVarcharSz(data, &bytes, wide, bytes_of(length), &count, &descriptor));
 }
 
 wchar_t* convert_wide(const wchar_t* text, uint32_t length_bytes) {
@@ -96,8 +96,7 @@ wchar_t* convert_wide(const wchar_t* text, uint32_t length_bytes) {
   if (wide == nullptr) return nullptr;
   auto bytes = static_cast<int32_t>(length_bytes);
   uint32_t count = 0;
-  return checked(wide,
-                 TAVOCnvWCharToWVarcharSz(text, &bytes, wide, bytes_of(characters), &count));
+  return checked(wide, TAVOCnvWCharToWVarcharSz(text, &bytes, wide, bytes_of(characters), &count));
 }
 
 wchar_t* convert_counted_wide(const void* data) {

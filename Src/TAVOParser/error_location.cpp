@@ -33,6 +33,10 @@ const uint16_t* units(const void* address) {
   return static_cast<const uint16_t*>(address);
 }
 
+const uint16_t* end_of(const ANTLR3_INPUT_STREAM& input) {
+  return units(input.data) + input.sizeBuf / sizeof(uint16_t);
+}
+
 // A parser stumbles over a token, a lexer over a character; the end of the input is neither.
 Place place_of(pANTLR3_BASE_RECOGNIZER recognizer, const ANTLR3_EXCEPTION& exception) {
   Place place;
@@ -49,12 +53,14 @@ Place place_of(pANTLR3_BASE_RECOGNIZER recognizer, const ANTLR3_EXCEPTION& excep
     place.input = static_cast<pANTLR3_LEXER>(recognizer->super)->input;
     if (exception.c != ANTLR3_CHARSTREAM_EOF) {
       place.start = reinterpret_cast<const uint16_t*>(static_cast<intptr_t>(exception.index));
-      const bool pair = is_high(place.start[0]) && is_low(place.start[1]);
+      // A caller's own stream may end with half a pair.
+      const bool pair = place.start + 1 != end_of(*place.input) && is_high(place.start[0]) &&
+                        is_low(place.start[1]);
       place.stop = place.start + (pair ? 2 : 1);
     }
   }
   if (place.input != nullptr && place.start == nullptr) {
-    place.start = place.stop = units(place.input->data) + place.input->sizeBuf / sizeof(uint16_t);
+    place.start = place.stop = end_of(*place.input);
   }
   return place;
 }

@@ -6,8 +6,8 @@
 
 namespace {
 
-int32_t giParserRefCnt = 0;     // starts that were not stopped yet
-void* hParserMutex = nullptr;   // guards the count's decrement
+int32_t giParserRefCnt = 0;    // starts that were not stopped yet
+void* hParserMutex = nullptr;  // guards the count's decrement
 
 // Makes the first start and the last stop one step each, seen from other threads: a start must not
 // meet thread blocks that a stop is still cleaning.
@@ -87,8 +87,8 @@ void* PsrCleanCallBack(uint64_t reason, void*, void* threadBlock) noexcept {
   if ((reason & 0xFFFF) != kReasonCleanUp) {
     return reinterpret_cast<void*>(static_cast<uintptr_t>(reason));
   }
-  if (threadBlock != nullptr) {
-    TermErrors(tavo::error_state_of(threadBlock));
+  // A state that could not be released stays in its slot, where it is not lost.
+  if (threadBlock != nullptr && TermErrors(tavo::error_state_of(threadBlock)) == 0) {
     tavo::set_error_state_of(threadBlock, nullptr);
   }
   return threadBlock;

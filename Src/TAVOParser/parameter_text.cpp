@@ -1,6 +1,7 @@
 #include "parameter_text.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include "platform.h"
 
@@ -27,18 +28,22 @@ uint32_t ParameterText::convert(const RequestRecord& request) {
   const auto* descriptor = static_cast<const ParmTextM*>(request.parmText);
   if (descriptor == nullptr || descriptor->text == nullptr) return TAVO_STATUS_TEXT_POINTER_NULL;
   const size_t room = static_cast<size_t>(request.textLength) + 1;
-  owned_ = static_cast<wchar_t*>(std::calloc(room, sizeof(wchar_t)));
-  if (owned_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
+  wchar_t* wide = short_;
+  if (room > kShort) {
+    wide = owned_ = static_cast<wchar_t*>(std::calloc(room, sizeof(wchar_t)));
+    if (wide == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
+  } else {
+    std::memset(wide, 0, room * sizeof(wchar_t));
+  }
   ConversionDescriptor conversion{};
   conversion.kind = descriptor->kind;
   conversion.code_page = descriptor->codePage;
   int32_t length = request.textLength;
-  converter_code_ =
-      TAVOCnvCharToWVarcharSz(descriptor->text, &length, owned_,
-                              static_cast<uint32_t>(room * sizeof(wchar_t)), &characters_,
-                              &conversion);
+  converter_code_ = TAVOCnvCharToWVarcharSz(descriptor->text, &length, wide,
+                                            static_cast<uint32_t>(room * sizeof(wchar_t)),
+                                            &characters_, &conversion);
   if (converter_code_ != 0) return TAVO_STATUS_TEXT_NOT_CONVERTIBLE;
-  text_ = owned_;
+  text_ = wide;
   return 0;
 }
 

@@ -1,13 +1,15 @@
 // The parameter string of a request as wide text.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "TAVOParser.h"
 
 namespace tavo {
 
-// Wide text of a request; owned only when it was converted from 8-bit text.
+// Wide text of a request. It is copied only when it comes as 8-bit text; a short copy needs no
+// memory of its own.
 class ParameterText {
  public:
   ParameterText() = default;
@@ -33,10 +35,13 @@ class ParameterText {
  private:
   uint32_t convert(const RequestRecord& request);
 
+  static constexpr size_t kShort = 256;
+
   const wchar_t* text_ = nullptr;
   wchar_t* owned_ = nullptr;
   uint32_t characters_ = 0;
   uint32_t converter_code_ = 0;
+  wchar_t short_[kShort];
 };
 
 }  // namespace tavo

@@ -12,19 +12,23 @@
 extern "C" {
 
 // ---- locking -----------------------------------------------------------------------------------
+// Recursive mutexes. The embedded platform answers misuse (a handle that was destroyed or never
+// made, an unlock by another thread, a destroy while it is held) with a status. A null handle is
+// accepted by lock and unlock. The second argument of MutexLock is 0.
 
 uint32_t MutexCreate(void** mutex);
 uint32_t MutexDestroy(void* mutex);
 uint32_t MutexLock(void* mutex, uint32_t zero);
 uint32_t MutexUnLock(void* mutex);
-// Atomically adds 1 to *count. The result is a status, not the new value.
+// Atomically adds 1 to *count, holding the mutex meanwhile unless it is null. The result is a
+// status, not the new value.
 uint32_t LockedIncrement(int32_t* count, void* mutex);
 
 // ---- tracing -----------------------------------------------------------------------------------
 
 // A function's descriptor: static, zeroed, resolved once.
 struct TraceDescriptor {
-  uint16_t marker;       // kTraceResolved once IOQ_TRC_ResFmid has seen it
+  uint16_t marker;  // kTraceResolved once IOQ_TRC_ResFmid has seen it
   uint16_t reserved0;
   uint32_t function_id;  // filled by IOQ_TRC_ResFmid
   const char* name;      // the function's name, static text
@@ -83,7 +87,8 @@ uint32_t IOQ_TRC_ResFmid(uint32_t function_id, void* descriptor, uint32_t zero);
 uint32_t KNL_FuncPro(void* frame, void* descriptor);
 uint32_t KNL_FuncEpi(void* frame);
 uint32_t KNL_Trace_RecordDiagnostic(void* record);
-// Switches the trace level; text is zero-terminated 8-bit text.
+// Switches the trace level; text is zero-terminated 8-bit text: OFF, ERROR, CALLS or DETAIL, a
+// number from 0 to 3, or TRCLEVEL for the level that the environment configures.
 uint32_t TAVOSetTraceLevel(const char* text);
 
 // ---- thread blocks and error lists -------------------------------------------------------------
@@ -94,6 +99,8 @@ inline constexpr size_t kErrorStateSlotOffset = 0;
 // The low 16 bits of the reason with which TAVOCleanThreadBlock calls back for a block that goes.
 inline constexpr uint64_t kReasonCleanUp = 3;
 
+// The calling thread's block, made at its first call; the same one until it is cleaned. When a
+// thread ends, the platform frees its block and the error state in the slot, all from calloc.
 uint32_t TAVOGetThreadBlock(void** block);
 // Calls callback(reason, null, block) for every thread's block, then frees the blocks.
 uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*));
@@ -105,25 +112,35 @@ uint32_t GetFormattedErrorMsg(void* request);
 
 // Describes the code page of 8-bit text; zeroed, kind and number filled in.
 struct ConversionDescriptor {
-  uint8_t kind;
+  uint8_t kind;  // 0 any number, 1 an IBM CCSID, 2 a Windows code page
   uint8_t reserved0[3];
-  uint32_t code_page;  // 0 is the default code page
+  uint32_t code_page;  // 0 is the default code page, UTF-8
   uint8_t reserved1[56];
 };
 static_assert(sizeof(ConversionDescriptor) == 64);
 
+// No conversion of text substitutes or drops a character: malformed text, a character that the
+// target lacks, an unknown code page and a buffer that is too small are statuses. After a failure
+// *count is as it was and dst holds an empty text. Texts of the TAVOCnv functions are always
+// terminated inside dst; the three Convert functions terminate when a unit is left for it. A zero
+// inside a given length is a character. The conversions work before TAVOInitDataConversion, too.
+
 uint32_t TAVOInitDataConversion(void);
 uint32_t TAVOTermDataConversion(void);
 
-// 8-bit text to wide text. *length: bytes of text. dst_bytes: size of dst in bytes. *count: out,
-// characters written, terminator not counted; dst is terminated.
+// 8-bit text to wide text. *length: bytes of text, only read. dst_bytes: size of dst in bytes.
+// *count: out, characters written, terminator not counted. descriptor: a ConversionDescriptor, or
+// null for the default code page.
 uint32_t TAVOCnvCharToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                  uint32_t dst_bytes, uint32_t* count, const void* descriptor);
+// The same for text behind a 16-bit length in bytes, and for terminated text; *length is not looked
+// at and may be null.
 uint32_t TAVOCnvVarcharToWVarcharSz(const void* length_prefixed, int32_t* length, wchar_t* dst,
                                     uint32_t dst_bytes, uint32_t* count, const void* descriptor);
 uint32_t TAVOCnvVarcharSzToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                       uint32_t dst_bytes, uint32_t* count, const void* descriptor);
-// Wide text to wide text; *length_bytes: bytes of text.
+// Wide text to wide text; *length_bytes: bytes of text, only read; not looked at for text behind a
+// 16-bit length in bytes, which need not be aligned.
 uint32_t TAVOCnvWCharToWVarcharSz(const wchar_t* text, int32_t* length_bytes, wchar_t* dst,
                                   uint32_t dst_bytes, uint32_t* count);
 uint32_t TAVOCnvWVarcharToWVarcharSz(const void* length_prefixed, int32_t* length_bytes,
@@ -136,17 +153,20 @@ uint32_t TAVOCnvSmallIntToWVarcharSz(const int16_t*, wchar_t* dst, uint32_t dst_
                                      uint32_t* count);
 uint32_t TAVOCnvSmallUIntToWVarcharSz(const uint16_t*, wchar_t* dst, uint32_t dst_bytes,
                                       uint32_t* count);
-// Date (14), time (15) or timestamp (16) to wide text.
+// Date (14), time (15) or timestamp (16) to wide text. value: 16-bit year, month and day; 16-bit
+// hour, minute and second; or all six and a 32-bit fraction in nanoseconds.
 uint32_t TAVOGetStringFromTS(const void* value, int16_t data_type, wchar_t* dst, uint32_t dst_bytes,
                              uint32_t* count);
-// Wide text to numbers; non-zero when the text is no number of that kind.
+// Terminated wide text to numbers: an optional sign (no minus for ToUInt) and digits, nothing else.
+// Non-zero, and the number untouched, when the text is no number of that kind or out of range.
 uint32_t TAVOCnvWVarcharSzToInt(const wchar_t*, int32_t*);
 uint32_t TAVOCnvWVarcharSzToLongLong(const wchar_t*, int64_t*);
 uint32_t TAVOCnvWVarcharSzToUInt(const wchar_t*, uint32_t*);
-// Wide text to 8-bit text. *length: bytes of text; *count: out, bytes written.
+// Wide text to 8-bit text. The text ends at its terminator or after *length bytes, 4 a character,
+// whichever is first; length may be null. *count: out, bytes written, terminator not counted.
 uint32_t TAVOCnvWVarcharSzToVarcharSz(const wchar_t*, int32_t* length, char* dst,
                                       uint32_t dst_bytes, uint32_t* count, const void* descriptor);
-// UTF-16 to 8-bit text, destination first; *produced: bytes written.
+// UTF-16 to 8-bit text in UTF-8, destination first; *produced: bytes written.
 uint32_t Convert16To8(char* dst, uint32_t dst_size, const uint16_t* src, uint32_t src_units,
                       uint32_t* produced);
 // UTF-16 to UTF-32 and back, source first, all counts in units.

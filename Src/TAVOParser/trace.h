@@ -63,6 +63,9 @@ inline TraceItem trace_text(const char* name, const char* text) {
 // One open frame. Use it through TAVO_TRACE_FUNCTION.
 class Trace {
  public:
+#ifdef TAVO_NO_TRACE  // a build that tells by comparison what tracing costs while it is off
+  Trace(TraceDescriptor&, uint32_t) noexcept : refused_(0), open_(false) {}
+#else
   Trace(TraceDescriptor& descriptor, uint32_t function_id) noexcept {
     if (__atomic_load_n(&descriptor.marker, __ATOMIC_ACQUIRE) != kTraceResolved) {
       IOQ_TRC_ResFmid(function_id, &descriptor, 0);
@@ -70,6 +73,7 @@ class Trace {
     refused_ = KNL_FuncPro(&frame_, &descriptor);
     open_ = refused_ == 0;
   }
+#endif
   Trace(const Trace&) = delete;
   Trace& operator=(const Trace&) = delete;
   ~Trace() {
@@ -83,8 +87,8 @@ class Trace {
   bool on() const {
     return frame_.tracing != 0;
   }
+  // To be called only when tracing is on.
   void entry(uint32_t line, std::initializer_list<TraceItem> items) {
-    if (!on()) return;
     record(kProbeEntry, line, items);
     if (frame_.detail != 0) record(kProbeParameters, line, items);
   }
@@ -130,9 +134,11 @@ class Trace {
 
 // Opens the frame `trace` of the function it stands in; on refusal the function returns its code,
 // cast to the type it returns.
-#define TAVO_TRACE_FUNCTION(function_id, return_type)                                   \
-  static TraceDescriptor trace_descriptor = {0, 0, 0, __func__, {}};                    \
-  ::tavo::Trace trace(trace_descriptor, function_id);                                   \
+#define TAVO_TRACE_FUNCTION(function_id, return_type)                \
+  static TraceDescriptor trace_descriptor = {0, 0, 0, __func__, {}}; \
+  ::tavo::Trace trace(trace_descriptor, function_id);                \
   if (trace.refused() != 0) return static_cast<return_type>(trace.refused())
-#define TAVO_TRACE_ENTRY(...) trace.entry(__LINE__, {__VA_ARGS__})
+// Makes its items only when they are wanted.
+#define TAVO_TRACE_ENTRY(...) \
+  if (trace.on()) trace.entry(__LINE__, {__VA_ARGS__})
 #define TAVO_TRACE_RETURN(status) return trace.leave(__LINE__, status)

@@ -28,9 +28,9 @@ class Utf16Text {
     const size_t room = size_t{characters} + count_above_bmp(text, characters) + 1;
     if (room > kShort) units_ = static_cast<uint16_t*>(std::malloc(room * sizeof(uint16_t)));
     if (units_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
-    converter_code_ = TAVO_Utf32ToUtf16(text, static_cast<int32_t>(characters * sizeof(wchar_t)),
-                                        units_, static_cast<uint32_t>(room * sizeof(uint16_t)),
-                                        &count_);
+    converter_code_ =
+        TAVO_Utf32ToUtf16(text, static_cast<int32_t>(characters * sizeof(wchar_t)), units_,
+                          static_cast<uint32_t>(room * sizeof(uint16_t)), &count_);
     if (converter_code_ != 0) return TAVO_STATUS_TEXT_NOT_CONVERTIBLE;
     units_[count_] = 0;
     return 0;

@@ -191,7 +191,8 @@ uint32_t decode_utf8(const char* src, uint32_t bytes, wchar_t* dst, uint32_t dst
                      uint32_t& written) noexcept {
   const auto* next = reinterpret_cast<const uint8_t*>(src);
   const uint8_t* const end = next + bytes;
-  written = 0;
+  written = copy_plain<0x80>(next, bytes, dst, dst_chars);
+  next += written;
   while (next < end) {
     uint32_t c = 0;
     if (!get_utf8(next, end, c)) return kSourceInvalid;

@@ -9,6 +9,8 @@ using namespace tavo::platform;
 
 namespace {
 
+constexpr uint32_t kFarFromSurrogates = 0x8000;
+
 // A result that did not come about leaves an empty text behind, and terminated when there is room.
 template <typename Unit>
 uint32_t fail(uint32_t status, Unit* dst, uint32_t dst_units) noexcept {
@@ -29,26 +31,6 @@ bool arguments_are_valid(const void* src, bool source_is_empty, const void* dst,
          count != nullptr;
 }
 
-// Copies text from the front for as long as it is far from surrogates: whole groups of units that
-// the compiler can handle at once. Returns the units copied.
-template <typename From, typename To>
-uint32_t copy_plain(const From* src, uint32_t src_units, To* dst, uint32_t dst_units) noexcept {
-  constexpr uint32_t kGroup = 8;
-  const uint32_t units = src_units < dst_units ? src_units : dst_units;
-  uint32_t done = 0;
-  for (; units - done >= kGroup; done += kGroup) {
-    uint32_t bits = 0;
-    for (uint32_t i = 0; i < kGroup; ++i) {
-      bits |= src[done + i];
-    }
-    if (bits >= 0x8000) break;
-    for (uint32_t i = 0; i < kGroup; ++i) {
-      dst[done + i] = static_cast<To>(src[done + i]);
-    }
-  }
-  return done;
-}
-
 }  // namespace
 
 TAVO_PLATFORM_API uint32_t Convert32To16(const uint32_t* src, int32_t src_units, uint16_t* dst,
@@ -58,7 +40,8 @@ TAVO_PLATFORM_API uint32_t Convert32To16(const uint32_t* src, int32_t src_units,
   }
   if (src_units < 0) return fail(kLengthInvalid, dst, dst_units);
   const uint32_t* const end = src + src_units;
-  uint32_t written = copy_plain(src, static_cast<uint32_t>(src_units), dst, dst_units);
+  uint32_t written =
+      copy_plain<kFarFromSurrogates>(src, static_cast<uint32_t>(src_units), dst, dst_units);
   src += written;
   while (src < end) {
     const uint32_t c = *src++;
@@ -85,7 +68,7 @@ TAVO_PLATFORM_API uint32_t Convert16To32(const uint16_t* src, uint32_t src_units
     return fail(kArgumentInvalid, dst, dst_units);
   }
   const uint16_t* const end = src + src_units;
-  uint32_t written = copy_plain(src, src_units, dst, dst_units);
+  uint32_t written = copy_plain<kFarFromSurrogates>(src, src_units, dst, dst_units);
   src += written;
   while (src < end) {
     uint32_t c = *src++;

@@ -80,4 +80,25 @@ inline bool get_utf8(const uint8_t*& src, const uint8_t* end, uint32_t& c) noexc
   return utf8_length(c) == static_cast<uint32_t>(tails) + 1 && is_character(c);
 }
 
+// Copies text from the front for as long as every unit is below a power of 2: whole groups of units
+// that the compiler can handle at once. Returns the units copied.
+template <uint32_t kBelow, typename From, typename To>
+uint32_t copy_plain(const From* src, uint32_t src_units, To* dst, uint32_t dst_units) noexcept {
+  static_assert((kBelow & (kBelow - 1)) == 0);
+  constexpr uint32_t kGroup = 8;
+  const uint32_t units = src_units < dst_units ? src_units : dst_units;
+  uint32_t done = 0;
+  for (; units - done >= kGroup; done += kGroup) {
+    uint32_t bits = 0;
+    for (uint32_t i = 0; i < kGroup; ++i) {
+      bits |= src[done + i];
+    }
+    if (bits >= kBelow) break;
+    for (uint32_t i = 0; i < kGroup; ++i) {
+      dst[done + i] = static_cast<To>(src[done + i]);
+    }
+  }
+  return done;
+}
+
 }  // namespace tavo::platform

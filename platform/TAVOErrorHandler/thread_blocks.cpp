@@ -36,7 +36,9 @@ struct Anchor {
 
 pthread_mutex_t g_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list and its links
 Anchor* g_anchors = nullptr;
-thread_local constinit Anchor t_anchor;
+// In the part of a thread's storage that is there from its start: a plain fetch, and no allocation
+// at the first use, which could only end the process if it were refused.
+__attribute__((tls_model("initial-exec"))) thread_local constinit Anchor t_anchor;
 
 void link(Anchor& anchor) noexcept {
   anchor.previous = nullptr;
@@ -90,7 +92,7 @@ void end_thread(void* object) {
 
 const ThreadExit g_thread_exit(&end_thread);
 
-uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
+__attribute__((noinline)) uint32_t make_block(Anchor& anchor, ThreadBlock*& block) noexcept {
   auto* made = static_cast<ThreadBlock*>(std::calloc(1, sizeof(ThreadBlock)));
   if (made == nullptr) return kNoMemory;
   if (!anchor.armed && !g_thread_exit.arm(&anchor)) {

@@ -21,29 +21,18 @@ std::wstring unescape(const std::wstring& text) {
       continue;
     }
     switch (text[++i]) {
-      case L'n':
-        result += L'\n';
-        break;
-      case L'r':
-        result += L'\r';
-        break;
-      case L't':
-        result += L'\t';
-        break;
-      case L'f':
-        result += L'\f';
-        break;
-      case L'\\':
-        result += L'\\';
-        break;
+      case L'n': result += L'\n'; break;
+      case L'r': result += L'\r'; break;
+      case L't': result += L'\t'; break;
+      case L'f': result += L'\f'; break;
+      case L'\\': result += L'\\'; break;
       case L'u': {
         const size_t close = text.find(L'}', i);
         result += static_cast<wchar_t>(std::stoul(text.substr(i + 2, close - i - 2), nullptr, 16));
         i = close;
         break;
       }
-      default:
-        throw std::runtime_error("unknown escape");
+      default: throw std::runtime_error("unknown escape");
     }
   }
   return result;
@@ -69,8 +58,7 @@ class Reader {
       result->attributes.push_back(line_.substr(1));
     }
     std::string statement;
-    for (require_advance(); line_ != "---"; require_advance())
-      statement += line_ + "\n";
+    for (require_advance(); line_ != "---"; require_advance()) statement += line_ + "\n";
     if (!statement.empty()) statement.pop_back();
     result->statement = to_wide(statement);
     if (result->has("escaped")) result->statement = unescape(result->statement);
@@ -118,8 +106,7 @@ long CorpusCase::value_of(const std::string& attribute, long otherwise) const {
 std::vector<CorpusCase> read_corpus(const std::filesystem::path& file) {
   std::vector<CorpusCase> cases;
   Reader reader(file);
-  for (CorpusCase c; reader.next(&c);)
-    cases.push_back(c);
+  for (CorpusCase c; reader.next(&c);) cases.push_back(c);
   return cases;
 }
 
@@ -140,16 +127,14 @@ std::vector<CorpusCase> read_corpus_folder(const std::filesystem::path& folder) 
 
 std::string join_lines(const std::vector<std::string>& lines) {
   std::string text;
-  for (const std::string& line : lines)
-    text += line + "\n";
+  for (const std::string& line : lines) text += line + "\n";
   return text;
 }
 
 std::string join_expected(const std::vector<std::string>& lines) {
   std::string text;
   for (std::string line : lines) {
-    while (!line.empty() && line.back() == ' ')
-      line.pop_back();
+    while (!line.empty() && line.back() == ' ') line.pop_back();
     text += to_utf8(unescape(to_wide(line))) + "\n";
   }
   return text;

@@ -11,18 +11,10 @@ std::string describe(const Error& error) {
   std::string line = "error " + std::to_string(error.id);
   for (const Insert& insert : error.inserts) {
     switch (insert.id) {
-      case TAVO_TOKID_CHAR_POS:
-        line += " at " + to_utf8(insert.text);
-        break;
-      case TAVO_TOKID_SUBSTR:
-        line += " after " + to_utf8(insert.text);
-        break;
-      case TAVO_TOKID_PARMKEY:
-        line += " key " + to_utf8(insert.text);
-        break;
-      default:
-        line += " insert " + std::to_string(insert.id) + " " + to_utf8(insert.text);
-        break;
+      case TAVO_TOKID_CHAR_POS: line += " at " + to_utf8(insert.text); break;
+      case TAVO_TOKID_SUBSTR: line += " after " + to_utf8(insert.text); break;
+      case TAVO_TOKID_PARMKEY: line += " key " + to_utf8(insert.text); break;
+      default: line += " insert " + std::to_string(insert.id) + " " + to_utf8(insert.text); break;
     }
   }
   return line;
@@ -35,8 +27,7 @@ std::vector<std::string> describe(const ServiceRun& run) {
     lines.push_back(std::to_string(pair.key_id) + " " + to_utf8(pair.key) + " = " +
                     std::to_string(pair.value_id) + (value.empty() ? "" : " " + value));
   }
-  for (const Error& error : run.errors)
-    lines.push_back(describe(error));
+  for (const Error& error : run.errors) lines.push_back(describe(error));
   return lines;
 }
 

@@ -130,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(Languages, Catalogue, testing::Range(size_t{0}, languag
                          [](const auto& tested) { return languages()[tested.param].code; });
 
 TEST(CatalogueLanguages, HasEnglishFirstAndASecondLanguageOfItsOwn) {
-  ASSERT_EQ(languages().size(), 2U);
+  ASSERT_GE(languages().size(), 2U);
   EXPECT_STREQ(languages()[0].code, "en");
   EXPECT_STREQ(languages()[1].code, "de");
   for (size_t i = 0; i < languages()[0].messages.size(); ++i) {

@@ -19,7 +19,7 @@ foreach(library IN LISTS LIBRARIES)
   foreach(symbol IN LISTS symbols)
     string(REGEX REPLACE "[ @].*" "" symbol "${symbol}")
     # The sanitizers and the coverage run time add names of their own.
-    if(NOT symbol MATCHES "^(__asan|__tsan|__ubsan|__odr|__gcov|__llvm|_init$|_fini$)")
+    if(NOT symbol MATCHES "^(__asan|__tsan|__ubsan|__odr|__gcov|__llvm|mangle_path$|_init$|_fini$)")
       list(APPEND exported ${symbol})
     endif()
   endforeach()

@@ -127,6 +127,11 @@ TEST(CodePage, RefusesBytesItDoesNotKnow) {
   EXPECT_EQ(decode(page(2, 1253), "\xD2", text), kSourceInvalid);
 }
 
+TEST(CodePage, RefusesBytesThatStandForADamagedCharacter) {
+  std::wstring text;
+  EXPECT_EQ(decode(page(2, 54936), "a\x84\x31\xA4\x37", text), kSourceInvalid);
+}
+
 TEST(CodePage, RefusesCharactersItDoesNotHave) {
   std::string bytes;
   for (const wchar_t* text : {L"a\u20ac", L"\U0001F600", L"a\u0100"}) {

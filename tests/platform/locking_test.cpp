@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <thread>
 #include <vector>
@@ -39,6 +40,25 @@ TEST_F(Mutex, KeepsThreadsApart) {
     thread.join();
   }
   EXPECT_EQ(count, 8000);
+}
+
+TEST_F(Mutex, WaitsForItsHolder) {
+  std::atomic<bool> about_to_lock{false}, locked{false};
+  ASSERT_EQ(MutexLock(mutex_, 0), kOk);
+  std::thread other([&] {
+    about_to_lock = true;
+    EXPECT_EQ(MutexLock(mutex_, 0), kOk);
+    locked = true;
+    EXPECT_EQ(MutexUnLock(mutex_), kOk);
+  });
+  while (!about_to_lock) {
+    std::this_thread::yield();
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_FALSE(locked);
+  EXPECT_EQ(MutexUnLock(mutex_), kOk);
+  other.join();
+  EXPECT_TRUE(locked);
 }
 
 TEST_F(Mutex, IsRecursive) {

@@ -112,6 +112,29 @@ TEST(RefusedMemory, IsAnsweredForAConverter) {
   });
 }
 
+TEST(RefusedMemory, LeavesNothingBehindInAConverterOnceConversionIsStarted) {
+  refuse_each_request([] {
+    const int refusal_at = t_until_refusal;
+    t_until_refusal = -1;
+    bool well = TAVOInitDataConversion() == kOk;
+    ConversionDescriptor page = {};
+    page.kind = 1;
+    page.code_page = 1047;
+    wchar_t text[2];
+    int32_t length = 1;
+    uint32_t count = 0;
+    t_until_refusal = refusal_at;
+    const uint32_t status =
+        TAVOCnvCharToWVarcharSz("\xC1", &length, text, sizeof text, &count, &page);
+    const bool was_refused = t_refused != 0;
+    well = well && (status == kOk || (was_refused && status == kNoMemory));
+    t_until_refusal = -1;
+    well =
+        well && TAVOCnvCharToWVarcharSz("\xC1", &length, text, sizeof text, &count, &page) == kOk;
+    return well && text[0] == L'A';
+  });
+}
+
 TEST(RefusedMemory, IsNotAskedForByTheConversionsOfEveryParse) {
   t_for_ever = true;
   t_refused = 0;

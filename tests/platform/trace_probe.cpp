@@ -83,6 +83,8 @@ int main(int argc, char** argv) {
       for (int k = 0; k < 4; ++k) {
         threads.emplace_back([] {
           for (int n = 0; n < 50; ++n) {
+            // Threads that saw no marker yet resolve a descriptor that others trace with.
+            IOQ_TRC_ResFmid(0x20801, &g_outer, 0);
             traced(g_outer, 0x20801, 0, true, false);
           }
         });

@@ -206,7 +206,7 @@ def next_token(text: str, at: int) -> Token:
             return Token(T.INTEGER, at, found.group())
 
     if character > HIGHEST_CHARACTER:
-        raise Broken(at, no_viable_alternative=True)
+        raise Broken(at)  # the catch-all's set of characters ends at U+FFFF
 
     return Token(T.BAD_SEP, at, character)
 

@@ -29,6 +29,17 @@ constexpr std::array<uint8_t, 128> make_character_classes() {
 
 inline constexpr std::array<uint8_t, 128> kCharacterClasses = make_character_classes();
 
+constexpr std::array<char, 128> make_folded_words() {
+  std::array<char, 128> table{};
+  for (unsigned c = 0; c < 128; ++c) {
+    const bool lower = (kCharacterClasses[c] & kLower) != 0;
+    if ((kCharacterClasses[c] & kWord) != 0) table[c] = static_cast<char>(lower ? c - 0x20 : c);
+  }
+  return table;
+}
+
+inline constexpr std::array<char, 128> kFoldedWords = make_folded_words();
+
 }  // namespace detail
 
 constexpr uint8_t class_of(uint32_t c) {
@@ -36,6 +47,10 @@ constexpr uint8_t class_of(uint32_t c) {
 }
 constexpr bool is_word(uint32_t c) {
   return (class_of(c) & kWord) != 0;
+}
+// The character in upper case if it may stand in an unquoted string, else 0.
+constexpr char folded_word(uint32_t c) {
+  return c < 128 ? detail::kFoldedWords[c] : '\0';
 }
 constexpr bool is_digit(uint32_t c) {
   return c - '0' < 10u;

@@ -43,14 +43,16 @@ uint32_t stored_value_type(const AcceptedValue& value) {
   return value.value_type == kAsTyped ? value.token : value.value_type;
 }
 
+// clang-format off
 const char* description_of(uint32_t type) {
   switch (type) {
 #define TAVO_PATTERN(number, name, description) \
-  case number: return description;
+    case number: return description;
 #include "TAVOVocabulary.def"
     default: return nullptr;
   }
 }
+// clang-format on
 
 }  // namespace
 }  // namespace tavo

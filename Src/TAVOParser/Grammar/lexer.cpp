@@ -86,7 +86,17 @@ pANTLR3_COMMON_TOKEN LexerObject::make_token(const uint16_t* start, const Lexeme
     out_of_memory_ = true;
     return nullptr;
   }
+  prepare(token);
+  describe(token, start, lexeme);
+  return token;
+}
+
+void LexerObject::prepare(pANTLR3_COMMON_TOKEN token) const {
   std::memcpy(token, &factory_.unTruc, sizeof *token);
+}
+
+void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start,
+                           const Lexeme& lexeme) const {
   token->type = lexeme.type;
   token->line = cursor_.line;
   token->lineStart = const_cast<uint16_t*>(cursor_.line_start);
@@ -95,7 +105,6 @@ pANTLR3_COMMON_TOKEN LexerObject::make_token(const uint16_t* start, const Lexeme
   // As in the runtime's own tokens: addresses of the first and of the last byte.
   token->start = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(start));
   token->stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(lexeme.stop) - 1);
-  return token;
 }
 
 // ---- broken places -----------------------------------------------------------------------------
@@ -162,6 +171,28 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token() {
     return token;
   }
   return end_of_input();
+}
+
+bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
+  while (next_ != end_) {
+    const uint16_t* start = next_;
+    const Lexeme lexeme = scan(start, end_);
+    if (lexeme.type == 0) {
+      drop_broken(start, lexeme);
+      continue;
+    }
+    next_ = lexeme.stop;
+    if (!lexeme.hidden) describe(token, start, lexeme);
+    if (lexeme.multi_line) cursor_.advance(start, next_);
+    if (!lexeme.hidden) return true;
+  }
+  return false;
+}
+
+void LexerObject::read_to_end() {
+  ANTLR3_COMMON_TOKEN unused;
+  while (next_visible(&unused)) {
+  }
 }
 
 pANTLR3_COMMON_TOKEN LexerObject::next_token_of(pANTLR3_TOKEN_SOURCE source) {

@@ -1,6 +1,6 @@
-// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's common
-// tokens, and a token pool of our own. The runtime's pool would clear a quarter of a megabyte for
-// every lexer, most of the cost of a short parse.
+// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's
+// common tokens, and a token pool of our own. The runtime's pool would clear a quarter of a
+// megabyte for every lexer, most of the cost of a short parse.
 #pragma once
 
 #include <antlr3.h>
@@ -60,8 +60,8 @@ struct LineCursor {
   // less than the column, as the runtime counts, but never below 0: a position of -1 would read as
   // "unknown" in an error.
   int32_t character_position(const uint16_t* place) const {
-    const auto column = static_cast<int32_t>(place - line_start) -
-                        static_cast<int32_t>(pairs_in_line);
+    const auto column =
+        static_cast<int32_t>(place - line_start) - static_cast<int32_t>(pairs_in_line);
     return line == 1 && column > 0 ? column - 1 : column;
   }
   // Moves over text that may contain line ends and surrogate pairs.
@@ -86,6 +86,17 @@ class LexerObject {
     return context_.pLexer->rec->state->tokSource;
   }
 
+  // ---- without the token source and its pool: tokens in places of the caller's -----------------
+
+  // Gives a token everything that is the same in all tokens of this lexer.
+  void prepare(pANTLR3_COMMON_TOKEN token) const;
+  // Reads the next token that is not hidden into a prepared one. Returns false at the end.
+  bool next_visible(pANTLR3_COMMON_TOKEN token);
+  // The end-of-input token; to be asked for when everything is read.
+  pANTLR3_COMMON_TOKEN end_of_input();
+  // Reads on to the end, for the broken places there.
+  void read_to_end();
+
   const BrokenPlace& first_broken() const {
     return first_broken_;
   }
@@ -105,8 +116,8 @@ class LexerObject {
 
  private:
   pANTLR3_COMMON_TOKEN next_token();
-  pANTLR3_COMMON_TOKEN end_of_input();
   pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
+  void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const Lexeme& lexeme) const;
   void drop_broken(const uint16_t* start, const Lexeme& lexeme);
   void record_first_broken(const uint16_t* offending, RecognitionError error);
   int32_t end_position() const;

@@ -40,8 +40,8 @@ Match match_spellings(const TokenInfo& info, const Unit* text, const Unit* end) 
     }
     if (!fits) {
       if (ends) return {text, RecognitionError::kNone};
-      return {text, differ ? RecognitionError::kNoViableAlternative
-                           : RecognitionError::kMismatchedSet};
+      return {text,
+              differ ? RecognitionError::kNoViableAlternative : RecognitionError::kMismatchedSet};
     }
     chosen = next;
     ++text;

@@ -68,7 +68,7 @@ struct OptionRule {
   ValueList values{};                               // kToken
   std::span<const OptionRule* const> parameters{};  // kParameters
   const char* parameter_rule = nullptr;             // name of the rule that chooses a parameter
-  bool sets_trace_level = false;  // calls SetTraceLevel with the stored pair
+  bool sets_trace_level = false;                    // calls SetTraceLevel with the stored pair
 };
 
 // For each token type the option that it begins, plus one; 0 where it begins none.

@@ -30,11 +30,17 @@ bool is_separator(uint32_t type) {
   return type == COMMA || type == BAD_SEP;
 }
 
-uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_type,
-               pANTLR3_COMMON_TOKEN value, uint32_t value_type, const wchar_t* prefix) {
+// The result of an action does not stop the grammar. But an action that the platform refused, so
+// that it could not even record why, must not leave a statement that looks accepted: its pair is
+// missing. A full array alone is no failure, and that is meant.
+void note_result(RequestRecord* request, uint32_t status) {
+  if (status != 0 && status != TAVO_STATUS_ARRAY_FULL) request->errorFlag = 1;
+}
+
+void store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_type,
+           pANTLR3_COMMON_TOKEN value, uint32_t value_type, const wchar_t* prefix) {
   const TAVOStoreRoutine routine = __atomic_load_n(&SetKeyValuePair, __ATOMIC_RELAXED);
-  // Its result does not stop the grammar.
-  return routine(request, key, key_type, value, value_type, prefix);
+  note_result(request, routine(request, key, key_type, value, value_type, prefix));
 }
 
 const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
@@ -48,7 +54,8 @@ const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
 const OptionRule* find_parameter(const OptionRule& option, uint32_t type) {
   for (const OptionRule* parameter : option.parameters) {
     for (uint16_t keyword : parameter->keywords.entries) {
-      if (keyword != 0 && keyword == type) return parameter;
+      if (keyword == 0) break;
+      if (keyword == type) return parameter;
     }
   }
   return nullptr;
@@ -71,9 +78,8 @@ void ParserObject::raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit) {
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
   state->error = ANTLR3_TRUE;
   state->errorCount++;
-  pANTLR3_EXCEPTION exception = antlr3ExceptionNew(kind, exception_name(kind),
-                                                   const_cast<char*>("Unexpected token"),
-                                                   ANTLR3_FALSE);
+  pANTLR3_EXCEPTION exception = antlr3ExceptionNew(
+      kind, exception_name(kind), const_cast<char*>("Unexpected token"), ANTLR3_FALSE);
   if (exception == nullptr) return;
   exception->token = misfit;
   exception->line = misfit->line;
@@ -104,6 +110,11 @@ void* ParserObject::mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_
 }
 
 pANTLR3_COMMON_TOKEN ParserObject::match(uint32_t type) {
+  pANTLR3_COMMON_TOKEN token = look_ahead(1);
+  if (token->type == type) {
+    consume();
+    return token;
+  }
   return static_cast<pANTLR3_COMMON_TOKEN>(recognizer()->match(recognizer(), type, nullptr));
 }
 
@@ -127,7 +138,7 @@ void ParserObject::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKE
   const uint32_t value_type = value->value_type == kAsTyped ? token->type : value->value_type;
   store(request_, keyword, key_type, token, value_type, prefix);
   if (option.sets_trace_level) {
-    SetTraceLevel(request_, keyword, key_type, token, value_type, prefix);
+    note_result(request_, SetTraceLevel(request_, keyword, key_type, token, value_type, prefix));
   }
 }
 
@@ -149,7 +160,8 @@ void ParserObject::tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TO
 // The keyword as typed and ":", for the keys inside the parentheses.
 const wchar_t* ParserObject::make_prefix(pANTLR3_COMMON_TOKEN keyword) {
   uint32_t length = 0;
-  TAVO_CnvANTLRTokenUtf16ToUtf32(request_, keyword, prefix_, sizeof prefix_, &length);
+  note_result(request_,
+              TAVO_CnvANTLRTokenUtf16ToUtf32(request_, keyword, prefix_, sizeof prefix_, &length));
   constexpr uint32_t kLongest = kPrefixCharacters - 2;
   if (length > kLongest) length = kLongest;
   prefix_[length] = L':';
@@ -187,8 +199,8 @@ void ParserObject::run_option(const OptionRule& option, const wchar_t* prefix) {
   run_token_value(option, keyword, prefix);
 }
 
-// One or more separators, each with an option behind it. The list ends at the first token that is no
-// separator; text after that is ignored, and that is meant.
+// One or more separators, each with an option behind it. The list ends at the first token that is
+// no separator; text after that is ignored, and that is meant.
 void ParserObject::run_option_list(const StatementRule& statement) {
   for (pANTLR3_COMMON_TOKEN separator = look_ahead(1); is_separator(separator->type);
        separator = look_ahead(1)) {
@@ -213,7 +225,8 @@ void ParserObject::run_statement(const StatementRule& statement) {
   raise_here(ANTLR3_NO_VIABLE_ALT_EXCEPTION);
 }
 
-// The quoted string must stand there, but it is the keyword that is handed on, twice; that is meant.
+// The quoted string must stand there, but it is the keyword that is handed on, twice; that is
+// meant.
 void ParserObject::run_trace_statement(const StatementRule& statement) {
   pANTLR3_COMMON_TOKEN keyword = look_ahead(1);
   consume();
@@ -221,7 +234,8 @@ void ParserObject::run_trace_statement(const StatementRule& statement) {
   if (failed()) return;
   match(statement.head.values.entries[0].token);
   if (failed()) return;
-  SetTraceLevel(request_, keyword, statement.head.key_type, keyword, keyword->type, L"");
+  note_result(request_, SetTraceLevel(request_, keyword, statement.head.key_type, keyword,
+                                      keyword->type, L""));
 }
 
 // Chooses by the first token, a provider statement by the third. Null, and the token that does not
@@ -249,6 +263,7 @@ const StatementRule* ParserObject::choose_statement(pANTLR3_COMMON_TOKEN* misfit
 // After a statement without a syntax error.
 void ParserObject::finish_statement() {
   LexerObject* lexer = LexerObject::from_token_source(tokens_->tstream->tokenSource);
+  if (lexer != nullptr) lexer->read_to_end();
   if (lexer != nullptr && lexer->first_broken().error != RecognitionError::kNone) {
     TAVO_SetErrMsg(request_, TAVO_STATUS_SYNTAX_ERROR, lexer->recognizer());
     request_->errorFlag = 1;

@@ -4,6 +4,7 @@
 #include <antlr3.h>
 
 #include "Grammar/option_table.h"
+#include "Grammar/token_window.h"
 #include "TAVOGrammar.h"
 
 namespace tavo {
@@ -15,6 +16,10 @@ class ParserObject {
   bool open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_SHARED_STATE state);
   // Frees what the runtime made for the object, not the object.
   void close();
+  // Says that the stream reads through this window, which can then be asked without the detour.
+  void read_through(TokenWindow* window) {
+    window_ = window;
+  }
 
   pTAVOParser context() {
     return &context_;
@@ -40,12 +45,14 @@ class ParserObject {
   void finish_statement();
 
   pANTLR3_COMMON_TOKEN look_ahead(ANTLR3_INT32 k) {
+    if (window_ != nullptr) return window_->look(static_cast<uint32_t>(k));
     return tokens_->tstream->_LT(tokens_->tstream, k);
   }
   uint32_t next_type() {
     return look_ahead(1)->type;
   }
   void consume() {
+    if (window_ != nullptr) return window_->consume();
     tokens_->tstream->istream->consume(tokens_->tstream->istream);
   }
   pANTLR3_BASE_RECOGNIZER recognizer() {
@@ -68,6 +75,7 @@ class ParserObject {
   TAVOParser context_;  // first: the object is found through its context
   ANTLR3_RECOGNIZER_SHARED_STATE own_state_;
   pANTLR3_COMMON_TOKEN_STREAM tokens_;
+  TokenWindow* window_ = nullptr;
   RequestRecord* request_;
   wchar_t prefix_[kPrefixCharacters];
 };

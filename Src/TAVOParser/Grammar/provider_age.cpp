@@ -74,6 +74,7 @@ constexpr OptionRule age_opt_parm_when_result_invalid = {
     }}},
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_src_date_format,
     &cmn_opt_parm_dst_date_format,
@@ -91,6 +92,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_discardlimit,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

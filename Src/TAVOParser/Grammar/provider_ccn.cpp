@@ -19,6 +19,7 @@ constexpr OptionRule ccn_opt_parm_pattern = {
     }}},
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_wheninvalid,
     &cmn_opt_parm_method,
@@ -30,6 +31,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_discardlimit,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -111,6 +111,7 @@ constexpr OptionRule col_opt_parm_language = {
     .values = kQuotedString,
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &col_opt_parm_method,
     &col_opt_parm_algorithm,
@@ -134,6 +135,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_discardlimit,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -69,6 +69,7 @@ constexpr OptionRule eml_opt_parm_seed = {
     }}},
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_wheninvalid,
     &eml_opt_parm_method,
@@ -88,6 +89,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_hash_algorithm,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -19,6 +19,7 @@ constexpr OptionRule hash_opt_parm_field_separator = {
     .values = kQuotedString,
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_seed,
     &cmn_opt_parm_dstfld,
@@ -39,6 +40,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_hash_algorithm,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -30,6 +30,7 @@ constexpr OptionRule lkp_opt_parm_hashfld = {
     .syntax = ValueSyntax::kString,
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &lookup_opt_parm_replace,
     &lookup_opt_parm_destination,
@@ -62,6 +63,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_hash_algorithm,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

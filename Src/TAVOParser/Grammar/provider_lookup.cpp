@@ -18,6 +18,7 @@ constexpr OptionRule lookup_opt_parm_search = {
     .values = kQuotedString,
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &lookup_opt_parm_replace,
     &lookup_opt_parm_destination,
@@ -43,6 +44,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_src_date_format,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

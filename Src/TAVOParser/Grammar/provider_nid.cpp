@@ -96,6 +96,7 @@ constexpr OptionRule nid_opt_parm_format = {
     .parameter_rule = "nid_parm_fmt_val",
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &nid_parm_switch,
     &nid_opt_parm_validate,
@@ -110,6 +111,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_discardlimit,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

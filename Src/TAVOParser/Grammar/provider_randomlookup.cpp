@@ -12,6 +12,7 @@ constexpr OptionRule lookup_opt_parm_rowlimit = {
     .values = kInteger,
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &lookup_opt_parm_replace,
     &lookup_opt_parm_destination,
@@ -31,6 +32,7 @@ constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_discardlimit,
     &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -49,22 +49,42 @@ constexpr OptionRule ds_opt_parm_seed = {
     .values = kInteger,
 };
 
+// clang-format off
 constexpr const OptionRule* kDswapOptions[] = {
-    &ds_opt_parm_swap_field, &ds_opt_parm_locked,  &cmn_opt_parm_rate,
-    &ds_opt_parm_seed,       &cmn_opt_parm_method, &cmn_opt_parm_flddef,
-    &cmn_opt_parm_codepage,  &cmn_opt_parm_dbmstype, &cmn_opt_parm_trclevel,
+    &ds_opt_parm_swap_field,
+    &ds_opt_parm_locked,
+    &cmn_opt_parm_rate,
+    &ds_opt_parm_seed,
+    &cmn_opt_parm_method,
+    &cmn_opt_parm_flddef,
+    &cmn_opt_parm_codepage,
+    &cmn_opt_parm_dbmstype,
+    &cmn_opt_parm_trclevel,
 };
 constexpr const OptionRule* kCdswapOptions[] = {
-    &ds_opt_parm_swap_field, &ds_opt_parm_locked,  &ds_opt_parm_control,
-    &ds_opt_parm_classifier, &ds_opt_parm_seed,    &cmn_opt_parm_method,
-    &cmn_opt_parm_flddef,    &cmn_opt_parm_codepage, &cmn_opt_parm_dbmstype,
+    &ds_opt_parm_swap_field,
+    &ds_opt_parm_locked,
+    &ds_opt_parm_control,
+    &ds_opt_parm_classifier,
+    &ds_opt_parm_seed,
+    &cmn_opt_parm_method,
+    &cmn_opt_parm_flddef,
+    &cmn_opt_parm_codepage,
+    &cmn_opt_parm_dbmstype,
     &cmn_opt_parm_trclevel,
 };
 constexpr const OptionRule* kDdswapOptions[] = {
-    &ds_opt_parm_swap_field, &ds_opt_parm_locked,  &cmn_opt_parm_size,
-    &ds_opt_parm_seed,       &cmn_opt_parm_method, &cmn_opt_parm_flddef,
-    &cmn_opt_parm_codepage,  &cmn_opt_parm_dbmstype, &cmn_opt_parm_trclevel,
+    &ds_opt_parm_swap_field,
+    &ds_opt_parm_locked,
+    &cmn_opt_parm_size,
+    &ds_opt_parm_seed,
+    &cmn_opt_parm_method,
+    &cmn_opt_parm_flddef,
+    &cmn_opt_parm_codepage,
+    &cmn_opt_parm_dbmstype,
+    &cmn_opt_parm_trclevel,
 };
+// clang-format on
 constexpr OptionIndex kDswapIndex = index_options(kDswapOptions);
 constexpr OptionIndex kCdswapIndex = index_options(kCdswapOptions);
 constexpr OptionIndex kDdswapIndex = index_options(kDdswapOptions);

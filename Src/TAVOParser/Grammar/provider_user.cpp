@@ -17,10 +17,12 @@ constexpr OptionRule userprovider_opt_parm_kvpair = {
     }}},
 };
 
+// clang-format off
 constexpr const OptionRule* kOptions[] = {
     &cmn_opt_parm_flddef,
     &userprovider_opt_parm_kvpair,
 };
+// clang-format on
 constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "Grammar/scanner.h"
 
+#include <cstddef>
 #include <string_view>
 
 #include "Grammar/character_class.h"
@@ -93,76 +94,82 @@ bool begins_copy_ranges(const Unit* text, const Unit* end) {
   return p != end && is_digit(*p);
 }
 
-// The longest structured value with blanks that stands here, or null.
-const Unit* match_value_with_blanks(const Unit* text, const Unit* end, uint16_t* type) {
-  const Unit* longest = nullptr;
-  for (uint16_t index : spellings_with_blanks()) {
-    const std::string_view value = spelling(index);
-    if (longest != nullptr && value.size() <= static_cast<size_t>(longest - text)) continue;
-    const Match match = match_letters(text, end, value);
-    if (match.ok()) {
-      longest = match.stop;
-      *type = type_of_spelling(index);
-    }
-  }
-  return longest;
-}
-
 constexpr Lexeme token(const Unit* stop, uint16_t type) {
   return {stop, type, RecognitionError::kNone, false, false};
 }
 constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
   return {stop, type, RecognitionError::kNone, true, true};
 }
+// The longest structured value with blanks that stands here; a token without an end if there is
+// none.
+[[gnu::noinline]] Lexeme match_value_with_blanks(const Unit* text, const Unit* end) {
+  Lexeme longest = token(text, 0);
+  for (uint16_t index : spellings_with_blanks()) {
+    const std::string_view value = spelling(index);
+    if (value.size() <= static_cast<size_t>(longest.stop - text)) continue;
+    const Match match = match_letters(text, end, value);
+    if (match.ok()) longest = token(match.stop, type_of_spelling(index));
+  }
+  return longest;
+}
+
 // A token that can hold a quoted string, and so line ends.
 constexpr Lexeme token_or_broken(Match match, uint16_t type) {
   return {match.stop, match.ok() ? type : uint16_t{0}, match.error, false, true};
 }
 
-// A run of word characters: keyword, structured value, number or unquoted string.
-Lexeme scan_word(const Unit* text, const Unit* end) {
-  FoldedWord word;
-  uint8_t any = 0;
-  uint8_t all_but_first = 0xFF;
-  const Unit* p = text;
-  for (; p != end; ++p) {
-    const uint8_t c = class_of(*p);
-    if ((c & kWord) == 0) break;
-    const size_t i = static_cast<size_t>(p - text);
-    if (i < kLongestSpelling) word.text[i] = static_cast<char>(to_upper(*p));
-    any |= c;
-    if (i != 0) all_but_first &= c;
-  }
-  word.length = static_cast<size_t>(p - text);
-
-  if (p != end && *p == ' ' && (class_of(*text) & kDigit) != 0) {
-    uint16_t type = 0;
-    const Unit* stop = match_value_with_blanks(text, end, &type);
-    if (stop != nullptr && stop > p) return token(stop, type);
-  }
-  if (word.length <= kLongestSpelling) {
-    const WordMatch found = find_word(word);
-    const bool exact = (any & kLower) == 0;
-    if (found.type != 0 && (found.kind != TokenKind::kKeyLiteral || exact)) {
-      const bool affix = found.type == TAVO_PARSER_TOKEN_PREFIX ||
-                         found.type == TAVO_PARSER_TOKEN_SUFFIX ||
-                         found.type == TAVO_PARSER_TOKEN_OVERLAY;
-      if (affix && at(p, end, '(')) {
-        return token_or_broken(match_affix(text, end),
-                               TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
-      }
-      return token(p, found.type);
-    }
-  }
-  const bool digits_follow = (all_but_first & kDigit) != 0;
-  const bool first_digit = is_digit(*text);
-  if (digits_follow && (first_digit || (*text == '-' && word.length > 1))) {
-    return token(p, INTEGER);
-  }
-  return token(p, TAVO_PARSER_STRING_WITHOUT_QUOTES);
+[[gnu::noinline]] Lexeme scan_affix(const Unit* text, const Unit* end) {
+  return token_or_broken(match_affix(text, end),
+                         TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
 }
 
-Lexeme scan_other(const Unit* text, const Unit* end) {
+bool all_digits(const Unit* text, const Unit* end) {
+  while (text != end && is_digit(*text)) ++text;
+  return text == end;
+}
+
+bool has_lower_case(const Unit* text, const Unit* end) {
+  while (text != end && (class_of(*text) & kLower) == 0) ++text;
+  return text != end;
+}
+
+bool is_affix(uint16_t type) {
+  return type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
+         type == TAVO_PARSER_TOKEN_OVERLAY;
+}
+
+// A run of word characters that is no word of the vocabulary.
+uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
+  const bool digits_first = is_digit(*text) || (*text == '-' && stop - text > 1);
+  return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
+}
+
+// A run of word characters: keyword, structured value, number or unquoted string.
+[[gnu::noinline]] Lexeme scan_word(const Unit* text, const Unit* end) {
+  uint64_t head = 0;
+  const Unit* p = text;
+  char c;
+  for (unsigned shift = 0; shift < 64 && p != end && (c = folded_word(*p)) != 0; shift += 8, ++p) {
+    head |= uint64_t{static_cast<unsigned char>(c)} << shift;
+  }
+  uint64_t tail = head;
+  if (p - text == 8) {
+    for (; p != end && (c = folded_word(*p)) != 0; ++p) {
+      tail = tail >> 8 | uint64_t{static_cast<unsigned char>(c)} << 56;
+    }
+  }
+  if (p != end && *p == ' ' && is_digit(*text)) {
+    const Lexeme value = match_value_with_blanks(text, end);
+    if (value.stop > p) return value;
+  }
+  const WordMatch found = find_word(head, tail, text, static_cast<size_t>(p - text));
+  if (is_affix(found.type) && at(p, end, '(')) return scan_affix(text, end);
+  const bool known =
+      found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
+  return token(p, known ? found.type : type_of_unknown(text, p));
+}
+
+[[gnu::noinline]] Lexeme scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
     case ',': return token(text + 1, COMMA);
     case '=': return token(text + 1, EQUAL);
@@ -196,7 +203,8 @@ Lexeme scan_other(const Unit* text, const Unit* end) {
       }
       return token(text + 1, LEFT_PARENTHESIS);
     case '+':
-      if (text + 1 != end && is_digit(text[1])) return token(match_integer(text, end).stop, INTEGER);
+      if (text + 1 != end && is_digit(text[1]))
+        return token(match_integer(text, end).stop, INTEGER);
       break;
     default: break;
   }
@@ -206,15 +214,22 @@ Lexeme scan_other(const Unit* text, const Unit* end) {
 }  // namespace
 
 Lexeme scan(const Unit* text, const Unit* end) {
-  const uint8_t c = class_of(*text);
-  if ((c & kWord) != 0) return scan_word(text, end);
-  if ((c & kBlank) != 0) return hidden(match_blanks(text, end).stop, WHITESPACE);
-  return scan_other(text, end);
+  const uint32_t c = *text;
+  const uint8_t kind = class_of(c);
+  if ((kind & kWord) != 0) return scan_word(text, end);
+  if (c == ',') return token(text + 1, COMMA);
+  if (c == '=') return token(text + 1, EQUAL);
+  if ((kind & kBlank) == 0) return scan_other(text, end);
+  bool line_end = false;
+  do {
+    line_end |= *text == '\n';
+    ++text;
+  } while (text != end && is_blank(*text));
+  return {text, WHITESPACE, RecognitionError::kNone, true, line_end};
 }
 
 const Unit* next_character(const Unit* text, const Unit* end) {
-  const bool pair =
-      is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
+  const bool pair = is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
   return text + (pair ? 2 : 1);
 }
 
@@ -304,8 +319,7 @@ Match match_affix(const Unit* text, const Unit* end) {
 }
 
 Match match_bad_separator(const Unit* text, const Unit* end) {
-  const bool accepted =
-      text != end && *text != ',' && next_character(text, end) == text + 1;
+  const bool accepted = text != end && *text != ',' && next_character(text, end) == text + 1;
   return accepted ? matched(text + 1) : failed(text, RecognitionError::kMismatchedSet);
 }
 

@@ -3,6 +3,7 @@
 namespace tavo {
 namespace {
 
+// clang-format off
 constexpr const StatementRule* kStatements[] = {
     &tavo_service_provider_nid,
     &tavo_service_provider_ccn,
@@ -19,6 +20,7 @@ constexpr const StatementRule* kStatements[] = {
     &tavo_user_service_provider,
     &tavo_set_trace_level,
 };
+// clang-format on
 
 }  // namespace
 

@@ -2,8 +2,8 @@
 
 #include <array>
 #include <bit>
-#include <cstring>
 
+#include "Grammar/character_class.h"
 #include "TAVOParser.h"
 
 namespace tavo {
@@ -56,6 +56,8 @@ consteval Extent measure() {
 constexpr Extent kExtent = measure();
 
 struct Spelling {
+  uint64_t head;  // as in FoldedWord
+  uint64_t tail;
   uint16_t offset;  // into the characters
   uint16_t type;
   uint8_t length;
@@ -76,16 +78,15 @@ inline constexpr unsigned kSlotBits = 11;
 
 // First eight and last eight characters and the length tell nearly all spellings apart.
 constexpr uint32_t mix(uint64_t head, uint64_t tail, size_t length) {
-  uint64_t h = head * 0x9E3779B97F4A7C15u;
-  h ^= std::rotl(tail, 29) * 0xC2B2AE3D27D4EB4Fu;
-  h += length * 0x165667B19E3779F9u;
-  h ^= h >> 32;
+  const uint64_t h = (head ^ std::rotl(tail, 29)) + length * 0xC2B2AE3D27D4EB4Fu;
   return static_cast<uint32_t>((h * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits));
 }
 
-constexpr uint32_t hash_of(std::string_view s) {
-  const size_t head = s.size() < 8 ? s.size() : 8;
-  return mix(pack(s.data(), head), pack(s.data() + s.size() - head, head), s.size());
+constexpr uint64_t head_of(std::string_view s) {
+  return pack(s.data(), s.size() < 8 ? s.size() : 8);
+}
+constexpr uint64_t tail_of(std::string_view s) {
+  return s.size() < 8 ? head_of(s) : pack(s.data() + s.size() - 8, 8);
 }
 
 // ---- tables ------------------------------------------------------------------------------------
@@ -96,7 +97,6 @@ struct Tables {
   std::array<char, kExtent.characters> characters{};  // each spelling terminated
   std::array<uint16_t, kExtent.with_blanks> with_blanks{};
   std::array<uint16_t, 1u << kSlotBits> slots{};  // index of a spelling + 1, or 0
-  size_t longest = 0;
 };
 
 // Not constant, so that calling them while the tables are made stops the compiler.
@@ -112,16 +112,21 @@ consteval Tables make_tables() {
     info = {r.kind, static_cast<uint16_t>(spelling), 0};
     for (std::string_view s : r.spellings) {
       if (s.empty()) break;
-      t.spellings[spelling] = {static_cast<uint16_t>(character), r.type,
-                               static_cast<uint8_t>(s.size()), r.kind};
-      for (char c : s) t.characters[character++] = c;
+      t.spellings[spelling] = {head_of(s),
+                               tail_of(s),
+                               static_cast<uint16_t>(character),
+                               r.type,
+                               static_cast<uint8_t>(s.size()),
+                               r.kind};
+      for (char c : s)
+        t.characters[character++] = c;
       ++character;
-      if (s.size() > t.longest) t.longest = s.size();
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
       if (!has_blank && r.kind != TokenKind::kPunctuation) {
-        uint32_t slot = hash_of(s);
-        while (t.slots[slot] != 0) slot = (slot + 1) % t.slots.size();
+        uint32_t slot = mix(head_of(s), tail_of(s), s.size());
+        while (t.slots[slot] != 0)
+          slot = (slot + 1) % t.slots.size();
         t.slots[slot] = static_cast<uint16_t>(spelling + 1);
       }
       ++spelling;
@@ -134,19 +139,27 @@ consteval Tables make_tables() {
   return t;
 }
 constexpr Tables kTables = make_tables();
-static_assert(kTables.longest <= kLongestSpelling);
 
-uint64_t load8(const char* text) {
-  uint64_t packed;
-  std::memcpy(&packed, text, sizeof packed);
-  return packed;
+// The characters that neither the head nor the tail holds.
+bool same_middle(const uint16_t* text, const char* characters, size_t length) {
+  for (size_t i = 8; i + 8 < length; ++i) {
+    if (folded_word(text[i]) != characters[i]) return false;
+  }
+  return true;
 }
-static_assert(std::endian::native == std::endian::little);
 
-bool in_numbered_range(const char* digits, size_t count) {
-  const auto digit = [&](size_t i) { return digits[i] >= '0' && digits[i] <= '9'; };
-  if (count == 1) return digit(0) && digits[0] != '0';
-  return count == 2 && digit(0) && digits[0] != '0' && digit(1);
+// FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
+bool is_numbered_keyword(uint64_t head, size_t length) {
+  constexpr std::string_view kStem = "FLDDEF";
+  static_assert(
+      kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].head ==
+      pack(kStem.data(), kStem.size()));
+  constexpr unsigned kStemBits = 8 * kStem.size();
+  if (length <= kStem.size() || length > kStem.size() + 2) return false;
+  if ((head & ((uint64_t{1} << kStemBits) - 1)) != pack(kStem.data(), kStem.size())) return false;
+  const uint64_t first = head >> kStemBits & 0xFF;
+  const uint64_t second = head >> (kStemBits + 8);
+  return first - '1' < 9u && (length == kStem.size() + 1 || second - '0' < 10u);
 }
 
 }  // namespace
@@ -175,25 +188,18 @@ uint32_t token_by_name(std::string_view name) {
   return 0;
 }
 
-WordMatch find_word(const FoldedWord& word) {
-  const uint64_t head = load8(word.text);
-  const uint64_t tail = word.length < 8 ? head : load8(word.text + word.length - 8);
-  uint32_t slot = mix(head, tail, word.length);
+WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {
+  uint32_t slot = mix(head, tail, length);
   while (const uint16_t entry = kTables.slots[slot]) {
     const Spelling& s = kTables.spellings[entry - 1u];
-    if (s.length == word.length &&
-        std::memcmp(kTables.characters.data() + s.offset, word.text, word.length) == 0) {
+    if (s.head == head && s.tail == tail && s.length == length &&
+        same_middle(text, kTables.characters.data() + s.offset, length)) {
       return {s.type, s.kind};
     }
     slot = (slot + 1) % kTables.slots.size();
   }
-  // FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
-  constexpr uint16_t kNumberedType = TAVO_PARSER_CMN_PARM_FLDDEF;
-  const std::string_view stem = spelling(token_info(kNumberedType).first_spelling);
-  if (word.length > stem.size() && word.length <= stem.size() + 2 &&
-      std::memcmp(word.text, stem.data(), stem.size()) == 0 &&
-      in_numbered_range(word.text + stem.size(), word.length - stem.size())) {
-    return {kNumberedType, TokenKind::kNumberedKeyword};
+  if (is_numbered_keyword(head, length)) {
+    return {TAVO_PARSER_CMN_PARM_FLDDEF, TokenKind::kNumberedKeyword};
   }
   return {0, TokenKind::kReserved};
 }

@@ -27,8 +27,6 @@ struct TokenInfo {
 };
 
 inline constexpr uint32_t kTokenTypeCount = 351;
-// No spelling is longer, so no longer word needs to be looked up.
-inline constexpr size_t kLongestSpelling = 36;
 
 // What kind of token a type number is; numbers out of range are kReserved.
 TokenInfo token_info(uint32_t type);
@@ -37,22 +35,16 @@ std::string_view spelling(size_t index);
 // Type of the token with this name, or 0.
 uint32_t token_by_name(std::string_view name);
 
-// A word of the parameter string, folded to upper case and packed for the look-up. The buffer is
-// zero behind the word.
-struct FoldedWord {
-  alignas(16) char text[48] = {};
-  size_t length = 0;
-};
-static_assert(sizeof(FoldedWord::text) >= kLongestSpelling + 8);
-
 struct WordMatch {
   uint16_t type;  // 0: no word of the vocabulary
   TokenKind kind;
 };
 
-// Finds a word of 1 to kLongestSpelling characters without blanks. The caller checks the case of
-// key literals: the look-up sees folded text only.
-WordMatch find_word(const FoldedWord& word);
+// Finds a word without blanks. The caller checks the case of key literals: the look-up sees folded
+// text only.
+// head, tail: the word's first and last eight characters (all of them when there are no more than
+// eight) in upper case, packed with the first one lowest; text: the word as typed.
+WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length);
 
 // Indices of the spellings that contain blanks.
 std::span<const uint16_t> spellings_with_blanks();

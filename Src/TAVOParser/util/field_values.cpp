@@ -68,13 +68,10 @@ std::optional<uint32_t> prefixed_bytes(const Field& field, const std::byte* data
 
 std::optional<uint32_t> source_bytes(const Field& field, const std::byte* data) {
   switch (field.type->form) {
-    case Form::kPrefixed:
-      return prefixed_bytes(field, data);
+    case Form::kPrefixed: return prefixed_bytes(field, data);
     case Form::kTerminated:
-    case Form::kRoomText:
-      return bytes_to_terminator(field, data);
-    default:
-      return field.data_bytes;
+    case Form::kRoomText: return bytes_to_terminator(field, data);
+    default: return field.data_bytes;
   }
 }
 
@@ -94,10 +91,8 @@ int32_t zero_or_empty(const Field& field, const std::byte* data) {
   switch (field.type->form) {
     case Form::kInteger:
     case Form::kDecimal:
-    case Form::kFixedText:
-      return is_zero_bytes(data, field.data_bytes) ? kYes : kNo;
-    case Form::kFloating:
-      return is_zero_floating(field, data) ? kYes : kNo;
+    case Form::kFixedText: return is_zero_bytes(data, field.data_bytes) ? kYes : kNo;
+    case Form::kFloating: return is_zero_floating(field, data) ? kYes : kNo;
     case Form::kPrefixed:
     case Form::kTerminated:
     case Form::kRoomText: {
@@ -105,8 +100,7 @@ int32_t zero_or_empty(const Field& field, const std::byte* data) {
       if (!bytes) return kRefusedValue;
       return *bytes == 0 ? kYes : kNo;
     }
-    default:
-      return kNo;
+    default: return kNo;
   }
 }
 

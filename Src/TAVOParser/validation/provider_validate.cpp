@@ -44,8 +44,8 @@ Violation find_violation(const StoredPairs& pairs) {
     }
   }
   // Last of all rules.
-  if (const KeyValueEntry* second = find_contradiction(
-          pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
+  if (const KeyValueEntry* second =
+          find_contradiction(pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
     return {TAVO_STATUS_FLDDEF_DATATYPES_DIFFER, second};
   }
   if (const KeyValueEntry* second =
@@ -57,8 +57,9 @@ Violation find_violation(const StoredPairs& pairs) {
 
 void record(ErrorState* state, const Violation& violation) {
   constexpr int16_t kWideText = 4;
-  capture_error(state, 0, violation.number, violation.insert == nullptr ? 0 : 1);
-  if (violation.insert == nullptr) return;
+  const int16_t slots = violation.insert == nullptr ? 0 : 1;
+  // Without a block of its own an insert would land in an earlier message.
+  if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
   const StoredText key = key_text(*violation.insert);
   capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
                 static_cast<uint32_t>(key.length * sizeof(wchar_t)));

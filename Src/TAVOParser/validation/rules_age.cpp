@@ -55,7 +55,9 @@ constexpr ValidationRule kRules[] = {
      }},
     {7128,
      {TAVO_PARSER_AGE_PARM_WEEK},
-     [](const StoredPairs& p) { return out_of_range(p, TAVO_PARSER_AGE_PARM_WEEK, -30000, 30000); }},
+     [](const StoredPairs& p) {
+       return out_of_range(p, TAVO_PARSER_AGE_PARM_WEEK, -30000, 30000);
+     }},
     {7129,
      {TAVO_PARSER_AGE_PARM_DAY},
      [](const StoredPairs& p) { return out_of_range(p, TAVO_PARSER_AGE_PARM_DAY, -30000, 30000); }},
@@ -70,9 +72,7 @@ constexpr ValidationRule kRules[] = {
      [](const StoredPairs& p) { return out_of_range(p, TAVO_PARSER_AGE_PARM_PIVOT, 0, 99); }},
     {7132,
      {TAVO_PARSER_AGE_PARM_SPECIFIC_YEAR, TAVO_PARSER_AGE_PARM_YEAR},
-     [](const StoredPairs& p) {
-       return has_specific_year(p) && p.has(TAVO_PARSER_AGE_PARM_YEAR);
-     }},
+     [](const StoredPairs& p) { return has_specific_year(p) && p.has(TAVO_PARSER_AGE_PARM_YEAR); }},
     {7133,
      {TAVO_PARSER_AGE_PARM_SPECIFIC_YEAR, TAVO_PARSER_AGE_PARM_MONTH},
      [](const StoredPairs& p) {
@@ -80,9 +80,7 @@ constexpr ValidationRule kRules[] = {
      }},
     {7134,
      {TAVO_PARSER_AGE_PARM_SPECIFIC_YEAR, TAVO_PARSER_AGE_PARM_WEEK},
-     [](const StoredPairs& p) {
-       return has_specific_year(p) && p.has(TAVO_PARSER_AGE_PARM_WEEK);
-     }},
+     [](const StoredPairs& p) { return has_specific_year(p) && p.has(TAVO_PARSER_AGE_PARM_WEEK); }},
     {7135,
      {TAVO_PARSER_AGE_PARM_SPECIFIC_YEAR, TAVO_PARSER_AGE_PARM_DAY, TAVO_PARSER_AGE_PARM_DAY_ANY},
      [](const StoredPairs& p) {

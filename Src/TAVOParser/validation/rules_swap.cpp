@@ -4,9 +4,9 @@ namespace tavo {
 namespace {
 
 constexpr ValidationRule kSwapField = {
-    7151,
-    {TAVO_PARSER_DS_PARM_SWAP_FIELD},
-    [](const StoredPairs& p) { return !p.has(TAVO_PARSER_DS_PARM_SWAP_FIELD); }};
+    7151, {TAVO_PARSER_DS_PARM_SWAP_FIELD}, [](const StoredPairs& p) {
+      return !p.has(TAVO_PARSER_DS_PARM_SWAP_FIELD);
+    }};
 
 constexpr ValidationRule kDswap[] = {kSwapField};
 constexpr ValidationRule kCdswap[] = {

@@ -1,0 +1,222 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints their figures beside the targets.
+
+    cmake --preset bench && cmake --build --preset bench && bench/report.py
+
+Every figure is a median of interleaved repetitions of one run. Times are CPU times, since they are
+what other work on the machine disturbs least; where wall time matters it is said.
+"""
+import argparse
+import json
+import math
+import os
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+
+PROVIDERS = ("ccn eml nid col hash lookup hashlookup randomlookup age user swap").split()
+LENGTHS = ("60", "130", "500")
+LONG = ("fielddefinitions", "classes", "duplicates", "comment")
+
+
+def run(command, **options):
+    return subprocess.run(command, check=True, capture_output=True, text=True, **options).stdout
+
+
+def measure(program, pattern, repetitions, min_time, libraries=None):
+    """name -> (median CPU ns, median wall ns, characters)"""
+    environment = dict(os.environ)
+    if libraries:
+        environment["LD_LIBRARY_PATH"] = libraries
+    output = run([program, f"--benchmark_filter={pattern}", "--benchmark_format=json",
+                  f"--benchmark_repetitions={repetitions}", f"--benchmark_min_time={min_time}",
+                  "--benchmark_enable_random_interleaving=true"], env=environment)
+    samples = {}
+    for entry in json.loads(output)["benchmarks"]:
+        if entry.get("error_occurred"):
+            sys.exit(f"{entry['name']}: {entry['error_message']}")
+        if entry["run_type"] == "iteration":
+            samples.setdefault(entry["name"].removesuffix("/real_time"), []).append(entry)
+    return {name: tuple(statistics.median(e[key] for e in entries)
+                        for key in ("cpu_time", "real_time", "characters"))
+            for name, entries in samples.items()}
+
+
+class Table:
+    def __init__(self):
+        self.missed = 0
+
+    def row(self, what, figure, target, met):
+        self.missed += not met
+        print(f"| {what} | {figure} | {target} | {'yes' if met else '**no**'} |")
+
+
+def geometric_mean(values):
+    return math.exp(statistics.fmean(math.log(v) for v in values))
+
+
+def against_recognizer(table, times):
+    for length in LENGTHS:
+        ratios = {p: times[f"peer/antlr/{p}/{length}"][0] / times[f"filling/{p}/{length}/wide"][0]
+                  for p in PROVIDERS}
+        worst = min(ratios, key=ratios.get)
+        table.row(f"ANTLR tool's recognizer : filling run, {length} characters",
+                  f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
+                  "at least 5", ratios[worst] >= 5)
+
+
+def against_chain(table, times):
+    ratios = {p: times[f"filling/{p}/130/wide"][0] / times["barechain/hash/130"][0]
+              for p in PROVIDERS}
+    worst = max(ratios, key=ratios.get)
+    table.row("filling run : bare runtime chain, 130 characters",
+              f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
+              "at most 2.5", ratios[worst] <= 2.5)
+
+
+def lexers(table, times):
+    for length in LENGTHS:
+        ratios = {p: times[f"lexer/re2c/{p}/{length}"][0] / times[f"lexer/own/{p}/{length}"][0]
+                  for p in PROVIDERS}
+        worst = min(ratios, key=ratios.get)
+        table.row(f"re2c lexer : own lexer, {length} characters",
+                  f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
+                  "at least 1", ratios[worst] >= 1)
+
+
+def long_statements(table, times):
+    for kind in LONG:
+        base = times[f"filling/{kind}/4K/wide"]
+        for size in ("64K", "1024K"):
+            cost = times[f"filling/{kind}/{size}/wide"]
+            ratio = cost[0] / cost[2] / (base[0] / base[2])
+            table.row(f"cost per character, {kind}, {size} : 4K", f"{ratio:.2f}", "at most 1.3",
+                      ratio <= 1.3)
+
+
+def threads(table, times):
+    one, two = (times[f"threads/filling/hash/130/real_time/threads:{n}"] if
+                f"threads/filling/hash/130/real_time/threads:{n}" in times else
+                times[f"threads/filling/hash/130/threads:{n}"] for n in (1, 2))
+    wall = one[1] / two[1]
+    table.row("two threads : one, wall time (wants two idle cores)", f"{wall:.2f}", "at least 1.8",
+              wall >= 1.8)
+    print(f"| CPU time of a call with two threads : with one | {two[0] / one[0]:.2f} | | |")
+
+
+def allocations(table, folder):
+    counts = dict(line.split() for line in run([f"{folder}/bin/tavo_bench_allocations"]).splitlines())
+    for form in ("wide", "8bit"):
+        calls = int(counts[f"filling_{form}_130_allocations"])
+        size = int(counts[f"filling_{form}_130_bytes"])
+        table.row(f"allocations of a filling run, 130 characters, {form}", f"{calls}, {size} bytes",
+                  "at most 16, 16 KB", calls <= 16 and size <= 16384)
+    print(f"| the same, 64 KB of field definitions | {counts['filling_wide_65536_allocations']}, "
+          f"{counts['filling_wide_65536_bytes']} bytes | | |")
+
+
+def trace(table, folder, arguments):
+    """The same program with the library built without trace frames, the two runs taking turns."""
+    name = "filling/hash/130/wide"
+    ratios = []
+    for _ in range(arguments.trace_rounds):
+        costs = [measure(f"{folder}/bin/tavo_bench", f"^{name}$", 3, arguments.min_time, library)
+                 [name][0] for library in (f"{folder}/lib", f"{folder}/lib/no_trace")]
+        ratios.append(costs[0] / costs[1])
+    percent = (statistics.median(ratios) - 1) * 100
+    table.row("what tracing costs while it is off, 130 characters", f"{percent:+.1f} %",
+              "under 2 %", percent < 2)
+
+
+def instructions(folder, library, calls=2000):
+    """Instructions of a filling run, by callgrind: what no other process can disturb."""
+    environment = dict(os.environ, LD_LIBRARY_PATH=library)
+    totals = []
+    for times in (calls, 2 * calls):
+        result = subprocess.run(
+            ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+             f"{folder}/bin/tavo_bench_allocations", "repeat", "130", str(times)],
+            check=True, capture_output=True, text=True, env=environment)
+        totals += [int(line.split(":")[1]) for line in result.stderr.splitlines()
+                   if "Collected" in line]
+    return (totals[1] - totals[0]) / calls
+
+
+def library_size(table, folder):
+    library = f"{folder}/lib/libTAVOParser.so"
+    with tempfile.TemporaryDirectory() as scratch:
+        stripped = shutil.copy(os.path.realpath(library), scratch)
+        run(["strip", stripped])
+        size = os.path.getsize(stripped)
+    table.row("size of the stripped library", f"{size / 1024:.0f} KB", "under 400 KB",
+              size < 400 * 1024)
+    sections = [line.split() for line in run(["readelf", "-r", "-W", library]).splitlines()
+                if line.startswith("Relocation section")]
+    relocations = sum(int(words[words.index("contains") + 1]) for words in sections)
+    print(f"| relocations | {relocations} | | |")
+    entries = sum(int(line.split(".init_array")[1].split()[3], 16) // 8
+                  for line in run(["readelf", "-S", "-W", library]).splitlines()
+                  if ".init_array" in line)
+    table.row("entries of .init_array (one is the toolchain's frame_dummy)", entries, "1",
+              entries == 1)
+
+
+def machine():
+    model = next((line.split(":")[1].strip() for line in open("/proc/cpuinfo")
+                  if line.startswith("model name")), "unknown")
+    compiler = run(["c++", "--version"]).splitlines()[0]
+    print(f"{model}, {os.cpu_count()} cores; {compiler}; load {os.getloadavg()[0]:.1f}\n")
+
+
+def peers(times):
+    print("\n| CPU ns, hash statement | 60 | 130 | 500 |\n|---|---|---|---|")
+    names = {"filling run": "filling/hash/{}/wide", "bare chain": "barechain/hash/{}",
+             "chain with the runtime's pool": "stockchain/hash/{}",
+             "ANTLR tool's recognizer": "peer/antlr/hash/{}",
+             "flex and bison": "peer/flexbison/hash/{}",
+             "re2c and descent": "peer/re2c/hash/{}", "own lexer": "lexer/own/hash/{}",
+             "re2c lexer": "lexer/re2c/hash/{}", "flex lexer": "lexer/flex/hash/{}"}
+    for title, name in names.items():
+        print(f"| {title} | " + " | ".join(f"{times[name.format(n)][0]:.0f}" for n in LENGTHS) +
+              " |")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--build", default="build/bench", help="build folder")
+    parser.add_argument("--repetitions", type=int, default=7)
+    parser.add_argument("--min-time", type=float, default=0.02, help="seconds a repetition")
+    parser.add_argument("--trace-rounds", type=int, default=9)
+    arguments = parser.parse_args()
+    folder = os.path.abspath(arguments.build)
+
+    print("peers:", run([f"{folder}/bin/tavo_peer_check"]).strip())
+    machine()
+    pattern = "|".join([
+        f"^(filling)/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})/wide$",
+        "^(peer|lexer)/", "^(barechain|stockchain)/", f"^filling/({'|'.join(LONG)})/.*/wide$",
+        "^threads/"])
+    times = measure(f"{folder}/bin/tavo_bench", pattern, arguments.repetitions, arguments.min_time)
+    table = Table()
+    print("| What | Measured | Target | Met |\n|---|---|---|---|")
+    against_recognizer(table, times)
+    against_chain(table, times)
+    lexers(table, times)
+    long_statements(table, times)
+    threads(table, times)
+    allocations(table, folder)
+    trace(table, folder, arguments)
+    if shutil.which("valgrind"):
+        with_frames = instructions(folder, f"{folder}/lib")
+        without = instructions(folder, f"{folder}/lib/no_trace")
+        print(f"| instructions of a filling run, 130 characters | {with_frames:.0f} "
+              f"({without:.0f} without trace frames) | | |")
+    library_size(table, folder)
+    peers(times)
+    print(f"\n{table.missed} targets missed")
+
+
+if __name__ == "__main__":
+    main()

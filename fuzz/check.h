@@ -1,0 +1,111 @@
+// What the targets check with: a condition that ends the process, buffers with guards, and the
+// reading of fields and text from the fuzzer's bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tavo_fuzz {
+
+// Tells what does not hold, and where. Aborts; the property tests have one of their own that
+// throws.
+[[noreturn]] void fail(const char* what, const char* file, int line);
+
+#define TAVO_REQUIRE(condition) \
+  ((condition) ? static_cast<void>(0) : ::tavo_fuzz::fail(#condition, __FILE__, __LINE__))
+
+// A buffer of exactly `count` elements between guards. Filled with zeroes; the guards are looked at
+// when it ends. The guards serve the builds without a sanitizer.
+template <typename Element>
+class Guarded {
+ public:
+  explicit Guarded(size_t count) : count_(count), memory_(new uint8_t[bytes() + 2 * kGuard]) {
+    std::memset(memory_.get(), kPattern, bytes() + 2 * kGuard);
+    std::memset(memory_.get() + kGuard, 0, bytes());
+  }
+  Guarded(Guarded&&) noexcept = default;
+  Guarded& operator=(Guarded&&) = delete;
+  ~Guarded() {
+    if (memory_ != nullptr) check();
+  }
+
+  Element* data() {
+    return reinterpret_cast<Element*>(memory_.get() + kGuard);
+  }
+  Element& operator[](size_t index) {
+    return data()[index];
+  }
+  size_t count() const {
+    return count_;
+  }
+  void fill(int byte) {
+    std::memset(data(), byte, bytes());
+  }
+  void check() const {
+    const uint8_t* behind = memory_.get() + kGuard + bytes();
+    for (size_t i = 0; i < kGuard; ++i) {
+      TAVO_REQUIRE(memory_[i] == kPattern);
+      TAVO_REQUIRE(behind[i] == kPattern);
+    }
+  }
+
+ private:
+  static constexpr size_t kGuard = 32;
+  static constexpr uint8_t kPattern = 0xA5;
+  size_t bytes() const {
+    return count_ * sizeof(Element);
+  }
+
+  size_t count_;
+  std::unique_ptr<uint8_t[]> memory_;
+};
+
+// A copy of exactly the elements given, so that a sanitizer sees a read too many.
+template <typename Element>
+std::unique_ptr<Element[]> exact_copy(const Element* elements, size_t count) {
+  std::unique_ptr<Element[]> copy(new Element[count]);
+  if (count != 0) std::memcpy(copy.get(), elements, count * sizeof(Element));
+  return copy;
+}
+
+// Fields from the beginning of the fuzzer's bytes; zeroes when they run out.
+class Fields {
+ public:
+  Fields(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+  template <typename Number>
+  Number take() {
+    Number number{};
+    const size_t count = size_ < sizeof number ? size_ : sizeof number;
+    std::memcpy(&number, data_, count);
+    data_ += count;
+    size_ -= count;
+    return number;
+  }
+  uint8_t byte() {
+    return take<uint8_t>();
+  }
+  const uint8_t* rest() const {
+    return data_;
+  }
+  size_t rest_size() const {
+    return size_;
+  }
+
+ private:
+  const uint8_t* data_;
+  size_t size_;
+};
+
+// Text as the corpus has it: UTF-8. What is none gives the characters that cannot be typed: 0xFF a
+// surrogate on its own, 0xFE a number above the last character, other bytes their own number.
+std::wstring read_text(const uint8_t* data, size_t size);
+// True when the text consists of Unicode characters only.
+bool is_valid(std::wstring_view text);
+
+}  // namespace tavo_fuzz

@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+"""Makes seeds of the corpus of statements: one file for each text.
+
+    seeds.py CORPUS OUT
+
+CORPUS is tests/corpus; OUT receives a folder for each target that reads text.
+"""
+
+import hashlib
+import pathlib
+import re
+import sys
+
+RULE = re.compile(r"={10,}")
+ESCAPE = re.compile(r"\\(?:u\{([0-9A-Fa-f]+)\}|([nrtf\\]))")
+CHARACTERS = {"n": "\n", "r": "\r", "t": "\t", "f": "\f", "\\": "\\"}
+
+
+def unescaped(text: str) -> str:
+    return ESCAPE.sub(lambda m: chr(int(m[1], 16)) if m[1] else CHARACTERS[m[2]], text)
+
+
+def texts(file: pathlib.Path):
+    """The text of each case of a file: what stands between its second rule and the line ---."""
+    lines = file.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
+    header = False
+    for at, line in enumerate(lines):
+        if not RULE.fullmatch(line):
+            continue
+        header = not header
+        if header:
+            start = at
+            continue
+        attributes = lines[start + 2:at]
+        text = "\n".join(lines[at + 1:lines.index("---", at + 1)])
+        yield unescaped(text) if ":escaped" in attributes else text
+
+
+def write(folder: pathlib.Path, content: bytes) -> None:
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / hashlib.sha1(content).hexdigest()[:16]).write_bytes(content)
+
+
+def main() -> int:
+    if len(sys.argv) != 3:
+        print(__doc__, file=sys.stderr)
+        return 2
+    corpus, out = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    count = 0
+    for file in sorted(corpus.rglob("*.txt")):
+        for text in texts(file):
+            content = text.encode("utf-8", errors="surrogatepass")
+            if not content:
+                continue
+            count += 1
+            if file.parent.name == "lexer":
+                write(out / "tokens", content)
+            else:
+                write(out / "statement", content)
+                write(out / "format", content)
+            # A wide request with an array of 15 entries of 64 and 128 bytes, or for 8-bit text.
+            write(out / "request", bytes([0, count % 3, 0, 0, 0, 0, 0xFF, 0xF1, 64, 128, 0]) + content)
+            # A letter chooses the function, two bytes are its numbers.
+            write(out / "utilities", bytes([ord("a") + count % 12, 0, 9]) + content[:64])
+    print(f"{count} texts")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,31 @@
+// The fuzz targets. Each takes any bytes, runs them through one side of the library and ends the
+// process with a message when something that must hold does not. They keep nothing from one call to
+// the next but what the library itself keeps.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tavo_fuzz {
+
+struct Target {
+  const char* name;  // also the folder of its corpus
+  void (*run)(const uint8_t* data, size_t size);
+};
+
+void run_statement(const uint8_t* data, size_t size);
+void run_tokens(const uint8_t* data, size_t size);
+void run_request(const uint8_t* data, size_t size);
+void run_utilities(const uint8_t* data, size_t size);
+void run_format(const uint8_t* data, size_t size);  // only where the command line is built
+
+inline constexpr Target kTargets[] = {
+    {"statement", run_statement}, {"tokens", run_tokens},
+    {"request", run_request},     {"utilities", run_utilities},
+#ifdef TAVO_FUZZ_FORMATTER
+    {"format", run_format},
+#endif
+};
+
+}  // namespace tavo_fuzz

@@ -1,0 +1,41 @@
+#!/bin/sh
+# Measures the coverage of our own code: coverage.sh [CTEST ARGUMENTS...]
+#
+# Builds the preset coverage, runs the tests (those of valgrind, of installing and of the second
+# opinion have nothing to add and are left out) and writes to build/coverage/report: index.html for people,
+# summary.txt, branches.txt with every branch that no test takes, and coverage.json. Fails when less
+# than TAVO_LEAST_BRANCHES percent (95) of the branches below Src are taken. Needs gcovr.
+set -eu
+
+cd "$(dirname "$0")/.."
+build=build/coverage
+report=$build/report
+jobs=${TAVO_JOBS:-2}
+least=${TAVO_LEAST_BRANCHES:-95}
+
+cmake --preset coverage >/dev/null
+cmake --build "$build" -j "$jobs"
+find "$build" -name '*.gcda' -delete
+mkdir -p "$report"
+# A test that fails still covers; the report is made and the failure passed on.
+failed=0
+ctest --test-dir "$build" -j "$jobs" -LE 'valgrind|install|second_opinion' --output-on-failure "$@" || failed=1
+
+# Branches that only an exception of the compiler's making would take are no branches of ours.
+gcovr --root . --exclude-throw-branches --exclude-unreachable-branches --gcov-ignore-parse-errors \
+  -j "$jobs" --filter Src/ --filter platform/ --filter tools/ --json "$report/coverage.json" "$build"
+measured() {
+  gcovr --root . --exclude-throw-branches --exclude-unreachable-branches \
+    --add-tracefile "$report/coverage.json" "$@"
+}
+measured --html-details "$report/index.html"
+for part in Src platform tools; do
+  echo "$part"
+  measured --filter "$part/" --print-summary -o /dev/null
+done >"$report/summary.txt"
+measured --filter Src/ --branches --sort-uncovered -o "$report/branches.txt"
+python3 tests/coverage_gaps.py "$report/coverage.json" >"$report/gaps.txt"
+cat "$report/summary.txt"
+echo "Lines and branches that no test takes: $report/gaps.txt"
+measured --filter Src/ --fail-under-branch "$least" -o /dev/null
+exit $failed
