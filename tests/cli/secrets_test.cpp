@@ -68,8 +68,7 @@ RC_GTEST_PROP(Secrets, SurviveAnyDamageAroundThem, ()) {
     }
   };
   const int times = *rc::gen::inRange(0, 4);
-  for (int i = 0; i < times; ++i)
-    damage(*rc::gen::arbitrary<bool>() ? before : after);
+  for (int i = 0; i < times; ++i) damage(*rc::gen::arbitrary<bool>() ? before : after);
   // A word that runs into the keyword makes another word of it.
   if (before.back() == 'x') before += ' ';
   const std::string text = before + secret + after;

@@ -73,8 +73,7 @@ class JsonReport : public CheckReport {
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     Json help = Json::array();
-    for (const std::wstring& cure : finding.cures)
-      help.push_back(to_utf8(cure));
+    for (const std::wstring& cure : finding.cures) help.push_back(to_utf8(cure));
     list_.add({{"file", to_utf8(from_utf8(statement.file))},
                {"line", statement.first_line + finding.line - 1},
                {"column", finding.column},
@@ -129,8 +128,7 @@ class SarifReport : public CheckReport {
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     std::string text = to_utf8(finding.message);
-    for (const std::wstring& cure : finding.cures)
-      text.append("\n").append(to_utf8(cure));
+    for (const std::wstring& cure : finding.cures) text.append("\n").append(to_utf8(cure));
     const size_t line = statement.first_line + finding.line - 1;
     Json region = {{"startLine", line}, {"startColumn", finding.column}};
     const std::wstring_view place(statement.text.text());

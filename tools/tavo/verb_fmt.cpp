@@ -42,8 +42,7 @@ class FormatRun {
       const std::string laid_out = format_one(given, "statement", 1).value_or(given);
       if (!options_.check && !options_.diff) cli::write(stdout, laid_out + "\n");
     }
-    for (const std::string& file : options_.files)
-      format_file(file);
+    for (const std::string& file : options_.files) format_file(file);
     return status_;
   }
 
