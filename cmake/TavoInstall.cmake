@@ -54,6 +54,9 @@ function(tavo_install_tools)
   install(TARGETS tavo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
   install(FILES ${CMAKE_SOURCE_DIR}/tools/tavo/tavo.1
           DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  install(FILES ${CMAKE_SOURCE_DIR}/docs/cli.md ${CMAKE_SOURCE_DIR}/docs/language.md
+                ${CMAKE_SOURCE_DIR}/docs/errors.md
+          DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
   set(dir ${CMAKE_BINARY_DIR}/completions)
   set(files "")
   foreach(shell bash zsh fish)
@@ -82,12 +85,12 @@ function(tavo_describe_packages)
   set(CPACK_COMPONENTS_ALL runtime dev tools)
   set(CPACK_COMPONENT_DEV_DEPENDS runtime)
   set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
-  set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-      "Parameter-string parser, shared library\nParses the parameter strings of the masking suite.")
-  set(CPACK_COMPONENT_DEV_DESCRIPTION
-      "Parameter-string parser, development files\nHeaders, CMake package and pkg-config file.")
-  set(CPACK_COMPONENT_TOOLS_DESCRIPTION
-      "Parameter-string parser, command line\nParses, checks, explains and formats statements.")
+  set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
+      "Shared library with the embedded platform.\nParses the parameter strings of the masking suite.")
+  set(CPACK_DEBIAN_DEV_DESCRIPTION
+      "Development files of the library.\nHeaders, CMake package and pkg-config file.")
+  set(CPACK_DEBIAN_TOOLS_DESCRIPTION
+      "The command line, tavo.\nParses, checks, explains and formats statements.")
   set(CPACK_DEB_COMPONENT_INSTALL ON)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)

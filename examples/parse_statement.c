@@ -63,8 +63,7 @@ int main(int argc, char** argv) {
 
   ParmTextM text = {.codePage = 0, .text = argv[1]}; /* 8-bit text; the default is UTF-8 */
   size_t length = 0;
-  while (argv[1][length] != '\0')
-    ++length;
+  while (argv[1][length] != '\0') ++length;
   RequestRecord request = {.sStructVer = TAVO_REQUEST_VERSION,
                            .form = 'M',
                            .textLength = (int32_t)length,

@@ -224,8 +224,7 @@ inline std::wstring format_message(uint32_t number, std::span<const Insert> inse
   std::vector<std::wstring> values;
   values.reserve(inserts.size());
   constexpr char kEye[] = {'E', 'C', 'B', 'D'};
-  for (size_t i = 0; i < sizeof kEye; ++i)
-    block->eye[i] = kEye[i];
+  for (size_t i = 0; i < sizeof kEye; ++i) block->eye[i] = kEye[i];
   block->version = 21;
   block->always48 = 48;
   block->slots = static_cast<int16_t>(inserts.size());

@@ -79,12 +79,10 @@ TEST_F(Wrapper, ReportsAnEmptyTextLikeTheLibraryDoes) {
 
 TEST_F(Wrapper, KeepsEveryPairApartHoweverManyThereAre) {
   std::string text = "LIB=x";
-  for (int i = 0; i < 500; ++i)
-    text += ",k" + std::to_string(i) + "=" + std::to_string(i);
+  for (int i = 0; i < 500; ++i) text += ",k" + std::to_string(i) + "=" + std::to_string(i);
   const tavo::ParseResult result = tavo::parse(text);
   ASSERT_EQ(result.pairs.size(), 501u);
-  for (size_t i = 0; i < 500; ++i)
-    EXPECT_EQ(result.pairs[i + 1].value, std::to_wstring(i));
+  for (size_t i = 0; i < 500; ++i) EXPECT_EQ(result.pairs[i + 1].value, std::to_wstring(i));
 }
 
 TEST_F(Wrapper, FormatsAMessageWithInsertsOfTheCaller) {
@@ -109,8 +107,7 @@ TEST_F(Wrapper, ParsesOnManyThreadsAtOnce) {
       }
     });
   }
-  for (std::thread& thread : threads)
-    thread.join();
+  for (std::thread& thread : threads) thread.join();
 }
 
 TEST(Utf8, GoesThereAndBack) {

@@ -79,8 +79,7 @@ RC_GTEST_PROP(Format, HoldsHoweverTheTokensAreSpacedAndCommented, ()) {
     text += token;
   }
   text += *rc::gen::element<std::string>("", " ", "\n", " // end", " /* end */ ");
-  for (const StatementStyle& style : all_styles())
-    RC_ASSERT(violation(text, style) == "");
+  for (const StatementStyle& style : all_styles()) RC_ASSERT(violation(text, style) == "");
 }
 
 std::string formatted(const std::string& text, const StatementStyle& style) {

@@ -21,7 +21,7 @@ std::string everything(const std::string& bytes) {
   const StatementText text(bytes, std::nullopt);
   std::string said = to_utf8(shown(bytes));
   for (const Finding& finding : find_errors(text, text.parse(), false)) {
-    said += "\n" + report(stdout, text, finding, false);
+    said.append("\n").append(report(stdout, text, finding, false));
     said += to_utf8(finding.message);
   }
   return said;
@@ -68,8 +68,7 @@ RC_GTEST_PROP(Secrets, SurviveAnyDamageAroundThem, ()) {
     }
   };
   const int times = *rc::gen::inRange(0, 4);
-  for (int i = 0; i < times; ++i)
-    damage(*rc::gen::arbitrary<bool>() ? before : after);
+  for (int i = 0; i < times; ++i) damage(*rc::gen::arbitrary<bool>() ? before : after);
   // A word that runs into the keyword makes another word of it.
   if (before.back() == 'x') before += ' ';
   const std::string text = before + secret + after;

@@ -81,8 +81,7 @@ TEST(Complete, KnowsWhatMayFollow) {
 TEST(Language, GivesEveryStatementANameAndEveryOptionASpelling) {
   for (const Statement& statement : statements()) {
     EXPECT_FALSE(title(statement).empty());
-    for (const Option& option : statement.options)
-      EXPECT_FALSE(long_spelling(option).empty());
+    for (const Option& option : statement.options) EXPECT_FALSE(long_spelling(option).empty());
   }
 }
 

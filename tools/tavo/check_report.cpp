@@ -25,7 +25,7 @@ class TextReport : public CheckReport {
   explicit TextReport(bool show_secrets) : show_secrets_(show_secrets) {}
 
   void add(const CheckedStatement& statement, const Finding& finding) override {
-    const std::string place = fmt::format("{}:{}:{}:", statement.file,
+    const std::string place = fmt::format("{}:{}:{}:", printable(from_utf8(statement.file)),
                                           statement.first_line + finding.line - 1, finding.column);
     const std::string kind =
         finding.number == 0 ? "warning:" : fmt::format("error {}:", finding.number);
@@ -73,9 +73,8 @@ class JsonReport : public CheckReport {
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     Json help = Json::array();
-    for (const std::wstring& cure : finding.cures)
-      help.push_back(to_utf8(cure));
-    list_.add({{"file", statement.file},
+    for (const std::wstring& cure : finding.cures) help.push_back(to_utf8(cure));
+    list_.add({{"file", to_utf8(from_utf8(statement.file))},
                {"line", statement.first_line + finding.line - 1},
                {"column", finding.column},
                {"length", finding.place.end - finding.place.begin},
@@ -129,8 +128,7 @@ class SarifReport : public CheckReport {
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     std::string text = to_utf8(finding.message);
-    for (const std::wstring& cure : finding.cures)
-      text.append("\n").append(to_utf8(cure));
+    for (const std::wstring& cure : finding.cures) text.append("\n").append(to_utf8(cure));
     const size_t line = statement.first_line + finding.line - 1;
     Json region = {{"startLine", line}, {"startColumn", finding.column}};
     const std::wstring_view place(statement.text.text());

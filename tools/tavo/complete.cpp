@@ -27,8 +27,7 @@ void add_keywords(std::vector<std::string>& words, const std::vector<Option>& op
 
 void add_values(std::vector<std::string>& words, const Option& option) {
   for (const TAVOValueInfo& value : option.values) {
-    for (std::string& spelling : spellings(value.tokenType))
-      words.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(value.tokenType)) words.push_back(std::move(spelling));
     if (value.tokenType == TAVO_PARSER_STRING_WITH_QUOTES) words.emplace_back("\"");
     if (value.tokenType == TAVO_PARSER_ENV_VAR) words.emplace_back("@");
     if (value.tokenType == TAVO_PARSER_SEED_FLDNAME) words.emplace_back("#");
@@ -41,40 +40,24 @@ std::vector<std::string> words_for(const WrittenStatement& written) {
     case Expected::kStatement:
       for (const Statement& statement : statements()) {
         for (const uint32_t keyword : statement.keywords) {
-          for (const std::string& spelling : spellings(keyword))
-            words.push_back(spelling + "=");
+          for (const std::string& spelling : spellings(keyword)) words.push_back(spelling + "=");
         }
       }
       break;
     case Expected::kName:
       for (const Statement& statement : statements()) {
         if (!statement.begins_with(written.tokens[0].type)) continue;
-        for (std::string& name : spellings(statement.name_token))
-          words.push_back(std::move(name));
+        for (std::string& name : spellings(statement.name_token)) words.push_back(std::move(name));
       }
       break;
-    case Expected::kOption:
-      add_keywords(words, written.statement->options, "=");
-      break;
-    case Expected::kParameter:
-      add_keywords(words, written.inside->parameters, "=");
-      break;
-    case Expected::kValue:
-      add_values(words, *written.inside);
-      break;
-    case Expected::kOpenParenthesis:
-      words.emplace_back("(");
-      break;
-    case Expected::kCloseParenthesis:
-      words = {")", ", "};
-      break;
-    case Expected::kSeparator:
-      words.emplace_back(", ");
-      break;
+    case Expected::kOption: add_keywords(words, written.statement->options, "="); break;
+    case Expected::kParameter: add_keywords(words, written.inside->parameters, "="); break;
+    case Expected::kValue: add_values(words, *written.inside); break;
+    case Expected::kOpenParenthesis: words.emplace_back("("); break;
+    case Expected::kCloseParenthesis: words = {")", ", "}; break;
+    case Expected::kSeparator: words.emplace_back(", "); break;
     case Expected::kHeadEqual:
-    case Expected::kEqual:
-      words.emplace_back("=");
-      break;
+    case Expected::kEqual: words.emplace_back("="); break;
   }
   std::sort(words.begin(), words.end());
   words.erase(std::unique(words.begin(), words.end()), words.end());
@@ -85,8 +68,7 @@ std::vector<std::string> words_for(const WrittenStatement& written) {
 
 std::vector<std::string> complete_statement(std::string_view text) {
   size_t start = text.size();
-  while (start > 0 && is_word(text[start - 1]))
-    --start;
+  while (start > 0 && is_word(text[start - 1])) --start;
   const std::string before(text.substr(0, start));
   const std::string typed = upper(text.substr(start));
   const WrittenStatement written = walk(StatementText(before, std::nullopt));

@@ -35,16 +35,14 @@ std::string listed(std::vector<std::string> list) {
 std::vector<std::string> option_names(const std::vector<Option>& options) {
   std::vector<std::string> names;
   for (const Option& option : options) {
-    for (std::string& spelling : spellings(option))
-      names.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(option)) names.push_back(std::move(spelling));
   }
   return names;
 }
 
 std::vector<std::string> short_names(const std::vector<Option>& options) {
   std::vector<std::string> names;
-  for (const Option& option : options)
-    names.push_back(short_spelling(option));
+  for (const Option& option : options) names.push_back(short_spelling(option));
   return names;
 }
 
@@ -61,8 +59,7 @@ void cure_statement(Cures& cures, const std::string& word) {
   std::vector<std::string> keywords;
   for (const Statement& statement : statements()) {
     for (const uint32_t keyword : statement.keywords) {
-      for (std::string& spelling : spellings(keyword))
-        keywords.push_back(std::move(spelling));
+      for (std::string& spelling : spellings(keyword)) keywords.push_back(std::move(spelling));
     }
   }
   suggest(cures, word, keywords);
@@ -144,22 +141,16 @@ void cure_syntax(Cures& cures, const StatementText& text, const WrittenStatement
   const uint32_t type = at_end ? TAVO_TOKEN_END_OF_INPUT : written.tokens[written.past].type;
   const std::string word = at_end ? "" : to_utf8(text.text_of(written.tokens[written.past]));
   switch (written.expected) {
-    case Expected::kStatement:
-      return cure_statement(cures, word);
-    case Expected::kHeadEqual:
-      return add(cures, "add =");
-    case Expected::kName:
-      return cure_name(cures, written, word);
-    case Expected::kSeparator:
-      return add(cures, "put a comma before it");
-    case Expected::kOption:
-      return cure_option(cures, written, word, type);
+    case Expected::kStatement: return cure_statement(cures, word);
+    case Expected::kHeadEqual: return add(cures, "add =");
+    case Expected::kName: return cure_name(cures, written, word);
+    case Expected::kSeparator: return add(cures, "put a comma before it");
+    case Expected::kOption: return cure_option(cures, written, word, type);
     case Expected::kEqual:
       return add(cures,
                  fmt::format("add = and a value: {} accepts {}", long_spelling(*written.inside),
                              listed(value_notations(*written.inside))));
-    case Expected::kValue:
-      return cure_value(cures, *written.inside, word);
+    case Expected::kValue: return cure_value(cures, *written.inside, word);
     case Expected::kOpenParenthesis:
       return add(cures, fmt::format("write {}={}", short_spelling(*written.inside),
                                     join(value_notations(*written.inside))));
@@ -167,8 +158,7 @@ void cure_syntax(Cures& cures, const StatementText& text, const WrittenStatement
       suggest(cures, word, option_names(written.inside->parameters));
       return add(cures, fmt::format("accepted in the parentheses: {}",
                                     join(option_names(written.inside->parameters))));
-    case Expected::kCloseParenthesis:
-      return add(cures, "add ) or a comma");
+    case Expected::kCloseParenthesis: return add(cures, "add ) or a comma");
   }
 }
 

@@ -139,8 +139,7 @@ const Option* find_option(const std::vector<Option>& options, const std::string&
 std::vector<std::string> all_spellings(const std::vector<Option>& options) {
   std::vector<std::string> all;
   for (const Option& option : options) {
-    for (std::string& spelling : spellings(option))
-      all.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(option)) all.push_back(std::move(spelling));
   }
   return all;
 }

@@ -70,8 +70,7 @@ class Formatter {
     const std::string upper_case = upper(to_utf8(typed));
     std::vector<std::string> known;
     for (const uint32_t keyword : keywords) {
-      for (std::string& spelling : spellings(keyword))
-        known.push_back(std::move(spelling));
+      for (std::string& spelling : spellings(keyword)) known.push_back(std::move(spelling));
     }
     // Not among them: a keyword that carries a number.
     const bool listed = std::find(known.begin(), known.end(), upper_case) != known.end();

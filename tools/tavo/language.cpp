@@ -54,29 +54,21 @@ Statement read_statement(uint32_t index, const TAVOStatementInfo& info) {
     read.options.push_back(read_option(index, i, TAVO_LANGUAGE_NO_PARAMETER, option));
   }
   TAVORuleInfo rule{};
-  for (uint32_t i = 0; TAVOLanguage_GetRule(index, i, &rule) == 0; ++i)
-    read.rules.push_back(rule);
+  for (uint32_t i = 0; TAVOLanguage_GetRule(index, i, &rule) == 0; ++i) read.rules.push_back(rule);
   return read;
 }
 
 std::string_view pattern_notation(uint32_t type) {
   switch (type) {
-    case INTEGER:
-      return "<integer>";
-    case TAVO_PARSER_STRING_WITHOUT_QUOTES:
-      return "<word>";
-    case TAVO_PARSER_STRING_WITH_QUOTES:
-      return "\"<text>\"";
-    case TAVO_PARSER_ENV_VAR:
-      return "@<variable>";
-    case TAVO_PARSER_SEED_FLDNAME:
-      return "#<field>";
+    case INTEGER: return "<integer>";
+    case TAVO_PARSER_STRING_WITHOUT_QUOTES: return "<word>";
+    case TAVO_PARSER_STRING_WITH_QUOTES: return "\"<text>\"";
+    case TAVO_PARSER_ENV_VAR: return "@<variable>";
+    case TAVO_PARSER_SEED_FLDNAME: return "#<field>";
     case TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX:
       return "PREFIX(...)|SUFFIX(...)|OVERLAY(...)";
-    case TAVO_PARSER_COPY_COL_SYNTAX:
-      return "(<start>,<length>[,\"<text>\"])...";
-    default:
-      return "";
+    case TAVO_PARSER_COPY_COL_SYNTAX: return "(<start>,<length>[,\"<text>\"])...";
+    default: return "";
   }
 }
 
@@ -136,8 +128,7 @@ std::vector<std::string> spellings(uint32_t type) {
 std::vector<std::string> spellings(const Option& option) {
   std::vector<std::string> list;
   for (const uint32_t keyword : option.keywords) {
-    for (std::string& spelling : spellings(keyword))
-      list.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(keyword)) list.push_back(std::move(spelling));
   }
   return list;
 }
@@ -163,8 +154,7 @@ std::vector<std::string> value_notations(const Option& option) {
     return {"(" + join(list) + ")"};
   }
   for (const TAVOValueInfo& value : option.values) {
-    for (std::string& text : notations(value.tokenType))
-      list.push_back(std::move(text));
+    for (std::string& text : notations(value.tokenType)) list.push_back(std::move(text));
   }
   return list;
 }
@@ -177,8 +167,7 @@ std::vector<std::string> names(const Statement& statement) {
   if (statement.has_fixed_name()) return spellings(statement.name_token);
   std::vector<std::string> list;
   for (const uint32_t keyword : statement.keywords) {
-    for (std::string& spelling : spellings(keyword))
-      list.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(keyword)) list.push_back(std::move(spelling));
   }
   return list;
 }

@@ -30,8 +30,7 @@ Railroad Railroad::line() {
 
 Railroad Railroad::sequence(const std::vector<Railroad>& parts) {
   size_t height = 1;
-  for (const Railroad& part : parts)
-    height = std::max(height, part.lines_.size());
+  for (const Railroad& part : parts) height = std::max(height, part.lines_.size());
   Railroad piece;
   piece.lines_.resize(height);
   for (const Railroad& part : parts) {
@@ -47,8 +46,7 @@ Railroad Railroad::sequence(const std::vector<Railroad>& parts) {
 Railroad Railroad::choice(const std::vector<Railroad>& branches) {
   if (branches.size() == 1) return branches.front();
   size_t width = 0;
-  for (const Railroad& branch : branches)
-    width = std::max(width, branch.width());
+  for (const Railroad& branch : branches) width = std::max(width, branch.width());
   Railroad piece;
   for (size_t b = 0; b < branches.size(); ++b) {
     Railroad branch = branches[b];

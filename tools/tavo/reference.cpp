@@ -30,8 +30,7 @@ std::string code(const std::string& text) {
 
 std::string codes(const std::vector<std::string>& list) {
   std::vector<std::string> quoted;
-  for (const std::string& text : list)
-    quoted.push_back(code(text));
+  for (const std::string& text : list) quoted.push_back(code(text));
   return join(quoted);
 }
 
@@ -42,8 +41,7 @@ std::vector<std::string> written_keywords(const Option& option) {
 
 Railroad words(const std::vector<std::string>& list) {
   std::vector<Railroad> branches;
-  for (const std::string& text : list)
-    branches.push_back(Railroad::word(text));
+  for (const std::string& text : list) branches.push_back(Railroad::word(text));
   return Railroad::choice(branches);
 }
 
@@ -59,24 +57,21 @@ Railroad draw_values(const Option& option) {
 Railroad draw_option(const Option& option) {
   std::vector<std::string> keywords = written_keywords(option);
   if (takes_number(option)) {
-    for (std::string& keyword : keywords)
-      keyword += "[1-99]";
+    for (std::string& keyword : keywords) keyword += "[1-99]";
   }
   return Railroad::sequence({words(keywords), Railroad::word("="), draw_values(option)});
 }
 
 Railroad draw_options(const std::vector<Option>& options) {
   std::vector<Railroad> branches;
-  for (const Option& option : options)
-    branches.push_back(draw_option(option));
+  for (const Option& option : options) branches.push_back(draw_option(option));
   return Railroad::choice(branches);
 }
 
 Railroad draw_statement(const Statement& statement) {
   std::vector<std::string> keywords;
   for (const uint32_t keyword : statement.keywords) {
-    for (std::string& spelling : spellings(keyword))
-      keywords.push_back(std::move(spelling));
+    for (std::string& spelling : spellings(keyword)) keywords.push_back(std::move(spelling));
   }
   std::vector<Railroad> parts = {words(keywords), Railroad::word("="),
                                  words(notations(statement.name_token))};
@@ -231,8 +226,7 @@ std::string language_reference() {
       "ignored; `tavo check` warns about it. In the diagrams `<word>` is an unquoted string,\n"
       "where a text is free any one word, keyword or sign; `\"<text>\"` is a quoted string, in\n"
       "which `\\\"` stands for a quote.\n\n";
-  for (const Statement& statement : statements())
-    text += statement_section(statement);
+  for (const Statement& statement : statements()) text += statement_section(statement);
   return text + parameter_sections() + token_section();
 }
 

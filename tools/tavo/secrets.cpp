@@ -104,8 +104,7 @@ const std::set<std::wstring>& harmless_words() {
     std::set<std::wstring> all;
     for (uint32_t type = 0; type < TAVO_TOKEN_NAME_COUNT; ++type) {
       if (is_secret_keyword(type)) continue;
-      for (const std::string& spelling : spellings(type))
-        all.insert(from_utf8(spelling));
+      for (const std::string& spelling : spellings(type)) all.insert(from_utf8(spelling));
     }
     return all;
   }();
@@ -118,8 +117,7 @@ bool is_word_character(wchar_t c) {
 }
 
 size_t skip_blanks(std::wstring_view text, size_t at) {
-  while (at < text.size() && std::iswspace(static_cast<wint_t>(text[at])) != 0)
-    ++at;
+  while (at < text.size() && std::iswspace(static_cast<wint_t>(text[at])) != 0) ++at;
   return at;
 }
 
@@ -139,11 +137,9 @@ size_t end_of_raw_value(std::wstring_view text, size_t at) {
 void find_raw_secrets(std::wstring_view text, std::vector<Range>& secrets) {
   for (size_t equal = text.find(L'='); equal != text.npos; equal = text.find(L'=', equal + 1)) {
     size_t end = equal;
-    while (end > 0 && std::iswspace(static_cast<wint_t>(text[end - 1])) != 0)
-      --end;
+    while (end > 0 && std::iswspace(static_cast<wint_t>(text[end - 1])) != 0) --end;
     size_t begin = end;
-    while (begin > 0 && is_word_character(text[begin - 1]))
-      --begin;
+    while (begin > 0 && is_word_character(text[begin - 1])) --begin;
     const std::wstring word = upper_case(text.substr(begin, end - begin));
     if (!reads_like_a_secret(word) || harmless_words().contains(word)) continue;
     const size_t value = skip_blanks(text, equal + 1);
@@ -184,14 +180,11 @@ bool is_secret(const Pair& pair) {
   switch (pair.key_type) {
     case TAVO_PARSER_LDS_PARM_PASSWORD:
     case TAVO_PARSER_LDS_PARM_CONNECTION_STRING:
-    case TAVO_PARSER_AFF_PARM_KEY:
-      return true;
+    case TAVO_PARSER_AFF_PARM_KEY: return true;
     case TAVO_PARSER_CMN_PARM_SEED:
       return pair.value_type == TAVO_PARSER_SEED_LITERAL || pair.value_type == INTEGER;
-    case TAVO_PARSER_USER_PROVIDER_KEY:
-      return reads_like_a_secret(pair.key);
-    default:
-      return false;
+    case TAVO_PARSER_USER_PROVIDER_KEY: return reads_like_a_secret(pair.key);
+    default: return false;
   }
 }
 

@@ -1,5 +1,12 @@
 #include "statement_text.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
 #include "secrets.h"
 
 namespace tavo::cli {
@@ -39,6 +46,30 @@ std::wstring ascii_only(const std::string& bytes) {
   return text;
 }
 
+// Keeps the trace lines that a statement asks for off the terminal, unless tracing was configured.
+class QuietTrace {
+ public:
+  explicit QuietTrace(bool wanted) {
+    if (!wanted || std::getenv("TAVO_TRACE") != nullptr) return;
+    if (std::getenv("TAVO_TRACE_FILE") != nullptr) return;
+    std::fflush(stderr);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    kept_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (nowhere >= 0 && kept_ >= 0) dup2(nowhere, STDERR_FILENO);
+    if (nowhere >= 0) close(nowhere);
+  }
+  ~QuietTrace() {
+    if (kept_ < 0) return;
+    dup2(kept_, STDERR_FILENO);
+    close(kept_);
+  }
+  QuietTrace(const QuietTrace&) = delete;
+  QuietTrace& operator=(const QuietTrace&) = delete;
+
+ private:
+  int kept_ = -1;
+};
+
 }  // namespace
 
 std::vector<TAVOTextToken> read_tokens(std::wstring_view text) {
@@ -60,15 +91,15 @@ StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_pag
 }
 
 ParseResult StatementText::parse() const {
-  const ParseResult result = code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
-                                        : tavo::parse(std::wstring_view(text_));
   // A trace level is the statement's wish for the process that masks, not for this one. The
   // statement that only sets the level goes back to the configured one.
-  for (const TAVOTextToken& token : tokens_) {
-    if (token.type != TAVO_PARSER_CMN_PARM_TRCLEVEL) continue;
-    tavo::parse(std::wstring_view(L"TRCLEVEL=\"\""));
-    break;
-  }
+  const bool sets_level = std::any_of(
+      tokens_.begin(), tokens_.end(),
+      [](const TAVOTextToken& token) { return token.type == TAVO_PARSER_CMN_PARM_TRCLEVEL; });
+  const QuietTrace quiet(sets_level);
+  ParseResult result = code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
+                                  : tavo::parse(std::wstring_view(text_));
+  if (sets_level) tavo::parse(std::wstring_view(L"TRCLEVEL=\"\""));
   return result;
 }
 

@@ -40,8 +40,7 @@ class Walker {
   bool read_head() {
     const uint32_t keyword = type();
     bool known = false;
-    for (const Statement& statement : statements())
-      known |= statement.begins_with(keyword);
+    for (const Statement& statement : statements()) known |= statement.begins_with(keyword);
     if (!known) return expect(Expected::kStatement);
     ++at_;
     if (!take(EQUAL, Expected::kHeadEqual)) return false;

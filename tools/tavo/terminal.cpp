@@ -26,18 +26,12 @@ bool wants_color(const std::string& choice, int descriptor) {
 
 const char* code_of(Style style) {
   switch (style) {
-    case Style::kBold:
-      return "\033[1m";
-    case Style::kError:
-      return "\033[1;31m";
-    case Style::kNote:
-      return "\033[1;36m";
-    case Style::kPlace:
-      return "\033[1;32m";
-    case Style::kFaint:
-      return "\033[2m";
-    default:
-      return "";
+    case Style::kBold: return "\033[1m";
+    case Style::kError: return "\033[1;31m";
+    case Style::kNote: return "\033[1;36m";
+    case Style::kPlace: return "\033[1;32m";
+    case Style::kFaint: return "\033[2m";
+    default: return "";
   }
 }
 
@@ -70,8 +64,7 @@ size_t width_of(wchar_t character) {
 
 size_t width_of(std::wstring_view text) {
   size_t width = 0;
-  for (const wchar_t c : text)
-    width += width_of(c);
+  for (const wchar_t c : text) width += width_of(c);
   return width;
 }
 
@@ -79,15 +72,9 @@ std::string printable(std::wstring_view text) {
   std::wstring shown;
   for (const wchar_t c : text) {
     switch (c) {
-      case L'\n':
-        shown += L"\\n";
-        break;
-      case L'\r':
-        shown += L"\\r";
-        break;
-      case L'\t':
-        shown += L"\\t";
-        break;
+      case L'\n': shown += L"\\n"; break;
+      case L'\r': shown += L"\\r"; break;
+      case L'\t': shown += L"\\t"; break;
       default:
         if (is_control(c)) {
           shown += from_utf8(fmt::format("\\u{{{:X}}}", static_cast<uint32_t>(c)));

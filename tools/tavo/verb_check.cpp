@@ -80,7 +80,7 @@ class Checker {
   void complain(const std::string& file, const std::string& why) {
     progress_.hide();
     ++totals_.unreadable;
-    write(stderr, fmt::format("tavo: {}: {}\n", file, why));
+    write(stderr, fmt::format("tavo: {}: {}\n", printable(from_utf8(file)), why));
   }
 
   void check_file(const std::string& file) {

@@ -21,8 +21,7 @@ struct Verb {
 std::vector<std::string> flags_of(const CLI::App& app) {
   std::vector<std::string> flags;
   for (const CLI::Option* option : app.get_options()) {
-    for (const std::string& name : option->get_lnames())
-      flags.push_back("--" + name);
+    for (const std::string& name : option->get_lnames()) flags.push_back("--" + name);
   }
   return flags;
 }
@@ -43,16 +42,14 @@ std::vector<Verb> verbs_of(const CLI::App& app) {
 
 std::vector<std::string> names_of(const std::vector<Verb>& verbs) {
   std::vector<std::string> names;
-  for (const Verb& verb : verbs)
-    names.push_back(verb.name);
+  for (const Verb& verb : verbs) names.push_back(verb.name);
   return names;
 }
 
 std::string explained_names() {
   std::vector<std::string> all;
   for (const Statement& statement : statements()) {
-    for (std::string& name : names(statement))
-      all.push_back(std::move(name));
+    for (std::string& name : names(statement)) all.push_back(std::move(name));
   }
   return join(all, " ");
 }

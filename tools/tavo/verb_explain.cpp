@@ -44,12 +44,10 @@ int unknown_number(uint32_t number) {
 std::vector<std::string> everything() {
   std::vector<std::string> all;
   for (const Statement& statement : statements()) {
-    for (std::string& name : names(statement))
-      all.push_back(std::move(name));
+    for (std::string& name : names(statement)) all.push_back(std::move(name));
   }
   for (const Statement& statement : statements()) {
-    for (std::string& name : all_spellings(statement.options))
-      all.push_back(std::move(name));
+    for (std::string& name : all_spellings(statement.options)) all.push_back(std::move(name));
   }
   return all;
 }
@@ -86,8 +84,7 @@ int explain_names(const std::vector<std::string>& given) {
   if (statement == nullptr) {
     std::vector<std::string> known;
     for (const Statement& candidate : statements()) {
-      for (std::string& name : names(candidate))
-        known.push_back(std::move(name));
+      for (std::string& name : names(candidate)) known.push_back(std::move(name));
     }
     return unknown("provider", given[0], known);
   }
@@ -132,8 +129,7 @@ std::string language_json() {
                                    {"valueType", statement.value_type},
                                    {"options", nlohmann::ordered_json::array()},
                                    {"rules", nlohmann::ordered_json::array()}};
-    for (const Option& option : statement.options)
-      json["options"].push_back(option_json(option));
+    for (const Option& option : statement.options) json["options"].push_back(option_json(option));
     for (const TAVORuleInfo& rule : statement.rules) {
       json["rules"].push_back({{"number", rule.number},
                                {"options", options_of_rule(statement, rule)},
@@ -152,8 +148,7 @@ int run_explain(const ExplainOptions& options) {
   }
   if (options.errors) {
     if (options.format == "markdown") return show(error_reference());
-    for (const StatusInfo& status : status_table())
-      write(stdout, explain_number(status.number));
+    for (const StatusInfo& status : status_table()) write(stdout, explain_number(status.number));
     return kClean;
   }
   if (options.format == "markdown") return show(language_reference());

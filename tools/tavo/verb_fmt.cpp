@@ -42,8 +42,7 @@ class FormatRun {
       const std::string laid_out = format_one(given, "statement", 1).value_or(given);
       if (!options_.check && !options_.diff) cli::write(stdout, laid_out + "\n");
     }
-    for (const std::string& file : options_.files)
-      format_file(file);
+    for (const std::string& file : options_.files) format_file(file);
     return status_;
   }
 
@@ -103,7 +102,7 @@ class FormatRun {
 
   void complain(const std::string& file, const std::string& why) {
     raise_to(kCouldNotRun);
-    cli::write(stderr, fmt::format("tavo: {}: {}\n", file, why));
+    cli::write(stderr, fmt::format("tavo: {}: {}\n", printable(from_utf8(file)), why));
   }
 
   void format_file(const std::string& file) {
