@@ -187,14 +187,12 @@ TEST_P(RefusedMemory, OfAParseHasADocumentedStatusAndNeverPassesAWrongStatement)
                           // What was recorded is true, or tells of the refusal.
                           for (const Error& error : tavo_test::held_errors()) {
                             bool known = error.id == 7174 || error.id == 7099;
-                            for (const Error& whole : whole_errors)
-                              known |= whole.id == error.id;
+                            for (const Error& whole : whole_errors) known |= whole.id == error.id;
                             EXPECT_TRUE(known) << error.id;
                           }
                           break;
                         }
-                        default:
-                          ADD_FAILURE() << "status " << status;
+                        default: ADD_FAILURE() << "status " << status;
                       }
                     });
         EXPECT_EQ(whole_status, statement.run(filling)) << "the next call works";
@@ -215,8 +213,9 @@ TEST_P(RefusedMemory, OfTheErrorStateIs7143AndNothingIsRecorded) {
   EXPECT_EQ(72u, Parser_GetErrorCount(nullptr, nullptr));
 }
 
+// Of a long text: a short one's copy needs no memory of its own.
 TEST_P(RefusedMemory, OfTheWideCopyIs7089AndLeavesTheRequestAlone) {
-  Statement statement(L"PRO=CCN", 'M');
+  Statement statement(long_statement(), 'M');
   statement.request().count = 4711;
   statement.request().errorFlag = 9;
   refusals::begin(2, Mode::kOnce);
