@@ -58,9 +58,7 @@ void count_one_more(RequestRecord* request) {
 class TextBuffer {
  public:
   TextBuffer(wchar_t* text, uint32_t bytes)
-      : text_(text), characters_(text == nullptr ? 0 : bytes / kWide) {
-    if (characters_ != 0) text_[0] = 0;
-  }
+      : text_(text), characters_(text == nullptr ? 0 : bytes / kWide) {}
 
   bool truncated() const {
     return truncated_;

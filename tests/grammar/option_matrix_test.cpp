@@ -23,24 +23,16 @@ std::wstring widen(const std::string& text) {
 // All spellings of a token; of one that a rule describes, texts of that kind.
 std::vector<std::wstring> spellings(uint32_t type) {
   switch (type) {
-    case INTEGER:
-      return {L"7", L"-12", L"+3"};
-    case TAVO_PARSER_STRING_WITHOUT_QUOTES:
-      return {L"WORD", L"a.b:c_d-9"};
-    case TAVO_PARSER_STRING_WITH_QUOTES:
-      return {L"\"text\"", L"\"a\\\"b\""};
-    case TAVO_PARSER_ENV_VAR:
-      return {L"@HOME_KEY"};
-    case TAVO_PARSER_SEED_FLDNAME:
-      return {L"#CUSTNO", L"#\"x y\""};
+    case INTEGER: return {L"7", L"-12", L"+3"};
+    case TAVO_PARSER_STRING_WITHOUT_QUOTES: return {L"WORD", L"a.b:c_d-9"};
+    case TAVO_PARSER_STRING_WITH_QUOTES: return {L"\"text\"", L"\"a\\\"b\""};
+    case TAVO_PARSER_ENV_VAR: return {L"@HOME_KEY"};
+    case TAVO_PARSER_SEED_FLDNAME: return {L"#CUSTNO", L"#\"x y\""};
     case TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX:
       return {L"PREFIX(\"x\")", L"SUFFIX(SEQ(1,3))", L"OVERLAY(1,4,\"abc\")"};
-    case TAVO_PARSER_COPY_COL_SYNTAX:
-      return {L"(1,4)", L"(1,4)(7,2,\"x\")"};
-    case TAVO_PARSER_CMN_PARM_FLDDEF:
-      return {L"FLDDEF", L"FLDDEF1", L"flddef99"};
-    default:
-      break;
+    case TAVO_PARSER_COPY_COL_SYNTAX: return {L"(1,4)", L"(1,4)(7,2,\"x\")"};
+    case TAVO_PARSER_CMN_PARM_FLDDEF: return {L"FLDDEF", L"FLDDEF1", L"flddef99"};
+    default: break;
   }
   std::vector<std::wstring> all;
   for (uint32_t i = 0; const char* spelling = TAVOLanguage_GetSpelling(type, i); ++i) {
@@ -123,8 +115,7 @@ std::wstring stored_text(const Value& value) {
   std::wstring text = value.text;
   if (!unquoted) return text;
   text = text.substr(1, text.size() - 2);
-  for (size_t at; (at = text.find(L"\\\"")) != std::wstring::npos;)
-    text.erase(at, 1);
+  for (size_t at; (at = text.find(L"\\\"")) != std::wstring::npos;) text.erase(at, 1);
   return text;
 }
 
@@ -312,6 +303,19 @@ TEST(LanguageTables, EndWhereTheyEnd) {
   EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetValue(0, 0, kNoParameter, 0, nullptr));
   EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetRule(0, 1000, &rule));
   EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetRule(0, 0, nullptr));
+  for (uint32_t i = 0; TAVOLanguage_GetStatement(i, &statement) == 0; ++i) {
+    EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetRule(i, statement.rules, &rule)) << i;
+    EXPECT_EQ(TAVO_LANGUAGE_END,
+              TAVOLanguage_GetOption(i, statement.options, kNoParameter, &option))
+        << i;
+    for (uint32_t k = 0; TAVOLanguage_GetOption(i, k, kNoParameter, &option) == 0; ++k) {
+      EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetValue(i, k, kNoParameter, option.values, &value))
+          << option.rule;
+      TAVOOptionInfo parameter;
+      EXPECT_EQ(TAVO_LANGUAGE_END, TAVOLanguage_GetOption(i, k, option.parameters, &parameter))
+          << option.rule;
+    }
+  }
   EXPECT_EQ(nullptr, TAVOLanguage_GetSpelling(TAVO_PARSER_PROVIDER, 2));
   EXPECT_EQ(nullptr, TAVOLanguage_GetSpelling(0xFFFFFFFF, 0));
 }

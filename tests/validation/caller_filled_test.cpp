@@ -130,6 +130,10 @@ TEST(ValidatingByItself, AnUnterminatedLongValueIsNoNumber) {
   array.add(TAVO_PARSER_HASH_PARM_HASHMAX, std::wstring(40, L'0'));
   array.last().valueSize = 40 * 4;
   EXPECT_EQ(7164u, array.validate());
+  array.last().valueSize = 32 * 4;  // the shortest that is too long to be copied
+  EXPECT_EQ(7164u, array.validate());
+  array.last().valueSize = 31 * 4;  // the longest that is copied
+  EXPECT_EQ(0u, array.validate());
 }
 
 // ---- rules that no statement reaches -----------------------------------------------------------

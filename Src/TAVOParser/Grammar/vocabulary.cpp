@@ -118,15 +118,13 @@ consteval Tables make_tables() {
                                r.type,
                                static_cast<uint8_t>(s.size()),
                                r.kind};
-      for (char c : s)
-        t.characters[character++] = c;
+      for (char c : s) t.characters[character++] = c;
       ++character;
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
       if (!has_blank && r.kind != TokenKind::kPunctuation) {
         uint32_t slot = mix(head_of(s), tail_of(s), s.size());
-        while (t.slots[slot] != 0)
-          slot = (slot + 1) % t.slots.size();
+        while (t.slots[slot] != 0) slot = (slot + 1) % t.slots.size();
         t.slots[slot] = static_cast<uint16_t>(spelling + 1);
       }
       ++spelling;
@@ -179,13 +177,6 @@ uint16_t type_of_spelling(size_t index) {
 
 std::span<const uint16_t> spellings_with_blanks() {
   return kTables.with_blanks;
-}
-
-uint32_t token_by_name(std::string_view name) {
-  for (uint32_t type = 4; type < kTokenTypeCount; ++type) {
-    if (name == TAVOParserTokenNames[type]) return type;
-  }
-  return 0;
 }
 
 WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {

@@ -32,8 +32,6 @@ inline constexpr uint32_t kTokenTypeCount = 351;
 TokenInfo token_info(uint32_t type);
 // The index-th spelling of all, upper case, static and terminated text.
 std::string_view spelling(size_t index);
-// Type of the token with this name, or 0.
-uint32_t token_by_name(std::string_view name);
 
 struct WordMatch {
   uint16_t type;  // 0: no word of the vocabulary

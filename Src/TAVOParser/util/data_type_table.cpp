@@ -12,12 +12,23 @@ constexpr uint32_t kUnknown = TAVO_TYPE_STATUS_UNKNOWN;
 // Meant: a date held as text has its length stored and is answered with a code all the same.
 constexpr uint32_t kDateText = TAVO_TYPE_STATUS_DATE_TEXT;
 
+// What the columns say of each other, held while the table is compiled.
+template <size_t kCount>
+constexpr bool is_consistent(const std::array<DataType, kCount>& table) {
+  for (size_t i = 0; i < kCount; ++i) {
+    const bool text = table[i].form >= Form::kFixedText;
+    if (table[i].code != static_cast<int16_t>(i)) return false;
+    if (text != (table[i].char_bytes != 0)) return false;
+  }
+  return true;
+}
+
 constexpr DataType kUnnamed101 = {101, nullptr, Form::kBinary, 0, 50, kOk, 51};
 
 }  // namespace
 
 // clang-format off
-const std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
+constexpr std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
     // Meant: the placeholders are named with their own digits.
     { 0, "0",                 Form::kNone,       0,   0, kUnknown,    0},
     { 1, "CHAR",              Form::kFixedText,  1,   0, kNoDisplay,  0},
@@ -50,6 +61,7 @@ const std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
     {28, "DATETIME_WVARCHAR", Form::kPrefixed,   4, 200, kDateText,  50},
 }};
 // clang-format on
+static_assert(is_consistent(gTAVO_DataTypes));
 
 const DataType* find_data_type(int16_t code) {
   if (code == kUnnamed101.code) return &kUnnamed101;
