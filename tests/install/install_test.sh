@@ -25,7 +25,7 @@ check_program() {
 }
 
 echo "== CMake package"
-cmake -S "$work/outside" -B "$work/outside/build" -DCMAKE_PREFIX_PATH="$prefix" >"$work/cmake.log"
+cmake -S "$work/outside" -B "$work/outside/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >"$work/cmake.log"
 cmake --build "$work/outside/build" >>"$work/cmake.log"
 check_program "$work/outside/build/parse_statement_c"
 check_program "$work/outside/build/parse_statement_cpp"
