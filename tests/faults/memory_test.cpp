@@ -203,6 +203,7 @@ TEST_P(RefusedMemory, OfAParseHasADocumentedStatusAndNeverPassesAWrongStatement)
     }
   }
   EXPECT_GT(refused, 100u);
+  RecordProperty("refusals", static_cast<int>(refused));
 }
 
 TEST_P(RefusedMemory, OfTheErrorStateIs7143AndNothingIsRecorded) {

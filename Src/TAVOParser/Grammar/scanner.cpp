@@ -169,10 +169,9 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   return token(p, known ? found.type : type_of_unknown(text, p));
 }
 
+// What begins with neither a word character, a blank, a comma nor an equals sign.
 [[gnu::noinline]] Lexeme scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
-    case ',': return token(text + 1, COMMA);
-    case '=': return token(text + 1, EQUAL);
     case ')': return token(text + 1, RIGHT_PARENTHESIS);
     case '\'': return token(text + 1, SINGLE_QUOTE);
     case '\\': return token(text + 1, BACKSLASH);
