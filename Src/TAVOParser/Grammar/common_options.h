@@ -115,12 +115,15 @@ inline constexpr const OptionRule* kFieldDefinitionParameters[] = {
     &flddef_opt_parm_name,
 };
 
+inline constexpr OptionIndex kFieldDefinitionIndex = index_options(kFieldDefinitionParameters);
+
 inline constexpr OptionRule cmn_opt_parm_flddef = {
     .name = "cmn_opt_parm_flddef",
     .keywords = {{TAVO_PARSER_CMN_PARM_FLDDEF}},
     .key_type = TAVO_PARSER_CMN_PARM_FLDDEF,
     .syntax = ValueSyntax::kParameters,
     .parameters = kFieldDefinitionParameters,
+    .parameter_index = &kFieldDefinitionIndex,
     .parameter_rule = "flddef_opt_parm",
 };
 

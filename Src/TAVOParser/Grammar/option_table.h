@@ -58,6 +58,9 @@ enum class ValueSyntax : uint8_t {
   kParameters,  // "(" parameter { "," parameter } ")", each stored with the keyword as prefix
 };
 
+// For each token type the option that it begins, plus one; 0 where it begins none.
+using OptionIndex = std::array<uint8_t, kTokenTypeCount>;
+
 // One option: keyword, "=", value. Named after its grammar rule. The parameters of a parenthesised
 // list are options too.
 struct OptionRule {
@@ -67,12 +70,10 @@ struct OptionRule {
   ValueSyntax syntax = ValueSyntax::kToken;
   ValueList values{};                               // kToken
   std::span<const OptionRule* const> parameters{};  // kParameters
-  const char* parameter_rule = nullptr;             // name of the rule that chooses a parameter
-  bool sets_trace_level = false;                    // calls SetTraceLevel with the stored pair
+  const OptionIndex* parameter_index = nullptr;
+  const char* parameter_rule = nullptr;  // name of the rule that chooses a parameter
+  bool sets_trace_level = false;         // calls SetTraceLevel with the stored pair
 };
-
-// For each token type the option that it begins, plus one; 0 where it begins none.
-using OptionIndex = std::array<uint8_t, kTokenTypeCount>;
 
 // Not constant, so that calling it while a table is made stops the compiler.
 inline void two_options_begin_with_the_same_keyword() {}
@@ -86,6 +87,13 @@ consteval OptionIndex index_options(std::span<const OptionRule* const> options) 
     }
   }
   return index;
+}
+
+// The option that begins with this token type, or null.
+inline const OptionRule* option_beginning_with(std::span<const OptionRule* const> options,
+                                               const OptionIndex& index, uint32_t type) {
+  const uint8_t choice = type < index.size() ? index[type] : uint8_t{0};
+  return choice == 0 ? nullptr : options[choice - 1u];
 }
 
 // A statement: its head (keyword, "=", name) and the options that may follow.

@@ -51,16 +51,6 @@ const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
   return nullptr;
 }
 
-const OptionRule* find_parameter(const OptionRule& option, uint32_t type) {
-  for (const OptionRule* parameter : option.parameters) {
-    for (uint16_t keyword : parameter->keywords.entries) {
-      if (keyword == 0) break;
-      if (keyword == type) return parameter;
-    }
-  }
-  return nullptr;
-}
-
 void publish_prefix(const wchar_t* prefix) {
   size_t i = 0;
   do {
@@ -177,7 +167,8 @@ void ParserObject::run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN
   match(LEFT_PARENTHESIS);
   if (failed()) return;
   for (;;) {
-    const OptionRule* parameter = find_parameter(option, next_type());
+    const OptionRule* parameter =
+        option_beginning_with(option.parameters, *option.parameter_index, next_type());
     if (parameter == nullptr) return raise_here(ANTLR3_NO_VIABLE_ALT_EXCEPTION);
     run_option(*parameter, prefix);
     if (failed()) return;
@@ -206,10 +197,10 @@ void ParserObject::run_option_list(const StatementRule& statement) {
        separator = look_ahead(1)) {
     consume();
     if (separator->type == BAD_SEP) return raise(TAVO_STATUS_BAD_SEPARATOR, separator);
-    const uint32_t type = next_type();
-    const uint8_t choice = type < statement.index->size() ? (*statement.index)[type] : uint8_t{0};
-    if (choice == 0) return raise_here(ANTLR3_NO_VIABLE_ALT_EXCEPTION);
-    run_option(*statement.options[choice - 1u], nullptr);
+    const OptionRule* option =
+        option_beginning_with(statement.options, *statement.index, next_type());
+    if (option == nullptr) return raise_here(ANTLR3_NO_VIABLE_ALT_EXCEPTION);
+    run_option(*option, nullptr);
     if (failed()) return;
   }
 }

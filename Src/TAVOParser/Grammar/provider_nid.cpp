@@ -87,12 +87,15 @@ constexpr const OptionRule* kFormats[] = {
     &nid_opt_parm_format_it, &nid_opt_parm_format_uk, &nid_opt_parm_format_es,
 };
 
+constexpr OptionIndex kFormatIndex = index_options(kFormats);
+
 constexpr OptionRule nid_opt_parm_format = {
     .name = "nid_opt_parm_format",
     .keywords = {{TAVO_PARSER_NID_PARM_FORMAT}},
     .key_type = TAVO_PARSER_NID_PARM_FORMAT,
     .syntax = ValueSyntax::kParameters,
     .parameters = kFormats,
+    .parameter_index = &kFormatIndex,
     .parameter_rule = "nid_parm_fmt_val",
 };
 

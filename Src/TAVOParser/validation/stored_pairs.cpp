@@ -1,6 +1,7 @@
 #include "validation/stored_pairs.h"
 
 #include <cwchar>
+#include <cwctype>
 
 #include "platform.h"
 
@@ -57,7 +58,15 @@ StoredText StoredText::trimmed() const {
 }
 
 bool StoredText::begins_with(const wchar_t* text, size_t count) const {
-  return length >= count && wcsncasecmp(characters, text, count) == 0;
+  if (length < count) return false;
+  for (size_t i = 0; i < count; ++i) {
+    // Characters that are the same, nearly all, need no look at the locale.
+    if (characters[i] != text[i] &&
+        towlower(static_cast<wint_t>(characters[i])) != towlower(static_cast<wint_t>(text[i]))) {
+      return false;
+    }
+  }
+  return true;
 }
 
 bool StoredText::equals(const wchar_t* text) const {
