@@ -60,8 +60,7 @@ class Caller {
     request_.pKeyValueArr = entries_;
     request_.capacity = capacity_;
     // An entry that already has its key would be taken for one that the caller filled in.
-    for (uint32_t i = 0; i < capacity_; ++i)
-      entries_[i].keyId = 0;
+    for (uint32_t i = 0; i < capacity_; ++i) entries_[i].keyId = 0;
     return Parser_Service(&request_);
   }
 

@@ -45,8 +45,7 @@ void re2c(benchmark::State& state, const std::string& text) {
 void flex_bison(benchmark::State& state, const std::string& text) {
   std::string buffer = text + std::string(2, '\0');
   bool accepted = true;
-  for (auto _ : state)
-    accepted &= peers::flex_bison_accepts(buffer.data(), text.size());
+  for (auto _ : state) accepted &= peers::flex_bison_accepts(buffer.data(), text.size());
   finish(state, accepted, text);
 }
 

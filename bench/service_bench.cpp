@@ -27,8 +27,7 @@ bool expect(benchmark::State& state, uint32_t status, uint32_t expected) {
 void sizing(benchmark::State& state, const std::string& text, Form form, uint32_t expected) {
   Caller caller(text, form);
   if (!expect(state, caller.size(), expected)) return;
-  for (auto _ : state)
-    benchmark::DoNotOptimize(caller.size());
+  for (auto _ : state) benchmark::DoNotOptimize(caller.size());
   count_characters(state, text.size());
 }
 
@@ -36,16 +35,14 @@ void filling(benchmark::State& state, const std::string& text, Form form, uint32
   Caller caller(text, form);
   caller.size();
   if (!caller.allocate() || !expect(state, caller.fill(), expected)) return;
-  for (auto _ : state)
-    benchmark::DoNotOptimize(caller.fill());
+  for (auto _ : state) benchmark::DoNotOptimize(caller.fill());
   count_characters(state, text.size());
 }
 
 void both(benchmark::State& state, const std::string& text, Form form, uint32_t expected) {
   Caller caller(text, form);
   if (!expect(state, caller.size_and_fill(), expected)) return;
-  for (auto _ : state)
-    benchmark::DoNotOptimize(caller.size_and_fill());
+  for (auto _ : state) benchmark::DoNotOptimize(caller.size_and_fill());
   count_characters(state, text.size());
 }
 
@@ -53,8 +50,7 @@ void validation(benchmark::State& state, const std::string& text) {
   Caller caller(text, Form::kWide);
   caller.size();
   if (!caller.allocate() || !expect(state, caller.fill(), 0)) return;
-  for (auto _ : state)
-    benchmark::DoNotOptimize(Provider_Validate(caller.request()));
+  for (auto _ : state) benchmark::DoNotOptimize(Provider_Validate(caller.request()));
   count_characters(state, text.size());
 }
 

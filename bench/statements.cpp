@@ -111,29 +111,25 @@ std::string statement(std::string_view provider, size_t target) {
 
 std::string many_field_definitions(size_t target) {
   std::string text = "PRO=CCN";
-  for (size_t i = 0; text.size() < target; ++i)
-    text.append(",\n").append(field_definition(i));
+  for (size_t i = 0; text.size() < target; ++i) text.append(",\n").append(field_definition(i));
   return text;
 }
 
 std::string many_classes(size_t target) {
   std::string text = "PRO=AFF, MTD=REP";
-  while (text.size() < target)
-    text.append(", CLASS=\"ABCDEFGHIJ\"");
+  while (text.size() < target) text.append(", CLASS=\"ABCDEFGHIJ\"");
   return text;
 }
 
 std::string many_duplicates(size_t target) {
   std::string text = "PRO=HASH, DSTFLD=X";
-  while (text.size() < target)
-    text.append(", CASE=UPPER, WHENNULL=1");
+  while (text.size() < target) text.append(", CASE=UPPER, WHENNULL=1");
   return text;
 }
 
 std::string long_comment(size_t target) {
   std::string text = "PRO=CCN /*";
-  while (text.size() + 14 < target)
-    text.append(" what it is for and who asked;\n");
+  while (text.size() + 14 < target) text.append(" what it is for and who asked;\n");
   return text + "*/, MTD=REP";
 }
 

@@ -37,7 +37,6 @@ int main() {
       "2147483648",  "LIB=A,",    "\xEF\xBB\xBF", "\xF0\x9F\x98\x80",
       "\xFF",
   };
-  for (const char* piece : kPieces)
-    write_entry(piece);
+  for (const char* piece : kPieces) write_entry(piece);
   return 0;
 }

@@ -84,8 +84,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   if (Parser_Init() != 0) return 2;
-  for (int number : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE})
-    std::signal(number, name_the_file);
+  for (int number : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE}) std::signal(number, name_the_file);
   const int result = count == 2 ? replay_folder(arguments[1])
                                 : replay_files(arguments[1], arguments + 2, arguments + count);
   return Parser_Term() == 0 ? result : 2;

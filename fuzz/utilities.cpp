@@ -80,8 +80,7 @@ void normalize_name(Fields fields) {
 // ---- case and comparison -----------------------------------------------------------------------
 
 std::wstring lower(std::wstring text) {
-  for (wchar_t& c : text)
-    c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
   return text;
 }
 
@@ -238,8 +237,7 @@ void transpose(Fields fields) {
   std::string digits(reinterpret_cast<const char*>(fields.rest()),
                      std::min(fields.rest_size(), room));
   digits.resize(room, '0');
-  for (char& digit : digits)
-    digit = static_cast<char>('0' + static_cast<uint8_t>(digit) % 10);
+  for (char& digit : digits) digit = static_cast<char>('0' + static_cast<uint8_t>(digit) % 10);
   Guarded<char> dst(room);
   Guarded<wchar_t> wide_dst(room);
   const auto src = exact_copy(digits.data(), room);
@@ -260,8 +258,7 @@ void permute(Fields fields) {
   if (last == kFailed) return;
   TAVO_REQUIRE(last == out[n - 1]);
   std::sort(out.data(), out.data() + n);
-  for (uint32_t i = 0; i < n; ++i)
-    TAVO_REQUIRE(out[i] == i + 1);
+  for (uint32_t i = 0; i < n; ++i) TAVO_REQUIRE(out[i] == i + 1);
 }
 
 }  // namespace

@@ -81,8 +81,7 @@ void match_token(void* context) {
   const ANTLR3_UCHAR first = input->_LA(input, 1);
   if (first == '/') {
     if (const ANTLR3_INT32 length = comment_beyond_vocabulary(input)) {
-      for (ANTLR3_INT32 i = 0; i < length; ++i)
-        input->consume(input);
+      for (ANTLR3_INT32 i = 0; i < length; ++i) input->consume(input);
       lexer->pLexer->rec->state->type = COMMENT;
       lexer->pLexer->rec->state->channel = HIDDEN;
       return;
@@ -101,8 +100,7 @@ void match_token(void* context) {
       if (i == value.spelling.size()) longest = &value;
     }
     if (longest != nullptr) {
-      for (size_t i = 0; i < longest->spelling.size(); ++i)
-        input->consume(input);
+      for (size_t i = 0; i < longest->spelling.size(); ++i) input->consume(input);
       lexer->pLexer->rec->state->type = longest->type;
       return;
     }

@@ -60,8 +60,7 @@ bool flex_bison_accepts(char* buffer, size_t bytes) {
 size_t flex_count_tokens(char* buffer, size_t bytes) {
   Scanner scanner(buffer, bytes);
   size_t count = 0;
-  while (peer_scan_next(scanner.get()) != 0)
-    ++count;
+  while (peer_scan_next(scanner.get()) != 0) ++count;
   return count;
 }
 

@@ -46,8 +46,7 @@ bool same(const Option& a, const Option& b) {
 
 void collect(const Option& option, std::map<std::string, size_t>& known,
              std::vector<Option>& rules) {
-  for (const Option& parameter : option.parameters)
-    collect(parameter, known, rules);
+  for (const Option& parameter : option.parameters) collect(parameter, known, rules);
   const auto [place, is_new] = known.emplace(option.rule, rules.size());
   if (is_new) {
     rules.push_back(option);

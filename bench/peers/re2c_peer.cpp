@@ -58,12 +58,9 @@ class Descent {
     if (rule == 0 || !match(EQUAL)) return false;
     const RuleRow& row = kRules[rule - 1];
     switch (row.syntax) {
-      case TAVO_SYNTAX_STRING:
-        return take() > kBroken;
-      case TAVO_SYNTAX_PARAMETERS:
-        return parameters(kChoices[row.parameters]);
-      default:
-        return kValues[rule - 1][take()] != 0;
+      case TAVO_SYNTAX_STRING: return take() > kBroken;
+      case TAVO_SYNTAX_PARAMETERS: return parameters(kChoices[row.parameters]);
+      default: return kValues[rule - 1][take()] != 0;
     }
   }
 

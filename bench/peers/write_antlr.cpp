@@ -6,8 +6,7 @@ namespace {
 
 std::string alternatives(const Language& language, const std::vector<uint32_t>& types) {
   std::string text;
-  for (uint32_t type : types)
-    text += (text.empty() ? "" : " | ") + language.name(type);
+  for (uint32_t type : types) text += (text.empty() ? "" : " | ") + language.name(type);
   return types.size() == 1 ? text : "(" + text + ")";
 }
 
@@ -21,16 +20,12 @@ std::string choice(const std::vector<Option>& options) {
 std::string option_rule(const Language& language, const Option& option) {
   std::string text = option.rule + "\n    : " + alternatives(language, option.keywords) + " EQUAL ";
   switch (option.syntax) {
-    case TAVO_SYNTAX_STRING:
-      text += "any";
-      break;
+    case TAVO_SYNTAX_STRING: text += "any"; break;
     case TAVO_SYNTAX_PARAMETERS:
       text += "LEFT_PARENTHESIS " + option.rule + "_parameter (COMMA " + option.rule +
               "_parameter)* RIGHT_PARENTHESIS";
       break;
-    default:
-      text += alternatives(language, option.values);
-      break;
+    default: text += alternatives(language, option.values); break;
   }
   text += "\n    ;\n\n";
   if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
@@ -81,8 +76,7 @@ std::string antlr_grammar(const Language& language) {
   for (const Statement& statement : language.statements) {
     text += statement_rule(language, statement);
   }
-  for (const Option& rule : language.rules)
-    text += option_rule(language, rule);
+  for (const Option& rule : language.rules) text += option_rule(language, rule);
 
   for (char c = 'A'; c <= 'Z'; ++c) {
     const std::string upper(1, c);

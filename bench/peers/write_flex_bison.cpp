@@ -86,8 +86,7 @@ namespace {
 
 std::string alternatives(const std::vector<uint32_t>& types) {
   std::string text;
-  for (uint32_t type : types)
-    text += (text.empty() ? " " : " | ") + symbol(type);
+  for (uint32_t type : types) text += (text.empty() ? " " : " | ") + symbol(type);
   return text;
 }
 
@@ -149,10 +148,8 @@ std::string bison_parser(const Language& language) {
     text += (&statement == language.statements.data() ? " " : "\n  | ") + statement.rule;
   }
   text += ";\n" + any + ";\n/* Text behind a statement is ignored. */\ntail: %empty" + tail + ";\n";
-  for (const Statement& statement : language.statements)
-    text += statement_rule(statement);
-  for (const Option& rule : language.rules)
-    text += option_rule(rule);
+  for (const Statement& statement : language.statements) text += statement_rule(statement);
+  for (const Option& rule : language.rules) text += option_rule(rule);
   return text + "%%\n";
 }
 

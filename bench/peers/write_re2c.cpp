@@ -96,8 +96,7 @@ namespace {
 
 std::string row(const std::vector<uint32_t>& of_type) {
   std::string text = "    {";
-  for (uint32_t value : of_type)
-    text += std::to_string(value) + ",";
+  for (uint32_t value : of_type) text += std::to_string(value) + ",";
   return text + "},\n";
 }
 
@@ -117,8 +116,7 @@ std::string descent_tables(const Language& language) {
   const auto add_choice = [&](const std::vector<Option>& options) {
     std::vector<uint32_t> by_type(types, 0);
     for (const Option& option : options) {
-      for (uint32_t keyword : option.keywords)
-        by_type[keyword] = number_of(option);
+      for (uint32_t keyword : option.keywords) by_type[keyword] = number_of(option);
     }
     choices += row(by_type);
   };
@@ -133,8 +131,7 @@ std::string descent_tables(const Language& language) {
   size_t lists = language.statements.size();
   for (const Option& rule : language.rules) {
     std::vector<uint32_t> by_type(types, 0);
-    for (uint32_t value : rule.values)
-      by_type[value] = 1;
+    for (uint32_t value : rule.values) by_type[value] = 1;
     values += row(by_type);
     rules += "    {" + std::to_string(rule.syntax) + ", " + std::to_string(lists) + "},\n";
     if (rule.syntax == TAVO_SYNTAX_PARAMETERS) {

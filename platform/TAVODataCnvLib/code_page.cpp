@@ -19,14 +19,10 @@ constexpr uint32_t kUtf8Windows = 65001;
 
 bool CodePage::is_utf8() const noexcept {
   switch (kind) {
-    case kCodePageAny:
-      return number == 0 || number == kUtf8Ccsid || number == kUtf8Windows;
-    case kCodePageIbm:
-      return number == 0 || number == kUtf8Ccsid;
-    case kCodePageWindows:
-      return number == 0 || number == kUtf8Windows;
-    default:
-      return false;
+    case kCodePageAny: return number == 0 || number == kUtf8Ccsid || number == kUtf8Windows;
+    case kCodePageIbm: return number == 0 || number == kUtf8Ccsid;
+    case kCodePageWindows: return number == 0 || number == kUtf8Windows;
+    default: return false;
   }
 }
 
@@ -46,10 +42,8 @@ bool is_8bit(UConverterType type) noexcept {
     case UCNV_LATIN_1:
     case UCNV_US_ASCII:
     case UCNV_EBCDIC_STATEFUL:
-    case UCNV_UTF8:
-      return true;
-    default:
-      return false;
+    case UCNV_UTF8: return true;
+    default: return false;
   }
 }
 
@@ -90,10 +84,8 @@ uint32_t open_windows(uint32_t number, UConverter*& converter) noexcept {
     case 870:
     case 875:
     case 1026:
-    case 1047:
-      return open_numbered("ibm", number, converter);
-    default:
-      break;
+    case 1047: return open_numbered("ibm", number, converter);
+    default: break;
   }
   if (number >= 1140 && number <= 1149) return open_numbered("ibm", number, converter);
   if (number > 20260 && number < 20300) return open_numbered("ibm", number - 20000, converter);
@@ -108,12 +100,9 @@ uint32_t open_page(const CodePage& page, UConverter*& converter) noexcept {
       const uint32_t status = open_numbered("ibm", page.number, converter);
       return status == kCodePageUnknown ? open_windows(page.number, converter) : status;
     }
-    case kCodePageIbm:
-      return open_numbered("ibm", page.number, converter);
-    case kCodePageWindows:
-      return open_windows(page.number, converter);
-    default:
-      return kCodePageUnknown;
+    case kCodePageIbm: return open_numbered("ibm", page.number, converter);
+    case kCodePageWindows: return open_windows(page.number, converter);
+    default: return kCodePageUnknown;
   }
 }
 

@@ -39,9 +39,7 @@ inline void put_utf8(uint32_t c, uint8_t* dst) noexcept {
     return static_cast<uint8_t>(0x80 | ((c >> shift) & 0x3F));
   };
   switch (utf8_length(c)) {
-    case 1:
-      dst[0] = static_cast<uint8_t>(c);
-      return;
+    case 1: dst[0] = static_cast<uint8_t>(c); return;
     case 2:
       dst[0] = static_cast<uint8_t>(0xC0 | (c >> 6));
       dst[1] = tail(0);

@@ -88,9 +88,7 @@ Redactor::Action Redactor::next(wchar_t c) noexcept {
   Action action = kShow;
   const wchar_t seen = previous_;
   switch (state_) {
-    case kPlain:
-      action = plain(c);
-      break;
+    case kPlain: action = plain(c); break;
     case kLineComment:
       if (c == L'\n' || c == L'\r') state_ = kPlain;
       break;
@@ -102,12 +100,8 @@ Redactor::Action Redactor::next(wchar_t c) noexcept {
       }
       break;
     case kQuoted:
-    case kQuotedSecret:
-      action = quoted(c);
-      break;
-    case kBareSecret:
-      action = bare(c);
-      break;
+    case kQuotedSecret: action = quoted(c); break;
+    case kBareSecret: action = bare(c); break;
   }
   // The character that opened a comment or a quoted text is no part of it.
   const bool opened = seen != L'\0' && previous_ == L'\0';

@@ -56,14 +56,10 @@ namespace {
 
 const char* probe_name(const TraceRecord& record) noexcept {
   switch (record.probe) {
-    case kProbeEntry:
-      return "entry";
-    case kProbeParameters:
-      return "parameters";
-    case kProbeExit:
-      return record.count != 0 ? "result" : "exit";
-    default:
-      return "other";
+    case kProbeEntry: return "entry";
+    case kProbeParameters: return "parameters";
+    case kProbeExit: return record.count != 0 ? "result" : "exit";
+    default: return "other";
   }
 }
 
@@ -90,21 +86,11 @@ void add_item(const TraceItem& item, TraceLine& line) noexcept {
     return;
   }
   switch (item.type) {
-    case kTracePointer:
-      line.add("0x%" PRIxPTR, read<uintptr_t>(item.value));
-      return;
-    case kTraceUnsigned:
-      line.add("%" PRIu32, read<uint32_t>(item.value));
-      return;
-    case kTraceSigned:
-      line.add("%" PRId32, read<int32_t>(item.value));
-      return;
-    case kTraceText:
-      line.add_quoted(static_cast<const char*>(item.value), item.length);
-      return;
-    default:
-      line.add("?");
-      return;
+    case kTracePointer: line.add("0x%" PRIxPTR, read<uintptr_t>(item.value)); return;
+    case kTraceUnsigned: line.add("%" PRIu32, read<uint32_t>(item.value)); return;
+    case kTraceSigned: line.add("%" PRId32, read<int32_t>(item.value)); return;
+    case kTraceText: line.add_quoted(static_cast<const char*>(item.value), item.length); return;
+    default: line.add("?"); return;
   }
 }
 

@@ -86,10 +86,8 @@ int trace_descriptor() noexcept {
 
 bool is_wanted(const TraceRecord& record, uint32_t level) noexcept {
   switch (record.probe) {
-    case kProbeEntry:
-      return level >= kCalls;
-    case kProbeParameters:
-      return level >= kDetail;
+    case kProbeEntry: return level >= kCalls;
+    case kProbeParameters: return level >= kDetail;
     default:
       // With items it is a result or a note about a failure.
       return level >= (record.count != 0 ? kErrors : kCalls);

@@ -70,13 +70,10 @@ class GuardedArray {
   }
   // Nothing was written outside the buffers, nor into the caller's part of the entries.
   void expect_intact() const {
-    for (const auto& buffer : buffers_)
-      buffer->expect_intact();
+    for (const auto& buffer : buffers_) buffer->expect_intact();
     for (const KeyValueEntry& entry : entries_) {
-      for (const uint8_t byte : entry.caller0)
-        ASSERT_EQ(kGuard, byte);
-      for (const uint8_t byte : entry.caller1)
-        ASSERT_EQ(kGuard, byte);
+      for (const uint8_t byte : entry.caller0) ASSERT_EQ(kGuard, byte);
+      for (const uint8_t byte : entry.caller1) ASSERT_EQ(kGuard, byte);
     }
   }
 

@@ -57,8 +57,7 @@ TEST(Sizing, CountsTheQuotesOfAQuotedValueToo) {
 
 TEST(Sizing, CountsARepeatedOptionAgainAsMeant) {
   RequestRecord request{};
-  for (int i = 0; i < 5; ++i)
-    measure(&request, u"K", u"v");
+  for (int i = 0; i < 5; ++i) measure(&request, u"K", u"v");
   EXPECT_EQ(5, request.count);
 }
 
@@ -303,8 +302,7 @@ TEST(KeyIndex, WithoutAnArrayIsNoneWhateverTheCount) {
 
 TEST(KeyIndex, IsTheFirstOfTheStoredOnesOnly) {
   GuardedArray array(5, 64, 64);
-  for (uint32_t i = 0; i < 5; ++i)
-    array[i].keyId = 10 + i % 3;
+  for (uint32_t i = 0; i < 5; ++i) array[i].keyId = 10 + i % 3;
   array.request().count = 3;
   EXPECT_EQ(0u, GetKeyIndex(&array.request(), 10));
   EXPECT_EQ(2u, GetKeyIndex(&array.request(), 12));

@@ -58,8 +58,7 @@ TEST(ErrorCapture, LaysOutAnInsertByteForByte) {
 
 TEST(ErrorCapture, AppendsInOrder) {
   ErrorList list;
-  for (uint32_t id = 1; id <= 5; ++id)
-    EXPECT_EQ(0, ErrorCaptureEAB(list.get(), 0, id, 0));
+  for (uint32_t id = 1; id <= 5; ++id) EXPECT_EQ(0, ErrorCaptureEAB(list.get(), 0, id, 0));
   EXPECT_EQ(5u, list->blocks);
   uint32_t expected = 1;
   for (const ErrorBlock* block = list->first; block != nullptr; block = block->next) {
@@ -144,8 +143,7 @@ TEST(TokenSlots, AnInsertTooManyLandsBehindTheLastSlotAsMeant) {
     EXPECT_EQ(0u, TokenCaptureEAB(list.get(), L"even more", 6, 12, 0));
     EXPECT_EQ(12u, list->first->slot[declared].id) << "there is no place but that";
     EXPECT_STREQ(L"even more", list->first->slot[declared].value);
-    for (int i = 0; i < declared; ++i)
-      EXPECT_STREQ(L"fits", list->first->slot[i].value);
+    for (int i = 0; i < declared; ++i) EXPECT_STREQ(L"fits", list->first->slot[i].value);
     EXPECT_EQ(slots, list->first->slots);
   }
 }
@@ -180,8 +178,7 @@ TEST(TermErrors, FreesAnEmptyStateAndAFullOne) {
   auto* state = static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState)));
   for (int16_t slots = -1; slots < 4; ++slots) {
     ErrorCaptureEAB(state, 0, 1, slots);
-    for (int i = 0; i < 6; ++i)
-      TokenCaptureEAB(state, L"text", 6, 1, 0);
+    for (int i = 0; i < 6; ++i) TokenCaptureEAB(state, L"text", 6, 1, 0);
   }
   EXPECT_EQ(0u, TermErrors(state));
 }

@@ -149,8 +149,7 @@ TEST_F(Inserts, DatesAndTimes) {
 }
 
 TEST_F(Inserts, NullTextIsSaidToBeNull) {
-  for (const int16_t type : kTextTypes)
-    EXPECT_EQ(L"<NULL>", text_of(nullptr, type)) << type;
+  for (const int16_t type : kTextTypes) EXPECT_EQ(L"<NULL>", text_of(nullptr, type)) << type;
 }
 
 TEST_F(Inserts, NullNumbersAreRefused) {

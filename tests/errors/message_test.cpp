@@ -177,8 +177,7 @@ TEST_F(Message, NullRequestIsAFailure) {
 
 TEST_F(Message, MessagesAccumulateWithinACall) {
   tavo_test::size_statement(L"PRO=CCN");
-  for (uint32_t id = 1; id <= 3; ++id)
-    TAVO_SetErrMsg(&request_, id, nullptr);
+  for (uint32_t id = 1; id <= 3; ++id) TAVO_SetErrMsg(&request_, id, nullptr);
   EXPECT_EQ((std::vector<Error>{{1, {}}, {2, {}}, {3, {}}}), held_errors());
 }
 

@@ -96,8 +96,7 @@ TEST_F(Retrieval, AMessageHoldsItsInserts) {
 }
 
 TEST_F(Retrieval, LeavesTheErrorsForALaterLook) {
-  for (int i = 0; i < 3; ++i)
-    EXPECT_EQ(1u, tavo_test::held_errors().size());
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(1u, tavo_test::held_errors().size());
 }
 
 }  // namespace

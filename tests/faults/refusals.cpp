@@ -38,8 +38,7 @@ int64_t g_held = 0;
 
 void** place_of(void* block) {
   size_t i = (reinterpret_cast<uintptr_t>(block) >> 4) % kPlaces;
-  while (g_blocks[i] != nullptr && g_blocks[i] != block)
-    i = (i + 1) % kPlaces;
+  while (g_blocks[i] != nullptr && g_blocks[i] != block) i = (i + 1) % kPlaces;
   return &g_blocks[i];
 }
 

@@ -68,8 +68,7 @@ class Chain {
 
 std::vector<uint32_t> types(const std::vector<pANTLR3_COMMON_TOKEN>& tokens) {
   std::vector<uint32_t> all;
-  for (const auto* token : tokens)
-    all.push_back(token->type);
+  for (const auto* token : tokens) all.push_back(token->type);
   return all;
 }
 

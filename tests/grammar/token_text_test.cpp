@@ -104,8 +104,7 @@ TEST_F(TraceLevel, AnotherValueTypeReachesItWhole) {
 
 TEST_F(TraceLevel, AnEmptyOrBrokenQuotedValueIsEmpty) {
   front::fail("TAVOSetTraceLevel", 0, 4711);
-  for (const std::u16string text : {u"\"\"", u"\"", u""})
-    set(text, 251);
+  for (const std::u16string text : {u"\"\"", u"\"", u""}) set(text, 251);
   EXPECT_EQ((Levels{"", "", ""}), front::platform().trace_levels);
 }
 

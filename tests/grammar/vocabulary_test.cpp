@@ -36,13 +36,11 @@ std::wstring widen(const std::string& text) {
   return std::wstring(text.begin(), text.end());
 }
 std::wstring lower(std::wstring text) {
-  for (wchar_t& c : text)
-    c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
+  for (wchar_t& c : text) c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
   return text;
 }
 std::wstring mixed(std::wstring text) {
-  for (size_t i = 0; i < text.size(); i += 2)
-    text[i] = lower(text.substr(i, 1))[0];
+  for (size_t i = 0; i < text.size(); i += 2) text[i] = lower(text.substr(i, 1))[0];
   return text;
 }
 
@@ -63,8 +61,7 @@ TEST(TokenNames, AreThreeHundredAndFiftyOneAllDifferent) {
 
 TEST(TokenNames, BeginWithTheRecognizersOwn) {
   const char* own[] = {"<invalid>", "<EOR>", "<DOWN>", "<UP>"};
-  for (int i = 0; i < 4; ++i)
-    EXPECT_STREQ(own[i], TAVOParserTokenNames[i]);
+  for (int i = 0; i < 4; ++i) EXPECT_STREQ(own[i], TAVOParserTokenNames[i]);
 }
 
 TEST(TokenNames, OfTheFragments) {
@@ -174,8 +171,7 @@ TEST(Spellings, LettersOutsideAsciiNeverMatch) {
 TEST(Tokens, OfATextCoverEveryCharacter) {
   const std::wstring text = L"PRO = CCN /* x */, PAT=6C\n\"q\" // end";
   std::wstring all;
-  for (const Token& token : read(text))
-    all += token.text;
+  for (const Token& token : read(text)) all += token.text;
   EXPECT_EQ(text, all);
 }
 

@@ -15,8 +15,7 @@ template <typename Info, typename Get>
 std::vector<Info> all(Get get) {
   std::vector<Info> list;
   Info info{};
-  for (uint32_t i = 0; get(i, &info) == 0; ++i)
-    list.push_back(info);
+  for (uint32_t i = 0; get(i, &info) == 0; ++i) list.push_back(info);
   return list;
 }
 
@@ -113,22 +112,15 @@ std::wstring copy_ranges() {
 
 std::wstring pattern(uint32_t type) {
   switch (type) {
-    case INTEGER:
-      return (coin() ? L"" : L"+") + number(0, 99999);
-    case TAVO_PARSER_COPY_COL_SYNTAX:
-      return copy_ranges();
-    case TAVO_PARSER_ENV_VAR:
-      return L"@" + word();
-    case TAVO_PARSER_SEED_FLDNAME:
-      return L"#" + (coin() ? word() : quoted());
-    case TAVO_PARSER_STRING_WITHOUT_QUOTES:
-      return word();
-    case TAVO_PARSER_STRING_WITH_QUOTES:
-      return quoted();
+    case INTEGER: return (coin() ? L"" : L"+") + number(0, 99999);
+    case TAVO_PARSER_COPY_COL_SYNTAX: return copy_ranges();
+    case TAVO_PARSER_ENV_VAR: return L"@" + word();
+    case TAVO_PARSER_SEED_FLDNAME: return L"#" + (coin() ? word() : quoted());
+    case TAVO_PARSER_STRING_WITHOUT_QUOTES: return word();
+    case TAVO_PARSER_STRING_WITH_QUOTES: return quoted();
     case TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX:
       return coin() ? L"PREFIX(" + quoted() + L")" : L"OVERLAY(1,2," + quoted() + L")";
-    default:
-      throw std::logic_error("no text for token " + std::to_string(type));
+    default: throw std::logic_error("no text for token " + std::to_string(type));
   }
 }
 
@@ -184,14 +176,12 @@ class Builder {
     built_.text += pair_of_the_users ? word() : keyword_of(option.info.keywords);
     built_.text += gap() + L"=" + gap();
     switch (option.info.syntax) {
-      case TAVO_SYNTAX_PARAMETERS:
-        return add_parameters(option);
+      case TAVO_SYNTAX_PARAMETERS: return add_parameters(option);
       case TAVO_SYNTAX_STRING:
         built_.text += coin() ? word() : quoted();
         built_.keys.push_back(option.info.keyType);
         return;
-      default:
-        return add_value(option);
+      default: return add_value(option);
     }
   }
   void add_parameters(const Option& option) {
@@ -225,18 +215,10 @@ rc::Gen<std::wstring> any_damaged_statement() {
       const size_t place = *rc::gen::inRange<size_t>(0, text.size());
       const std::wstring other = characters_of(L",=()\"\\'#@+-/*AZ09 \n%\u00e9\U0001f600", 1);
       switch (*rc::gen::inRange(0, 4)) {
-        case 0:
-          text.erase(place, *rc::gen::inRange<size_t>(1, 5));
-          break;
-        case 1:
-          text.insert(place, other);
-          break;
-        case 2:
-          text.replace(place, 1, other);
-          break;
-        default:
-          text.resize(place + 1);
-          break;
+        case 0: text.erase(place, *rc::gen::inRange<size_t>(1, 5)); break;
+        case 1: text.insert(place, other); break;
+        case 2: text.replace(place, 1, other); break;
+        default: text.resize(place + 1); break;
       }
     }
     return text.empty() ? std::wstring(L"=") : text;

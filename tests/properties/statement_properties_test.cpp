@@ -61,8 +61,7 @@ std::vector<uint32_t> without_repeats(const std::vector<uint32_t>& keys) {
 
 std::vector<uint32_t> stored_keys(const BothRuns& runs) {
   std::vector<uint32_t> keys;
-  for (const Pair& pair : runs.filling.pairs)
-    keys.push_back(pair.key_id);
+  for (const Pair& pair : runs.filling.pairs) keys.push_back(pair.key_id);
   return keys;
 }
 

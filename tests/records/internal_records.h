@@ -64,8 +64,7 @@ struct ControlBlock {
   Chain groups;
 
   ControlBlock& with_fields(int count) {
-    for (int i = 0; i < count; ++i)
-      fields.add(kFieldSize, static_cast<uint8_t>(31 * (i + 1)));
+    for (int i = 0; i < count; ++i) fields.add(kFieldSize, static_cast<uint8_t>(31 * (i + 1)));
     return link();
   }
   ControlBlock& with_group(int16_t count) {

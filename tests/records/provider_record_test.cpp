@@ -16,8 +16,7 @@ TEST(ProviderNumber, OfEachName) {
   const std::pair<const char*, uint32_t> numbers[] = {
       {"CCN", 1}, {"NID", 2}, {"EML", 3},   {"AFF", 4},    {"COL", 4},    {"HASH", 5},
       {"AGE", 6}, {"LKP", 7}, {"DSWAP", 8}, {"DDSWAP", 9}, {"CDSWAP", 10}};
-  for (const auto& [name, number] : numbers)
-    EXPECT_EQ(number, GetProviderID(name)) << name;
+  for (const auto& [name, number] : numbers) EXPECT_EQ(number, GetProviderID(name)) << name;
 }
 
 TEST(ProviderNumber, FollowsNoOrderOfTheNamesAndThatIsMeant) {
@@ -70,10 +69,8 @@ class ProviderRecord : public testing::Test {
     EXPECT_EQ(2, target.b9);
     EXPECT_EQ(0x0304, target.h10);
     EXPECT_EQ(0x0506, target.h12);
-    for (const uint8_t byte : target.other0)
-      EXPECT_EQ(0xCD, byte);
-    for (const uint8_t byte : target.other14)
-      EXPECT_EQ(0xCD, byte);
+    for (const uint8_t byte : target.other0) EXPECT_EQ(0xCD, byte);
+    for (const uint8_t byte : target.other14) EXPECT_EQ(0xCD, byte);
     EXPECT_EQ(sizeof first, target.bufferSize[0]);
     EXPECT_EQ(buffers, target.buffers);
   }

@@ -60,8 +60,7 @@ class FilledRequest {
 
 std::vector<uint32_t> error_ids() {
   std::vector<uint32_t> ids;
-  for (const auto& error : held_errors())
-    ids.push_back(error.id);
+  for (const auto& error : held_errors()) ids.push_back(error.id);
   return ids;
 }
 

@@ -150,8 +150,7 @@ TEST_F(Text, AQuotedValueOfAMegabyteIsStoredWhole) {
 TEST_F(Text, AStatementOfManyThousandPairs) {
   std::wstring text = L"PRO=HASH, DSTFLD=D";
   constexpr int kFields = 20000;
-  for (int i = 0; i < kFields; ++i)
-    text += L", FLDDEF1=(LEN=" + std::to_wstring(i) + L")";
+  for (int i = 0; i < kFields; ++i) text += L", FLDDEF1=(LEN=" + std::to_wstring(i) + L")";
   const ServiceRun run = fill_statement(text);
   EXPECT_EQ(0u, run.status);
   ASSERT_EQ(2u + kFields, run.pairs.size());

@@ -209,11 +209,9 @@ TEST(Trace, ARefusedFrameIsTheResultAndNothingIsDone) {
 }
 
 TEST(Trace, EveryFunctionIsResolvedOnce) {
-  for (const Call& call : calls())
-    call.function();
+  for (const Call& call : calls()) call.function();
   front::reset();
-  for (const Call& call : calls())
-    call.function();
+  for (const Call& call : calls()) call.function();
   EXPECT_TRUE(platform().resolved.empty());
 }
 
@@ -302,8 +300,7 @@ TEST(Trace, EntryAndExitAreRecordedWhenTheFrameSaysSo) {
     } else {
       EXPECT_EQ(std::vector<uint64_t>{call.result}, results) << call.name;
     }
-    for (const uint32_t probe : probes)
-      EXPECT_NE(kProbeParameters, probe) << "detail is off";
+    for (const uint32_t probe : probes) EXPECT_NE(kProbeParameters, probe) << "detail is off";
   }
 }
 
@@ -313,8 +310,7 @@ TEST(Trace, ParametersAreDumpedOnlyWhenDetailIsOn) {
   platform().detail = true;
   GetKeyIndex(&request(), 5);
   std::vector<uint32_t> probes;
-  for (const front::Record& record : platform().records)
-    probes.push_back(record.probe);
+  for (const front::Record& record : platform().records) probes.push_back(record.probe);
   ASSERT_GE(probes.size(), 3u);
   EXPECT_EQ(kProbeEntry, probes[0]);
   EXPECT_EQ(kProbeParameters, probes[1]);

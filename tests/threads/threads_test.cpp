@@ -56,8 +56,7 @@ void run_threads(int count, const Body& body) {
       body(i);
     });
   }
-  for (std::thread& thread : threads)
-    thread.join();
+  for (std::thread& thread : threads) thread.join();
 }
 
 TEST(Threads, GiveTheResultsOfOneThread) {
@@ -177,8 +176,7 @@ TEST(Threads, OfWhichTheLastStopCleansAllKeepWorkingAfterTheNextStart) {
     failed += Parser_Term() != 0;
     step.arrive_and_wait();
   }
-  for (std::thread& thread : threads)
-    thread.join();
+  for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(0, failed);
 }
 

@@ -67,13 +67,11 @@ TEST(BitFlip, TurnsTheBitsOfEachByteRound) {
 
 TEST(BitFlip, OfAllBytesTwiceInPlaceIsTheBytes) {
   uint8_t bytes[256];
-  for (uint32_t i = 0; i < 256; ++i)
-    bytes[i] = static_cast<uint8_t>(i);
+  for (uint32_t i = 0; i < 256; ++i) bytes[i] = static_cast<uint8_t>(i);
   RTBITFIELD_FLIP(bytes, bytes, 256);
   EXPECT_EQ(0xC0, bytes[3]);
   RTBITFIELD_FLIP(bytes, bytes, 256);
-  for (uint32_t i = 0; i < 256; ++i)
-    EXPECT_EQ(i, bytes[i]);
+  for (uint32_t i = 0; i < 256; ++i) EXPECT_EQ(i, bytes[i]);
 }
 
 TEST(BitFlip, IgnoresNulls) {

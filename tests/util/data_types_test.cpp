@@ -124,22 +124,14 @@ TEST(DataTypeBytes, AWideLengthNeverWraps) {
 
 TEST(DisplayLength, OfEveryCode) {
   std::map<int, Answer> expected = {{101, {0, 51}}, {13, {0, 42}}};
-  for (const int code : {1, 2, 3, 4, 5, 6})
-    expected[code] = {50, kUnset};
-  for (const int code : {7, 8})
-    expected[code] = {0, 21};
-  for (const int code : {9, 10})
-    expected[code] = {0, 11};
-  for (const int code : {14, 15, 16})
-    expected[code] = {0, 50};
-  for (const int code : {17, 18, 25, 26, 27, 28})
-    expected[code] = {65, 50};
-  for (const int code : {19, 20})
-    expected[code] = {0, 32};
-  for (const int code : {21, 22})
-    expected[code] = {0, 6};
-  for (const int code : {23, 24})
-    expected[code] = {0, 4};
+  for (const int code : {1, 2, 3, 4, 5, 6}) expected[code] = {50, kUnset};
+  for (const int code : {7, 8}) expected[code] = {0, 21};
+  for (const int code : {9, 10}) expected[code] = {0, 11};
+  for (const int code : {14, 15, 16}) expected[code] = {0, 50};
+  for (const int code : {17, 18, 25, 26, 27, 28}) expected[code] = {65, 50};
+  for (const int code : {19, 20}) expected[code] = {0, 32};
+  for (const int code : {21, 22}) expected[code] = {0, 6};
+  for (const int code : {23, 24}) expected[code] = {0, 4};
   for (int code = -32768; code <= 32767; ++code) {
     const auto found = expected.find(code);
     ASSERT_EQ(found == expected.end() ? (Answer{49, kUnset}) : found->second, length_of(code))

@@ -96,15 +96,13 @@ TEST(DayNumber, AgreesWithChronoForEveryDayOfTheYears1To9999) {
   const auto first = static_cast<int32_t>(number_of(date(1, 1, 1)));
   const auto last = static_cast<int32_t>(number_of(date(9999, 12, 31)));
   EXPECT_EQ(3652059, last - first + 1);
-  for (int32_t day = first; day <= last; ++day)
-    expect_as_chrono(day);
+  for (int32_t day = first; day <= last; ++day) expect_as_chrono(day);
 }
 
 TEST(DayNumber, AgreesWithChronoForRandomDaysBeyond) {
   std::mt19937 random(20240229);
   std::uniform_int_distribution<int32_t> any_day(kFirstDay + 366, kLastDay);
-  for (int i = 0; i < 200000; ++i)
-    expect_as_chrono(any_day(random));
+  for (int i = 0; i < 200000; ++i) expect_as_chrono(any_day(random));
 }
 
 TEST(DayNumber, GoesOnBeforeTheYearZero) {

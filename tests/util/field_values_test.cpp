@@ -271,8 +271,7 @@ TEST(ZeroOrEmpty, AFixedTextOnlyWhenAllItsCharactersAreZero) {
 }
 
 TEST(ZeroOrEmpty, ADateInBinaryFormIsNeither) {
-  for (const int code : {14, 15, 16})
-    EXPECT_EQ(-1, Value(code).zero()) << code;
+  for (const int code : {14, 15, 16}) EXPECT_EQ(-1, Value(code).zero()) << code;
 }
 
 TEST(ZeroOrEmpty, RefusesWhatItCannotJudge) {

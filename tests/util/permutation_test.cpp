@@ -48,8 +48,7 @@ TEST(Permutation, RefusesWhatItsListCannotHoldAndWritesNothing) {
   EXPECT_EQ(kFailed, PXGetPermutation(1, 0, out));
   EXPECT_EQ(kFailed, PXGetPermutation(1, UINT32_MAX, out));
   EXPECT_EQ(kFailed, PXGetPermutation(1, 4, nullptr));
-  for (const uint16_t entry : out)
-    EXPECT_EQ(77, entry);
+  for (const uint16_t entry : out) EXPECT_EQ(77, entry);
 }
 
 TEST(Permutation, TakesTheGreatestSeedAndSixteenElements) {

@@ -48,8 +48,7 @@ RC_GTEST_PROP(PermutationProperties, IsAPermutation, ()) {
   std::vector<uint16_t> out(n);
   RC_ASSERT(PXGetPermutation(seed, n, out.data()) == out.back());
   std::sort(out.begin(), out.end());
-  for (uint32_t i = 0; i < n; ++i)
-    RC_ASSERT(out[i] == i + 1);
+  for (uint32_t i = 0; i < n; ++i) RC_ASSERT(out[i] == i + 1);
 }
 
 RC_GTEST_PROP(TransposeProperties, WithoutAShiftKeepsTheDigitsOfEachGroup,
@@ -146,8 +145,7 @@ RC_GTEST_PROP(CompareProperties, SwappedTextsHaveTheOtherSign,
   RC_PRE(!first.empty() && !second.empty());
   const auto widen = [](const std::string& text) {
     std::wstring wide;
-    for (const char c : text)
-      wide += static_cast<wchar_t>(static_cast<unsigned char>(c) % 4 + 'a');
+    for (const char c : text) wide += static_cast<wchar_t>(static_cast<unsigned char>(c) % 4 + 'a');
     return wide;
   };
   const std::wstring a = widen(first);

@@ -184,8 +184,7 @@ TEST(Sort, MovesElementsOfAnyWidthWhole) {
           return *static_cast<const unsigned char*>(a) - *static_cast<const unsigned char*>(b);
         },
         nullptr, 1);
-    for (size_t i = 0; i < kCount * width; ++i)
-      ASSERT_EQ(i / width, bytes[i]) << width;
+    for (size_t i = 0; i < kCount * width; ++i) ASSERT_EQ(i / width, bytes[i]) << width;
     EXPECT_EQ(0xEE, bytes.back());
   }
 }

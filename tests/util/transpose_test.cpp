@@ -31,12 +31,10 @@ TEST(Transpose, PutsTheOrderOfItsRowToEachGroupOfFour) {
   for (uint64_t key = 0; key < 23; ++key) {
     const std::string row = kRows[key];
     std::string expected = row;
-    for (const char digit : row)
-      expected += static_cast<char>(digit + 4);
+    for (const char digit : row) expected += static_cast<char>(digit + 4);
     EXPECT_EQ(expected, transpose("12345678", key, 0).digits) << key;
     std::string letters;
-    for (const char digit : row)
-      letters += static_cast<char>('a' + (digit - '1') + 8);
+    for (const char digit : row) letters += static_cast<char>('a' + (digit - '1') + 8);
     EXPECT_EQ(letters, transpose("abcdefghijkl", key, 0).digits.substr(8)) << key;
   }
 }

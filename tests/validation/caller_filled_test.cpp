@@ -148,8 +148,7 @@ TEST(CallerFilled, HashlookupWithACaseThatIsNotUpper) {
   for (const std::wstring text : {L"LOW", L"LOWER", L"", L"U", L"UPP", L"UPPERX", L" UP"}) {
     expect_violation(with_case(text), 7162);
   }
-  for (const std::wstring text : {L"UP", L"up", L"Upper", L"UPPER"})
-    expect_valid(with_case(text));
+  for (const std::wstring text : {L"UP", L"up", L"Upper", L"UPPER"}) expect_valid(with_case(text));
 }
 
 TEST(CallerFilled, HashWithACaseThatIsNotUpper) {
