@@ -43,3 +43,20 @@ got=$(env -u LD_LIBRARY_PATH "$work/root/usr/bin/tavo" parse --format tsv 'PRO=H
   cut -f1,4 | tr '\t\n' '= ')
 [ "$got" = 'PRO=HASH DSTFLD=X ' ] || fail "the unpacked tool prints: $got"
 echo "ok"
+
+# Installed and removed again by dpkg, in a root of the test's own: nothing may stay behind.
+if [ "$(id -u)" -eq 0 ]; then
+  target=$work/target
+  mkdir -p "$target"/var/lib/dpkg/{updates,info,triggers}
+  touch "$target"/var/lib/dpkg/{status,available}
+  # Maintainer scripts run outside that root, where ldconfig finds nothing new.
+  in_target() { dpkg --root="$target" --log="$work/dpkg.log" --force-depends --force-script-chrootless "$@" >>"$work/dpkg.out" 2>&1; }
+  in_target -i "$work"/*.deb || fail "dpkg does not install the packages: $(tail -3 "$work/dpkg.out")"
+  libraries=$(dirname "$(find "$target/usr" -name 'libTAVOParser.so.1')")
+  LD_LIBRARY_PATH=$libraries "$target/usr/bin/tavo" parse 'PRO=CCN' | grep -q '^PRO ' ||
+    fail "the installed tool does not work"
+  in_target --purge tavo libtavoparser-dev libtavoparser1 ||
+    fail "dpkg does not remove the packages: $(tail -3 "$work/dpkg.out")"
+  left=$(find "$target" -type f -o -type l | grep -v '/var/lib/dpkg/' || true)
+  [ -z "$left" ] || fail "left behind: $left"
+fi
