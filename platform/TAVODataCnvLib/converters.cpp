@@ -116,7 +116,7 @@ uint32_t decode_each(UConverter* converter, const char* src, uint32_t bytes, Tak
       return status_of(error, kSourceInvalid);
     }
     for (const UChar* unit = chunk; unit < target; ++unit) {
-      uint32_t c = *unit;
+      uint32_t c = *unit;  // NOLINT(clang-analyzer-core.uninitialized.Assign): ICU wrote it
       if (high == 0 && is_high_surrogate(c)) {
         high = c;
         continue;
