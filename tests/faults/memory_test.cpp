@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <string>
 
 #include "TAVOErrorHandler.h"
 #include "TAVOGrammar.h"
@@ -332,6 +333,32 @@ TEST_P(RefusedMemory, OfALexerIsNull) {
   EXPECT_EQ(1u, allocations);
   ASSERT_NE(nullptr, made);
   made->free(made);
+}
+
+// A lexer of the caller's own keeps every token; what it cannot keep must not look like the end.
+TEST_P(RefusedMemory, OfTheTokensOfACallersOwnLexerRejectsTheStatement) {
+  // The first forty tokens, which need no memory, end with a whole option.
+  std::u16string text = u" PRO=AFF,MTD=HASH";
+  for (int i = 0; i < 20; ++i) text += u",CLASS=\"c\"";
+  pANTLR3_INPUT_STREAM input =
+      antlr3StringStreamNew(reinterpret_cast<pANTLR3_UINT8>(text.data()), ANTLR3_ENC_UTF16,
+                            static_cast<ANTLR3_UINT32>(text.size() * 2),
+                            reinterpret_cast<pANTLR3_UINT8>(const_cast<char*>("test")));
+  pTAVOLexer lexer = TAVOLexerNew(input);
+  pANTLR3_COMMON_TOKEN_STREAM tokens =
+      antlr3CommonTokenStreamSourceNew(1025, lexer->pLexer->rec->state->tokSource);
+  pTAVOParser parser = TAVOParserNew(tokens);
+  ASSERT_NE(nullptr, parser);
+  RequestRecord request{};
+  request.sStructVer = TAVO_REQUEST_VERSION;
+  refusals::begin(1, GetParam());
+  parser->parse_tavo_provider_syntax(parser, &request);
+  refusals::end();
+  EXPECT_EQ(1, request.errorFlag);
+  parser->free(parser);
+  tokens->free(tokens);
+  lexer->free(lexer);
+  input->close(input);
 }
 
 TEST_P(RefusedMemory, OfAParserIsNull) {

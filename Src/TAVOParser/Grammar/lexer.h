@@ -103,12 +103,6 @@ class LexerObject {
   bool out_of_memory() const {
     return out_of_memory_;
   }
-  const uint16_t* text() const {
-    return begin_;
-  }
-  const uint16_t* text_end() const {
-    return end_;
-  }
 
   // The object behind a lexer context or behind one of its token sources; null for a foreign one.
   static LexerObject* from_context(pTAVOLexer context);

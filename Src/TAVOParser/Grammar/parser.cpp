@@ -254,6 +254,12 @@ const StatementRule* ParserObject::choose_statement(pANTLR3_COMMON_TOKEN* misfit
 // After a statement without a syntax error.
 void ParserObject::finish_statement() {
   LexerObject* lexer = LexerObject::from_token_source(tokens_->tstream->tokenSource);
+  // A lexer that keeps all its tokens and got no memory for one ended its input too soon.
+  if (lexer != nullptr && lexer->out_of_memory()) {
+    TAVO_SetErrMsg(request_, TAVO_STATUS_NO_MEMORY_FOR_TEXT, nullptr);
+    request_->errorFlag = 1;
+    return;
+  }
   if (lexer != nullptr) lexer->read_to_end();
   if (lexer != nullptr && lexer->first_broken().error != RecognitionError::kNone) {
     TAVO_SetErrMsg(request_, TAVO_STATUS_SYNTAX_ERROR, lexer->recognizer());
