@@ -11,6 +11,16 @@ target_compile_options(tavo_options INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
   -fno-math-errno)
 
+# The instructions stay those of every x86-64. But GCC's tuning for all of them clears blocks of a few
+# hundred bytes, such as trace frames, with an instruction that takes longer to start than to work.
+include(CheckCXXCompilerFlag)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+  check_cxx_compiler_flag(-mtune=skylake TAVO_HAS_TUNE)
+  if(TAVO_HAS_TUNE)
+    target_compile_options(tavo_options INTERFACE -mtune=skylake)
+  endif()
+endif()
+
 if(TAVO_SANITIZE)
   target_compile_options(tavo_options INTERFACE
     -fsanitize=${TAVO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
