@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "TAVOText.h"
 #include "parse_session.h"
 #include "token_text.h"
 #include "trace.h"
+#include "util/unicode.h"
 
 namespace tavo {
 namespace {
@@ -77,8 +77,8 @@ class TextBuffer {
     const auto fitting = static_cast<uint32_t>(take(text.count));
     uint32_t produced = 0;
     if (fitting != 0) {
-      TAVO_Utf16ToUtf32(text.units, fitting * sizeof(uint16_t), text_ + used_, fitting * kWide,
-                        &produced);
+      utf16_to_utf32(text.units, fitting * sizeof(uint16_t), text_ + used_, fitting * kWide,
+                     &produced);
     }
     finish(std::min(produced, fitting));
   }
@@ -137,21 +137,23 @@ uint32_t measure(RequestRecord* request, const TokenText& key, const TokenText& 
   return 0;
 }
 
-bool is_stored(const RequestRecord* request, const StoredKeys& stored, uint32_t key_id) {
-  if (key_id < StoredKeys::kKeys && stored.covers(request)) return stored.contains(key_id);
+bool is_stored(const RequestRecord* request, uint32_t key_id) {
+  constexpr int32_t kSearchedFaster = 16;
+  if (request->count > kSearchedFaster && key_id < StoredKeys::kKeys) {
+    StoredKeys& stored = parse_session().stored_keys;
+    if (stored.follows(request)) return stored.contains(key_id);
+  }
   return find_key(request, key_id) != TAVO_NO_KEY_INDEX;
 }
 
 uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_id,
                pANTLR3_COMMON_TOKEN value, uint32_t value_id, const wchar_t* prefix) {
-  StoredKeys& stored = parse_session().stored_keys;
   KeyValueEntry* entry = request->pKeyValueArr + request->count;
   if (entry->keyId == key_id && entry->status == 0) {  // filled in by the caller beforehand
-    stored.add(request, key_id);
     count_one_more(request);
     return 0;
   }
-  if (!is_repeatable(key_id) && is_stored(request, stored, key_id)) return 0;
+  if (!is_repeatable(key_id) && is_stored(request, key_id)) return 0;
 
   const bool key_cut = store_key(entry, prefix, token_text(key));
   entry->keyId = key_id;
@@ -163,7 +165,6 @@ uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_id
                   : value_cut ? uint32_t{TAVO_STATUS_KEY_AND_VALUE_TRUNCATED}
                               : uint32_t{TAVO_STATUS_KEY_TRUNCATED};
   if (entry->status != 0) TAVO_SetErrMsg(request, TAVO_STATUS_ENTRY_TRUNCATED, nullptr);
-  stored.add(request, key_id);
   count_one_more(request);
   return entry->status;
 }

@@ -9,10 +9,13 @@
 
 namespace tavo {
 
-// Keys stored by the parse that runs on this thread, for one request. Only an index: the array
-// itself stays the truth, and a request that is not being parsed is searched as it stands.
+// Keys stored by the parse that runs on this thread, for one request. Only an index, brought up to
+// date when it is asked: the array itself stays the truth, and a request that is not being parsed is
+// searched as it stands.
 class StoredKeys {
  public:
+  static constexpr uint32_t kKeys = 384;
+
   void begin(const RequestRecord* request) {
     request_ = request;
     count_ = 0;
@@ -21,24 +24,22 @@ class StoredKeys {
   void end() {
     request_ = nullptr;
   }
-  // True when the set describes all pairs of the request.
-  bool covers(const RequestRecord* request) const {
-    return request_ == request && request->count == count_;
+  // True when this is the request that is being parsed.
+  bool follows(const RequestRecord* request) const {
+    return request_ == request && count_ <= request->count;
   }
-  bool contains(uint32_t key) const {
+  // Whether a pair with this key, below kKeys, is stored in the request that is followed.
+  bool contains(uint32_t key) {
+    for (; count_ < request_->count; ++count_) {
+      const uint32_t stored = request_->pKeyValueArr[count_].keyId;
+      if (stored < kKeys) keys_[stored / 64] |= uint64_t{1} << (stored % 64);
+    }
     return (keys_[key / 64] >> (key % 64) & 1) != 0;
   }
-  // To be told of every pair that is stored or counted, before the request's count goes up.
-  void add(const RequestRecord* request, uint32_t key) {
-    if (!covers(request)) return;
-    ++count_;
-    if (key < kKeys) keys_[key / 64] |= uint64_t{1} << (key % 64);
-  }
-  static constexpr uint32_t kKeys = 384;
 
  private:
   const RequestRecord* request_ = nullptr;
-  int32_t count_ = 0;
+  int32_t count_ = 0;  // pairs that are in the index
   uint64_t keys_[kKeys / 64] = {};
 };
 

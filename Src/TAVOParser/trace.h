@@ -41,14 +41,8 @@ enum FunctionId : uint32_t {
 
 // Trace items. The names are short fixed texts, the values are addresses, numbers and fixed texts:
 // texts of a statement never reach a trace, since they may be secret.
-inline TraceItem trace_item(const char* name, uint32_t length, uint32_t type, const void* value) {
-  TraceItem item{};
-  std::memcpy(item.name, name, strnlen(name, sizeof item.name));
-  item.length = length;
-  item.type = type;
-  item.value = value;
-  return item;
-}
+[[gnu::cold]] TraceItem trace_item(const char* name, uint32_t length, uint32_t type,
+                                   const void* value);
 template <typename T>
 TraceItem trace_pointer(const char* name, T* const& pointer) {
   return trace_item(name, sizeof pointer, kTracePointer, &pointer);
@@ -85,26 +79,17 @@ class Trace {
     return refused_;
   }
   bool on() const {
-    return frame_.tracing != 0;
+    return __builtin_expect(frame_.tracing != 0, 0);
   }
   // To be called only when tracing is on.
-  void entry(uint32_t line, std::initializer_list<TraceItem> items) {
-    record(kProbeEntry, line, items);
-    if (frame_.detail != 0) record(kProbeParameters, line, items);
-  }
+  [[gnu::cold]] void entry(uint32_t line, std::initializer_list<TraceItem> items);
   // What went wrong, in words of our own.
   void note(uint32_t line, const char* text) {
     if (on()) record(kProbeExit, line, {trace_text("note", text)});
   }
   // Writes the result and exit records; to be used in the function's return statement.
   uint32_t leave(uint32_t line, uint32_t status) {
-    if (on()) {
-      constexpr uint32_t kNotAResult = 0xFFFFFFFE;
-      if (status != 0 && status != kNotAResult) {
-        record(kProbeExit, line, {trace_number("result", status)});
-      }
-      record(kProbeExit, line, {});
-    }
+    if (on()) record_result(line, status);
     return status;
   }
   // Leaves the frame open: for the one path on which the epilogue is skipped.
@@ -113,17 +98,8 @@ class Trace {
   }
 
  private:
-  void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items) {
-    TraceRecord record{};
-    record.probe = probe;
-    record.line = line;
-    record.frame = &frame_;
-    for (const TraceItem& item : items) {
-      if (record.count == kTraceItemsMax) break;
-      record.items[record.count++] = item;
-    }
-    KNL_Trace_RecordDiagnostic(&record);
-  }
+  [[gnu::cold]] void record_result(uint32_t line, uint32_t status);
+  [[gnu::cold]] void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items);
 
   TraceFrame frame_{};
   uint32_t refused_;

@@ -25,9 +25,12 @@ class Utf16Text {
     constexpr uint32_t kLongest = INT32_MAX / sizeof(wchar_t);  // lengths in bytes are 32 bits
     if (characters > kLongest) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
     // A character above U+FFFF takes two units; most texts have none.
-    const size_t room = size_t{characters} + count_above_bmp(text, characters) + 1;
-    if (room > kShort) units_ = static_cast<uint16_t*>(std::malloc(room * sizeof(uint16_t)));
-    if (units_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
+    size_t room = kShort;
+    if (characters >= kShort / 2) {
+      room = size_t{characters} + count_above_bmp(text, characters) + 1;
+      if (room > kShort) units_ = static_cast<uint16_t*>(std::malloc(room * sizeof(uint16_t)));
+      if (units_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
+    }
     converter_code_ =
         TAVO_Utf32ToUtf16(text, static_cast<int32_t>(characters * sizeof(wchar_t)), units_,
                           static_cast<uint32_t>(room * sizeof(uint16_t)), &count_);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 namespace tavo::platform {
 
@@ -78,24 +79,41 @@ inline bool get_utf8(const uint8_t*& src, const uint8_t* end, uint32_t& c) noexc
   return utf8_length(c) == static_cast<uint32_t>(tails) + 1 && is_character(c);
 }
 
+// Whether a group of units is below a power of 2, whole machine words at a time.
+template <uint32_t kBelow, uint32_t kUnits, typename Unit>
+bool is_plain(const Unit* src) noexcept {
+  static_assert((kBelow & (kBelow - 1)) == 0);
+  constexpr uint32_t kUnitsPerWord = sizeof(uint64_t) / sizeof(Unit);
+  constexpr uint64_t kFirstUnit = ~uint64_t{0} >> (64 - 8 * sizeof(Unit));
+  constexpr uint64_t kTooHigh = (kFirstUnit & ~uint64_t{kBelow - 1}) * (~uint64_t{0} / kFirstUnit);
+  uint64_t bits = 0;
+  for (uint32_t i = 0; i < kUnits; i += kUnitsPerWord) {
+    uint64_t word;
+    std::memcpy(&word, src + i, sizeof word);
+    bits |= word;
+  }
+  return (bits & kTooHigh) == 0;
+}
+
 // Copies text from the front for as long as every unit is below a power of 2: whole groups of units
 // that the compiler can handle at once. Returns the units copied.
 template <uint32_t kBelow, typename From, typename To>
 uint32_t copy_plain(const From* src, uint32_t src_units, To* dst, uint32_t dst_units) noexcept {
-  static_assert((kBelow & (kBelow - 1)) == 0);
-  constexpr uint32_t kGroup = 8;
+  constexpr uint32_t kGroup = sizeof(To) > sizeof(From) ? 4 : 8;
   const uint32_t units = src_units < dst_units ? src_units : dst_units;
+  if (units < kGroup) return 0;
   uint32_t done = 0;
-  for (; units - done >= kGroup; done += kGroup) {
-    uint32_t bits = 0;
-    for (uint32_t i = 0; i < kGroup; ++i) {
-      bits |= src[done + i];
-    }
-    if (bits >= kBelow) break;
-    for (uint32_t i = 0; i < kGroup; ++i) {
-      dst[done + i] = static_cast<To>(src[done + i]);
-    }
+  const auto copy_group = [&](uint32_t from) {
+    if (!is_plain<kBelow, kGroup>(src + from)) return false;
+    for (uint32_t i = 0; i < kGroup; ++i) dst[from + i] = static_cast<To>(src[from + i]);
+    done = from + kGroup;
+    return true;
+  };
+  while (units - done >= kGroup) {
+    if (!copy_group(done)) return done;
   }
+  // The rest with a group that begins in what is copied already.
+  if (done != units) copy_group(units - kGroup);
   return done;
 }
 

@@ -95,18 +95,6 @@ void LexerObject::prepare(pANTLR3_COMMON_TOKEN token) const {
   std::memcpy(token, &factory_.unTruc, sizeof *token);
 }
 
-void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start,
-                           const Lexeme& lexeme) const {
-  token->type = lexeme.type;
-  token->line = cursor_.line;
-  token->lineStart = const_cast<uint16_t*>(cursor_.line_start);
-  token->charPosition = cursor_.character_position(start);
-  token->channel = lexeme.hidden ? HIDDEN : ANTLR3_TOKEN_DEFAULT_CHANNEL;
-  // As in the runtime's own tokens: addresses of the first and of the last byte.
-  token->start = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(start));
-  token->stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(lexeme.stop) - 1);
-}
-
 // ---- broken places -----------------------------------------------------------------------------
 
 // Where the end of the input is said to be, so that an error there is reported at the string's
@@ -133,7 +121,7 @@ void LexerObject::record_first_broken(const uint16_t* offending, RecognitionErro
 }
 
 // Drops what a broken rule had taken and the character it stumbled over.
-void LexerObject::drop_broken(const uint16_t* start, const Lexeme& lexeme) {
+void LexerObject::drop_broken(const uint16_t* start, Lexeme lexeme) {
   cursor_.advance(start, lexeme.stop);
   if (first_broken_.error == RecognitionError::kNone) {
     record_first_broken(lexeme.stop, lexeme.error);
@@ -171,22 +159,6 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token() {
     return token;
   }
   return end_of_input();
-}
-
-bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
-  while (next_ != end_) {
-    const uint16_t* start = next_;
-    const Lexeme lexeme = scan(start, end_);
-    if (lexeme.type == 0) {
-      drop_broken(start, lexeme);
-      continue;
-    }
-    next_ = lexeme.stop;
-    if (!lexeme.hidden) describe(token, start, lexeme);
-    if (lexeme.multi_line) cursor_.advance(start, next_);
-    if (!lexeme.hidden) return true;
-  }
-  return false;
 }
 
 void LexerObject::read_to_end() {

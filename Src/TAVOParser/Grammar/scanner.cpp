@@ -5,9 +5,13 @@
 
 #include "Grammar/character_class.h"
 #include "Grammar/vocabulary.h"
+#include "Grammar/word_run.h"
 #include "TAVOParserTokens.h"
 
 namespace tavo {
+
+using detail::token;
+
 namespace {
 
 using Unit = uint16_t;
@@ -94,9 +98,6 @@ bool begins_copy_ranges(const Unit* text, const Unit* end) {
   return p != end && is_digit(*p);
 }
 
-constexpr Lexeme token(const Unit* stop, uint16_t type) {
-  return {stop, type, RecognitionError::kNone, false, false};
-}
 constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
   return {stop, type, RecognitionError::kNone, true, true};
 }
@@ -144,33 +145,42 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
-// A run of word characters: keyword, structured value, number or unquoted string.
-[[gnu::noinline]] Lexeme scan_word(const Unit* text, const Unit* end) {
-  uint64_t head = 0;
-  const Unit* p = text;
-  char c;
-  for (unsigned shift = 0; shift < 64 && p != end && (c = folded_word(*p)) != 0; shift += 8, ++p) {
-    head |= uint64_t{static_cast<unsigned char>(c)} << shift;
-  }
-  uint64_t tail = head;
-  if (p - text == 8) {
-    for (; p != end && (c = folded_word(*p)) != 0; ++p) {
-      tail = tail >> 8 | uint64_t{static_cast<unsigned char>(c)} << 56;
-    }
-  }
+// What a run of word characters is: keyword, structured value, number or unquoted string.
+Lexeme classify(const Unit* text, const Unit* end, const WordRun& run) {
+  const Unit* const p = run.stop;
   if (p != end && *p == ' ' && is_digit(*text)) {
     const Lexeme value = match_value_with_blanks(text, end);
     if (value.stop > p) return value;
   }
-  const WordMatch found = find_word(head, tail, text, static_cast<size_t>(p - text));
+  const WordMatch found = find_word(run.head, run.tail, text, static_cast<size_t>(p - text));
   if (is_affix(found.type) && at(p, end, '(')) return scan_affix(text, end);
   const bool known =
       found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
   return token(p, known ? found.type : type_of_unknown(text, p));
 }
 
-// What begins with neither a word character, a blank, a comma nor an equals sign.
-[[gnu::noinline]] Lexeme scan_other(const Unit* text, const Unit* end) {
+[[gnu::noinline]] Lexeme scan_word_by_character(const Unit* text, const Unit* end) {
+  return classify(text, end, read_word_by_character(text, end));
+}
+
+}  // namespace
+
+Lexeme detail::scan_word(const Unit* text, const Unit* end) {
+  WordRun run;
+  if (!read_word(text, end, run)) return scan_word_by_character(text, end);
+  return classify(text, end, run);
+}
+
+Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {
+  bool line_end = false;
+  do {
+    line_end |= *text == '\n';
+    ++text;
+  } while (text != end && is_blank(*text));
+  return {text, WHITESPACE, RecognitionError::kNone, true, line_end};
+}
+
+Lexeme detail::scan_other(const Unit* text, const Unit* end) {
   switch (*text) {
     case ')': return token(text + 1, RIGHT_PARENTHESIS);
     case '\'': return token(text + 1, SINGLE_QUOTE);
@@ -208,23 +218,6 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
     default: break;
   }
   return token_or_broken(match_bad_separator(text, end), BAD_SEP);
-}
-
-}  // namespace
-
-Lexeme scan(const Unit* text, const Unit* end) {
-  const uint32_t c = *text;
-  const uint8_t kind = class_of(c);
-  if ((kind & kWord) != 0) return scan_word(text, end);
-  if (c == ',') return token(text + 1, COMMA);
-  if (c == '=') return token(text + 1, EQUAL);
-  if ((kind & kBlank) == 0) return scan_other(text, end);
-  bool line_end = false;
-  do {
-    line_end |= *text == '\n';
-    ++text;
-  } while (text != end && is_blank(*text));
-  return {text, WHITESPACE, RecognitionError::kNone, true, line_end};
 }
 
 const Unit* next_character(const Unit* text, const Unit* end) {

@@ -4,6 +4,9 @@
 
 #include <cstdint>
 
+#include "Grammar/character_class.h"
+#include "TAVOParserTokens.h"
+
 namespace tavo {
 
 // Kinds of recognition error, numbered as the runtime numbers its exceptions.
@@ -35,9 +38,29 @@ struct Lexeme {
   bool multi_line;  // may contain line ends or surrogate pairs
 };
 
+namespace detail {
+
+constexpr Lexeme token(const uint16_t* stop, uint16_t type) {
+  return {stop, type, RecognitionError::kNone, false, false};
+}
+// What begins with a word character: keyword, structured value, number or unquoted string.
+Lexeme scan_word(const uint16_t* text, const uint16_t* end);
+Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
+// What begins with neither a word character, a blank, a comma nor an equals sign.
+Lexeme scan_other(const uint16_t* text, const uint16_t* end);
+
+}  // namespace detail
+
 // Recognizes the one token at text, which is before end. Always takes at least one code unit,
 // except that a broken lexeme's offending character may be the first one.
-Lexeme scan(const uint16_t* text, const uint16_t* end);
+inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
+  const uint32_t c = *text;
+  const uint8_t kind = class_of(c);
+  if ((kind & kWord) != 0) return detail::scan_word(text, end);
+  if (c == ',') return detail::token(text + 1, COMMA);
+  if (c == '=') return detail::token(text + 1, EQUAL);
+  return (kind & kBlank) != 0 ? detail::scan_blanks(text, end) : detail::scan_other(text, end);
+}
 
 // One past the character at text: two units for a surrogate pair. text is before end.
 const uint16_t* next_character(const uint16_t* text, const uint16_t* end);

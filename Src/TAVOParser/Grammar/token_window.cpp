@@ -3,9 +3,7 @@
 namespace tavo {
 
 void TokenWindow::read() {
-  pANTLR3_COMMON_TOKEN slot = &slots_[read_ % kSlots];
-  if (read_ < kSlots) lexer_->prepare(slot);
-  if (lexer_->next_visible(slot)) {
+  if (lexer_->next_visible(&slots_[read_ % kSlots].token)) {
     ++read_;
   } else {
     end_ = lexer_->end_of_input();
@@ -31,6 +29,7 @@ void TokenWindow::consume_of(pANTLR3_INT_STREAM stream) {
 
 void TokenWindow::attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer) {
   lexer_ = &lexer;
+  for (Slot& slot : slots_) lexer.prepare(&slot.token);
   stream->super = this;
   stream->tstream->_LT = look_ahead_of;
   stream->tstream->istream->_LA = type_ahead_of;

@@ -24,7 +24,7 @@ class TokenWindow {
       if (end_ != nullptr) return end_;
       read();
     }
-    return &slots_[(next_ + k - 1) % kSlots];
+    return &slots_[(next_ + k - 1) % kSlots].token;
   }
   void consume() {
     if (look(1) != end_) ++next_;
@@ -33,7 +33,11 @@ class TokenWindow {
  private:
   // A token stays as it is until this many have been read behind it: more than a rule looks back
   // (to its keyword) and ahead together.
-  static constexpr uint32_t kSlots = 8;
+  static constexpr uint32_t kSlots = 4;
+  // Of a size that places are found by without a multiplication.
+  struct alignas(256) Slot {
+    ANTLR3_COMMON_TOKEN token;
+  };
 
   void read();
 
@@ -46,7 +50,7 @@ class TokenWindow {
   pANTLR3_COMMON_TOKEN end_ = nullptr;  // the end-of-input token, when it has been reached
   uint32_t next_ = 0;                   // tokens consumed
   uint32_t read_ = 0;                   // tokens read
-  ANTLR3_COMMON_TOKEN slots_[kSlots];
+  Slot slots_[kSlots];
 };
 
 }  // namespace tavo
