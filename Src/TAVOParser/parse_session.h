@@ -10,8 +10,8 @@
 namespace tavo {
 
 // Keys stored by the parse that runs on this thread, for one request. Only an index, brought up to
-// date when it is asked: the array itself stays the truth, and a request that is not being parsed is
-// searched as it stands.
+// date when it is asked: the array itself stays the truth, and a request that is not being parsed
+// is searched as it stands.
 class StoredKeys {
  public:
   static constexpr uint32_t kKeys = 384;

@@ -87,12 +87,14 @@ pANTLR3_COMMON_TOKEN LexerObject::make_token(const uint16_t* start, const Lexeme
     return nullptr;
   }
   prepare(token);
-  describe(token, start, lexeme);
+  describe(token, start, lexeme.stop, lexeme.type);
+  token->channel = lexeme.hidden() ? HIDDEN : ANTLR3_TOKEN_DEFAULT_CHANNEL;
   return token;
 }
 
 void LexerObject::prepare(pANTLR3_COMMON_TOKEN token) const {
   std::memcpy(token, &factory_.unTruc, sizeof *token);
+  token->channel = ANTLR3_TOKEN_DEFAULT_CHANNEL;
 }
 
 // ---- broken places -----------------------------------------------------------------------------
@@ -124,7 +126,7 @@ void LexerObject::record_first_broken(const uint16_t* offending, RecognitionErro
 void LexerObject::drop_broken(const uint16_t* start, Lexeme lexeme) {
   cursor_.advance(start, lexeme.stop);
   if (first_broken_.error == RecognitionError::kNone) {
-    record_first_broken(lexeme.stop, lexeme.error);
+    record_first_broken(lexeme.stop, lexeme.error());
   }
   recognizer()->state->errorCount++;
   next_ = lexeme.stop == end_ ? end_ : next_character(lexeme.stop, end_);
@@ -155,10 +157,29 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token() {
     pANTLR3_COMMON_TOKEN token = make_token(start, lexeme);
     if (token == nullptr) break;
     next_ = lexeme.stop;
-    if (lexeme.multi_line) cursor_.advance(start, next_);
+    if (lexeme.multi_line()) cursor_.advance(start, next_);
     return token;
   }
   return end_of_input();
+}
+
+bool LexerObject::next_visible_behind(const uint16_t* place, pANTLR3_COMMON_TOKEN token) {
+  while (place != end_) {
+    const Lexeme lexeme = scan(place, end_);
+    if (lexeme.type == 0) {
+      drop_broken(place, lexeme);
+      place = next_;
+      continue;
+    }
+    if (!lexeme.hidden()) describe(token, place, lexeme.stop, lexeme.type);
+    if (lexeme.multi_line()) cursor_.advance(place, lexeme.stop);
+    place = lexeme.stop;
+    if (lexeme.hidden()) continue;
+    next_ = place;
+    return true;
+  }
+  next_ = end_;
+  return false;
 }
 
 void LexerObject::read_to_end() {

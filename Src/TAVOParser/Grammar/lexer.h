@@ -111,7 +111,9 @@ class LexerObject {
  private:
   pANTLR3_COMMON_TOKEN next_token();
   pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
-  void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const Lexeme& lexeme) const;
+  void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const uint16_t* stop,
+                uint32_t type) const;
+  bool next_visible_behind(const uint16_t* place, pANTLR3_COMMON_TOKEN token);
   void drop_broken(const uint16_t* start, Lexeme lexeme);
   void record_first_broken(const uint16_t* offending, RecognitionError error);
   int32_t end_position() const;
@@ -135,39 +137,27 @@ class LexerObject {
   TokenPool pool_;
 };
 
-// Inline, since a statement's every token passes here.
+// Inline, since every token of a statement passes here.
 inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start,
-                                  const Lexeme& lexeme) const {
-  token->type = lexeme.type;
+                                  const uint16_t* stop, uint32_t type) const {
+  token->type = type;
   token->line = cursor_.line;
   token->lineStart = const_cast<uint16_t*>(cursor_.line_start);
   token->charPosition = cursor_.character_position(start);
-  token->channel = lexeme.hidden ? HIDDEN : ANTLR3_TOKEN_DEFAULT_CHANNEL;
   // As in the runtime's own tokens: addresses of the first and of the last byte.
   token->start = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(start));
-  token->stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(lexeme.stop) - 1);
+  token->stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(stop) - 1);
 }
 
 inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
-  for (const uint16_t* place = next_;;) {
-    while (place != end_ && *place == ' ') ++place;  // the hidden token that is met most
-    if (place == end_) {
-      next_ = end_;
-      return false;
-    }
-    const Lexeme lexeme = scan(place, end_);
-    if (lexeme.type == 0) {
-      drop_broken(place, lexeme);
-      place = next_;
-      continue;
-    }
-    if (!lexeme.hidden) describe(token, place, lexeme);
-    if (lexeme.multi_line) cursor_.advance(place, lexeme.stop);
-    place = lexeme.stop;
-    if (lexeme.hidden) continue;
-    next_ = place;
+  const uint16_t* place = next_;
+  while (place != end_ && *place == ' ') ++place;           // the hidden token that is met most
+  if (place != end_ && (*place == '=' || *place == ',')) {  // half of all visible ones
+    describe(token, place, place + 1, *place == '=' ? EQUAL : COMMA);
+    next_ = place + 1;
     return true;
   }
+  return next_visible_behind(place, token);
 }
 
 }  // namespace tavo

@@ -100,7 +100,7 @@ void* ParserObject::mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_
 }
 
 pANTLR3_COMMON_TOKEN ParserObject::match(uint32_t type) {
-  pANTLR3_COMMON_TOKEN token = look_ahead(1);
+  pANTLR3_COMMON_TOKEN token = next();
   if (token->type == type) {
     consume();
     return token;
@@ -112,7 +112,7 @@ pANTLR3_COMMON_TOKEN ParserObject::match(uint32_t type) {
 
 void ParserObject::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
                                    const wchar_t* prefix) {
-  pANTLR3_COMMON_TOKEN token = look_ahead(1);
+  pANTLR3_COMMON_TOKEN token = next();
   const AcceptedValue* value = find_value(option.values, token->type);
   if (value == nullptr) {
     // One accepted token is matched as a token, several as a set.
@@ -135,7 +135,7 @@ void ParserObject::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKE
 void ParserObject::tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
                                      const wchar_t* prefix) {
   TAVO_HandlePossibleStringTokenMatch(&context_);
-  pANTLR3_COMMON_TOKEN token = look_ahead(1);
+  pANTLR3_COMMON_TOKEN token = next();
   // Stored before it is matched, and that is meant: at the end of the input a pair with the
   // end-of-input token is stored, then the error is raised.
   store(request_, keyword, option.key_type, token, token->type, prefix);
@@ -181,7 +181,7 @@ void ParserObject::run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN
 // ---- options -----------------------------------------------------------------------------------
 
 void ParserObject::run_option(const OptionRule& option, const wchar_t* prefix) {
-  pANTLR3_COMMON_TOKEN keyword = look_ahead(1);
+  pANTLR3_COMMON_TOKEN keyword = next();
   consume();
   if (option.syntax == ValueSyntax::kParameters) return run_parameters(option, keyword);
   match(EQUAL);
@@ -193,8 +193,7 @@ void ParserObject::run_option(const OptionRule& option, const wchar_t* prefix) {
 // One or more separators, each with an option behind it. The list ends at the first token that is
 // no separator; text after that is ignored, and that is meant.
 void ParserObject::run_option_list(const StatementRule& statement) {
-  for (pANTLR3_COMMON_TOKEN separator = look_ahead(1); is_separator(separator->type);
-       separator = look_ahead(1)) {
+  for (pANTLR3_COMMON_TOKEN separator = next(); is_separator(separator->type); separator = next()) {
     consume();
     if (separator->type == BAD_SEP) return raise(TAVO_STATUS_BAD_SEPARATOR, separator);
     const OptionRule* option =
@@ -219,7 +218,7 @@ void ParserObject::run_statement(const StatementRule& statement) {
 // The quoted string must stand there, but it is the keyword that is handed on, twice; that is
 // meant.
 void ParserObject::run_trace_statement(const StatementRule& statement) {
-  pANTLR3_COMMON_TOKEN keyword = look_ahead(1);
+  pANTLR3_COMMON_TOKEN keyword = next();
   consume();
   match(EQUAL);
   if (failed()) return;
@@ -232,7 +231,7 @@ void ParserObject::run_trace_statement(const StatementRule& statement) {
 // Chooses by the first token, a provider statement by the third. Null, and the token that does not
 // fit, when there is no such statement.
 const StatementRule* ParserObject::choose_statement(pANTLR3_COMMON_TOKEN* misfit) {
-  *misfit = look_ahead(1);
+  *misfit = next();
   const uint32_t first = (*misfit)->type;
   uint32_t name = 0;
   if (first == TAVO_PARSER_PROVIDER) {

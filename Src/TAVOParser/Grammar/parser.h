@@ -48,8 +48,11 @@ class ParserObject {
     if (window_ != nullptr) return window_->look(static_cast<uint32_t>(k));
     return tokens_->tstream->_LT(tokens_->tstream, k);
   }
+  pANTLR3_COMMON_TOKEN next() {
+    return window_ != nullptr ? window_->current() : tokens_->tstream->_LT(tokens_->tstream, 1);
+  }
   uint32_t next_type() {
-    return look_ahead(1)->type;
+    return next()->type;
   }
   void consume() {
     if (window_ != nullptr) return window_->consume();
@@ -65,7 +68,7 @@ class ParserObject {
   pANTLR3_COMMON_TOKEN match(uint32_t type);
   void raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit);
   void raise_here(uint32_t kind) {
-    raise(kind, look_ahead(1));
+    raise(kind, next());
   }
   void report();
 

@@ -98,8 +98,8 @@ bool begins_copy_ranges(const Unit* text, const Unit* end) {
   return p != end && is_digit(*p);
 }
 
-constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
-  return {stop, type, RecognitionError::kNone, true, true};
+constexpr Lexeme hidden(const Unit* stop, uint32_t type) {
+  return {stop, type, Lexeme::kHidden | Lexeme::kMultiLine};
 }
 // The longest structured value with blanks that stands here; a token without an end if there is
 // none.
@@ -115,8 +115,9 @@ constexpr Lexeme hidden(const Unit* stop, uint16_t type) {
 }
 
 // A token that can hold a quoted string, and so line ends.
-constexpr Lexeme token_or_broken(Match match, uint16_t type) {
-  return {match.stop, match.ok() ? type : uint16_t{0}, match.error, false, true};
+constexpr Lexeme token_or_broken(Match match, uint32_t type) {
+  return {match.stop, match.ok() ? type : 0,
+          static_cast<uint32_t>(match.error) | Lexeme::kMultiLine};
 }
 
 [[gnu::noinline]] Lexeme scan_affix(const Unit* text, const Unit* end) {
@@ -146,21 +147,27 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
 }
 
 // What a run of word characters is: keyword, structured value, number or unquoted string.
-Lexeme classify(const Unit* text, const Unit* end, const WordRun& run) {
-  const Unit* const p = run.stop;
-  if (p != end && *p == ' ' && is_digit(*text)) {
+[[gnu::noinline]] Lexeme classify(const Unit* text, const Unit* end, const Unit* stop,
+                                  uint64_t head, const Word* word) {
+  if (is_digit(*text) && at(stop, end, ' ')) {
     const Lexeme value = match_value_with_blanks(text, end);
-    if (value.stop > p) return value;
+    if (value.stop > stop) return value;
   }
-  const WordMatch found = find_word(run.head, run.tail, text, static_cast<size_t>(p - text));
-  if (is_affix(found.type) && at(p, end, '(')) return scan_affix(text, end);
-  const bool known =
-      found.type != 0 && (found.kind != TokenKind::kKeyLiteral || !has_lower_case(text, p));
-  return token(p, known ? found.type : type_of_unknown(text, p));
+  if (word == nullptr) {
+    if (is_numbered_keyword(head, static_cast<size_t>(stop - text))) {
+      return token(stop, TAVO_PARSER_CMN_PARM_FLDDEF);
+    }
+    return token(stop, type_of_unknown(text, stop));
+  }
+  if (is_affix(word->type) && at(stop, end, '(')) return scan_affix(text, end);
+  const bool known = word->kind != TokenKind::kKeyLiteral || !has_lower_case(text, stop);
+  return token(stop, known ? word->type : type_of_unknown(text, stop));
 }
 
 [[gnu::noinline]] Lexeme scan_word_by_character(const Unit* text, const Unit* end) {
-  return classify(text, end, read_word_by_character(text, end));
+  const WordRun run = read_word_by_character(text, end);
+  const auto length = static_cast<size_t>(run.stop - text);
+  return classify(text, end, run.stop, run.head, find_word(run.head, run.tail, text, length));
 }
 
 }  // namespace
@@ -168,7 +175,11 @@ Lexeme classify(const Unit* text, const Unit* end, const WordRun& run) {
 Lexeme detail::scan_word(const Unit* text, const Unit* end) {
   WordRun run;
   if (!read_word(text, end, run)) return scan_word_by_character(text, end);
-  return classify(text, end, run);
+  const Word* word = find_short_word(run.head, run.tail, static_cast<size_t>(run.stop - text));
+  if (word == nullptr || word->kind != TokenKind::kKeyword || is_affix(word->type)) {
+    return classify(text, end, run.stop, run.head, word);
+  }
+  return token(run.stop, word->type);
 }
 
 Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {
@@ -177,7 +188,7 @@ Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {
     line_end |= *text == '\n';
     ++text;
   } while (text != end && is_blank(*text));
-  return {text, WHITESPACE, RecognitionError::kNone, true, line_end};
+  return {text, WHITESPACE, Lexeme::kHidden | (line_end ? Lexeme::kMultiLine : 0)};
 }
 
 Lexeme detail::scan_other(const Unit* text, const Unit* end) {
@@ -192,7 +203,7 @@ Lexeme detail::scan_other(const Unit* text, const Unit* end) {
       if (at(text + 1, end, '/')) return hidden(match_comment(text, end).stop, COMMENT);
       if (at(text + 1, end, '*')) {
         Lexeme comment = token_or_broken(match_comment(text, end), COMMENT);
-        comment.hidden = true;
+        comment.traits |= Lexeme::kHidden;
         return comment;
       }
       break;

@@ -29,19 +29,30 @@ struct Match {
   }
 };
 
-// What stands at one place of the text.
+// What stands at one place of the text. Fits two registers.
 struct Lexeme {
+  static constexpr uint32_t kHidden = 0x100;     // white space or a comment
+  static constexpr uint32_t kMultiLine = 0x200;  // may contain line ends or surrogate pairs
+
   const uint16_t* stop;  // as in Match
-  uint16_t type;         // token type; 0 when the lexeme is broken
-  RecognitionError error;
-  bool hidden;      // white space or a comment
-  bool multi_line;  // may contain line ends or surrogate pairs
+  uint32_t type;         // token type; 0 when the lexeme is broken
+  uint32_t traits;       // recognition error, kHidden, kMultiLine
+
+  constexpr RecognitionError error() const {
+    return static_cast<RecognitionError>(traits & 0xFF);
+  }
+  constexpr bool hidden() const {
+    return (traits & kHidden) != 0;
+  }
+  constexpr bool multi_line() const {
+    return (traits & kMultiLine) != 0;
+  }
 };
 
 namespace detail {
 
-constexpr Lexeme token(const uint16_t* stop, uint16_t type) {
-  return {stop, type, RecognitionError::kNone, false, false};
+constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
+  return {stop, type, 0};
 }
 // What begins with a word character: keyword, structured value, number or unquoted string.
 Lexeme scan_word(const uint16_t* text, const uint16_t* end);
@@ -59,7 +70,9 @@ inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
   if ((kind & kWord) != 0) return detail::scan_word(text, end);
   if (c == ',') return detail::token(text + 1, COMMA);
   if (c == '=') return detail::token(text + 1, EQUAL);
-  return (kind & kBlank) != 0 ? detail::scan_blanks(text, end) : detail::scan_other(text, end);
+  if ((kind & kBlank) == 0) return detail::scan_other(text, end);
+  if (c != ' ' || (text + 1 != end && is_blank(text[1]))) return detail::scan_blanks(text, end);
+  return {text + 1, WHITESPACE, Lexeme::kHidden};
 }
 
 // One past the character at text: two units for a surrogate pair. text is before end.

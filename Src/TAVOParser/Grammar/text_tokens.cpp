@@ -36,7 +36,7 @@ class TokenWalk {
       move_to(lexeme.stop == end_ ? end_ : next_character(lexeme.stop, end_));
     } else {
       token->type = lexeme.type;
-      token->hidden = lexeme.hidden ? 1 : 0;
+      token->hidden = lexeme.hidden() ? 1 : 0;
       move_to(lexeme.stop);
     }
     token->length = offset_ - token->offset;

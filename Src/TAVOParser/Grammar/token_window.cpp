@@ -2,12 +2,22 @@
 
 namespace tavo {
 
-void TokenWindow::read() {
-  if (lexer_->next_visible(&slots_[read_ % kSlots].token)) {
-    ++read_;
-  } else {
-    end_ = lexer_->end_of_input();
+// At the end this is the end-of-input token, which has a place of its own, again and again.
+pANTLR3_COMMON_TOKEN TokenWindow::read() {
+  pANTLR3_COMMON_TOKEN token = &slots_[(last_ + 1) % kSlots].token;
+  if (!lexer_->next_visible(token)) return lexer_->end_of_input();
+  ++last_;
+  return token;
+}
+
+pANTLR3_COMMON_TOKEN TokenWindow::look(uint32_t k) {
+  if (k == 1 || current_->type == ANTLR3_TOKEN_EOF) return current_;
+  while (ahead_ < k - 1) {
+    pANTLR3_COMMON_TOKEN token = read();
+    if (token->type == ANTLR3_TOKEN_EOF) return token;
+    ++ahead_;
   }
+  return token_before_last(ahead_ - (k - 1));
 }
 
 TokenWindow* TokenWindow::of(pANTLR3_INT_STREAM stream) {
@@ -29,11 +39,12 @@ void TokenWindow::consume_of(pANTLR3_INT_STREAM stream) {
 
 void TokenWindow::attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer) {
   lexer_ = &lexer;
-  for (Slot& slot : slots_) lexer.prepare(&slot.token);
   stream->super = this;
   stream->tstream->_LT = look_ahead_of;
   stream->tstream->istream->_LA = type_ahead_of;
   stream->tstream->istream->consume = consume_of;
+  for (Slot& slot : slots_) lexer.prepare(&slot.token);
+  current_ = read();
 }
 
 }  // namespace tavo

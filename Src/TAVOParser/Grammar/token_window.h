@@ -14,42 +14,49 @@ namespace tavo {
 
 class TokenWindow {
  public:
-  // Puts the window behind a token stream of the runtime: from here on the stream reads the lexer
-  // through it. The window has to outlive every use of the stream but its freeing.
+  // Puts the window behind a token stream of the runtime and reads the first token: from here on
+  // the stream reads the lexer through it. The window has to outlive every use of the stream but
+  // its freeing.
   void attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer);
 
-  // The k-th token ahead, from 1, hidden ones left out; the end-of-input token from the end on.
-  pANTLR3_COMMON_TOKEN look(uint32_t k) {
-    while (read_ - next_ < k) {
-      if (end_ != nullptr) return end_;
-      read();
-    }
-    return &slots_[(next_ + k - 1) % kSlots].token;
+  // The next token, hidden ones left out; the end-of-input token from the end on.
+  pANTLR3_COMMON_TOKEN current() const {
+    return current_;
   }
+  // The k-th token ahead, from 1, which is the current one.
+  pANTLR3_COMMON_TOKEN look(uint32_t k);
   void consume() {
-    if (look(1) != end_) ++next_;
+    if (ahead_ == 0) {
+      current_ = read();
+    } else {
+      --ahead_;
+      current_ = token_before_last(ahead_);
+    }
   }
 
  private:
-  // A token stays as it is until this many have been read behind it: more than a rule looks back
-  // (to its keyword) and ahead together.
+  // A token stays as it is until this many have been read behind it: a rule holds its keyword and
+  // its value while the token behind them is the current one.
   static constexpr uint32_t kSlots = 4;
   // Of a size that places are found by without a multiplication.
   struct alignas(256) Slot {
     ANTLR3_COMMON_TOKEN token;
   };
 
-  void read();
+  pANTLR3_COMMON_TOKEN read();
+  pANTLR3_COMMON_TOKEN token_before_last(uint32_t tokens) {
+    return &slots_[(last_ - tokens) % kSlots].token;
+  }
 
   static TokenWindow* of(pANTLR3_INT_STREAM stream);
   static pANTLR3_COMMON_TOKEN look_ahead_of(pANTLR3_TOKEN_STREAM stream, ANTLR3_INT32 k);
   static ANTLR3_UINT32 type_ahead_of(pANTLR3_INT_STREAM stream, ANTLR3_INT32 k);
   static void consume_of(pANTLR3_INT_STREAM stream);
 
+  pANTLR3_COMMON_TOKEN current_ = nullptr;
   LexerObject* lexer_ = nullptr;
-  pANTLR3_COMMON_TOKEN end_ = nullptr;  // the end-of-input token, when it has been reached
-  uint32_t next_ = 0;                   // tokens consumed
-  uint32_t read_ = 0;                   // tokens read
+  uint32_t last_ = 0;   // place of the token that was read last, not wrapped
+  uint32_t ahead_ = 0;  // tokens read behind the current one
   Slot slots_[kSlots];
 };
 

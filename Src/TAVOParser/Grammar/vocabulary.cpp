@@ -1,9 +1,9 @@
 #include "Grammar/vocabulary.h"
 
 #include <array>
-#include <bit>
 
 #include "Grammar/character_class.h"
+#include "Grammar/word_hash.h"
 #include "TAVOParser.h"
 
 namespace tavo {
@@ -39,6 +39,7 @@ struct Extent {
   size_t spellings = 0;
   size_t characters = 0;
   size_t with_blanks = 0;
+  size_t words = 0;  // spellings that are neither punctuation nor have blanks
 };
 
 consteval Extent measure() {
@@ -48,7 +49,9 @@ consteval Extent measure() {
       if (s.empty()) break;
       ++extent.spellings;
       extent.characters += s.size() + 1;
-      if (s.find(' ') != std::string_view::npos) ++extent.with_blanks;
+      const bool has_blank = s.find(' ') != std::string_view::npos;
+      extent.with_blanks += has_blank ? 1 : 0;
+      extent.words += !has_blank && r.kind != TokenKind::kPunctuation ? 1 : 0;
     }
   }
   return extent;
@@ -56,38 +59,10 @@ consteval Extent measure() {
 constexpr Extent kExtent = measure();
 
 struct Spelling {
-  uint64_t head;  // as in FoldedWord
-  uint64_t tail;
   uint16_t offset;  // into the characters
   uint16_t type;
   uint8_t length;
-  TokenKind kind;
 };
-
-// ---- hashing -----------------------------------------------------------------------------------
-
-constexpr uint64_t pack(const char* text, size_t count) {
-  uint64_t packed = 0;
-  for (size_t i = 0; i < count; ++i) {
-    packed |= uint64_t{static_cast<uint8_t>(text[i])} << (8 * i);
-  }
-  return packed;
-}
-
-inline constexpr unsigned kSlotBits = 11;
-
-// First eight and last eight characters and the length tell nearly all spellings apart.
-constexpr uint32_t mix(uint64_t head, uint64_t tail, size_t length) {
-  const uint64_t h = (head ^ std::rotl(tail, 29)) + length * 0xC2B2AE3D27D4EB4Fu;
-  return static_cast<uint32_t>((h * 0x9E3779B97F4A7C15u) >> (64 - kSlotBits));
-}
-
-constexpr uint64_t head_of(std::string_view s) {
-  return pack(s.data(), s.size() < 8 ? s.size() : 8);
-}
-constexpr uint64_t tail_of(std::string_view s) {
-  return s.size() < 8 ? head_of(s) : pack(s.data() + s.size() - 8, 8);
-}
 
 // ---- tables ------------------------------------------------------------------------------------
 
@@ -96,12 +71,12 @@ struct Tables {
   std::array<Spelling, kExtent.spellings> spellings{};
   std::array<char, kExtent.characters> characters{};  // each spelling terminated
   std::array<uint16_t, kExtent.with_blanks> with_blanks{};
-  std::array<uint16_t, 1u << kSlotBits> slots{};  // index of a spelling + 1, or 0
 };
 
 // Not constant, so that calling them while the tables are made stops the compiler.
 void a_token_number_stands_twice() {}
 void a_token_number_is_missing() {}
+void a_keyword_begins_with_a_digit() {}  // it might be the beginning of a value with blanks
 
 consteval Tables make_tables() {
   Tables t;
@@ -112,21 +87,12 @@ consteval Tables make_tables() {
     info = {r.kind, static_cast<uint16_t>(spelling), 0};
     for (std::string_view s : r.spellings) {
       if (s.empty()) break;
-      t.spellings[spelling] = {head_of(s),
-                               tail_of(s),
-                               static_cast<uint16_t>(character),
-                               r.type,
-                               static_cast<uint8_t>(s.size()),
-                               r.kind};
+      t.spellings[spelling] = {static_cast<uint16_t>(character), r.type,
+                               static_cast<uint8_t>(s.size())};
       for (char c : s) t.characters[character++] = c;
       ++character;
       const bool has_blank = s.find(' ') != std::string_view::npos;
       if (has_blank) t.with_blanks[blank++] = static_cast<uint16_t>(spelling);
-      if (!has_blank && r.kind != TokenKind::kPunctuation) {
-        uint32_t slot = mix(head_of(s), tail_of(s), s.size());
-        while (t.slots[slot] != 0) slot = (slot + 1) % t.slots.size();
-        t.slots[slot] = static_cast<uint16_t>(spelling + 1);
-      }
       ++spelling;
       ++info.spelling_count;
     }
@@ -138,26 +104,51 @@ consteval Tables make_tables() {
 }
 constexpr Tables kTables = make_tables();
 
-// The characters that neither the head nor the tail holds.
-bool same_middle(const uint16_t* text, const char* characters, size_t length) {
-  for (size_t i = 8; i + 8 < length; ++i) {
-    if (folded_word(text[i]) != characters[i]) return false;
+// ---- words -------------------------------------------------------------------------------------
+
+constexpr uint64_t pack(const char* text, size_t count) {
+  uint64_t packed = 0;
+  for (size_t i = 0; i < count; ++i) {
+    packed |= uint64_t{static_cast<uint8_t>(text[i])} << (8 * i);
   }
-  return true;
+  return packed;
 }
 
-// FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its own for each.
-bool is_numbered_keyword(uint64_t head, size_t length) {
-  constexpr std::string_view kStem = "FLDDEF";
-  static_assert(
-      kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].head ==
-      pack(kStem.data(), kStem.size()));
-  constexpr unsigned kStemBits = 8 * kStem.size();
-  if (length <= kStem.size() || length > kStem.size() + 2) return false;
-  if ((head & ((uint64_t{1} << kStemBits) - 1)) != pack(kStem.data(), kStem.size())) return false;
-  const uint64_t first = head >> kStemBits & 0xFF;
-  const uint64_t second = head >> (kStemBits + 8);
-  return first - '1' < 9u && (length == kStem.size() + 1 || second - '0' < 10u);
+constexpr uint64_t head_of(std::string_view s) {
+  return pack(s.data(), s.size() < 8 ? s.size() : 8);
+}
+constexpr uint64_t tail_of(std::string_view s) {
+  return s.size() < 8 ? head_of(s) : pack(s.data() + s.size() - 8, 8);
+}
+
+consteval auto make_words() {
+  std::array<Word, kExtent.words> words{};
+  size_t count = 0;
+  for (size_t i = 0; i < kTables.spellings.size(); ++i) {
+    const Spelling& s = kTables.spellings[i];
+    const std::string_view text(kTables.characters.data() + s.offset, s.length);
+    const TokenKind kind = kTables.tokens[s.type].kind;
+    if (kind == TokenKind::kKeyword && is_digit(static_cast<unsigned char>(text[0]))) {
+      a_keyword_begins_with_a_digit();
+    }
+    if (kind == TokenKind::kPunctuation || text.find(' ') != std::string_view::npos) continue;
+    words[count++] = {head_of(text), tail_of(text), static_cast<uint16_t>(i),
+                      s.type,        s.length,      kind};
+  }
+  return words;
+}
+
+consteval WordTable make_word_table() {
+  constexpr auto kWords = make_words();
+  std::array<WordHash, kWords.size()> hashes{};
+  for (size_t i = 0; i < kWords.size(); ++i) {
+    hashes[i] = WordHash(kWords[i].head, kWords[i].tail, kWords[i].length);
+  }
+  WordTable table{find_displacements(hashes), {}};
+  for (size_t i = 0; i < kWords.size(); ++i) {
+    table.words[hashes[i].slot(table.displacements[hashes[i].bucket()])] = kWords[i];
+  }
+  return table;
 }
 
 }  // namespace
@@ -179,20 +170,30 @@ std::span<const uint16_t> spellings_with_blanks() {
   return kTables.with_blanks;
 }
 
-WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {
-  uint32_t slot = mix(head, tail, length);
-  while (const uint16_t entry = kTables.slots[slot]) {
-    const Spelling& s = kTables.spellings[entry - 1u];
-    if (s.head == head && s.tail == tail && s.length == length &&
-        same_middle(text, kTables.characters.data() + s.offset, length)) {
-      return {s.type, s.kind};
-    }
-    slot = (slot + 1) % kTables.slots.size();
+constexpr WordTable detail::kWordTable = make_word_table();
+
+const Word* find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {
+  const Word* word = find_short_word(head, tail, length);
+  if (word == nullptr || length <= 16) return word;
+  const std::string_view characters = spelling(word->spelling);
+  for (size_t i = 8; i + 8 < length; ++i) {  // what neither the head nor the tail holds
+    if (folded_word(text[i]) != characters[i]) return nullptr;
   }
-  if (is_numbered_keyword(head, length)) {
-    return {TAVO_PARSER_CMN_PARM_FLDDEF, TokenKind::kNumberedKeyword};
-  }
-  return {0, TokenKind::kReserved};
+  return word;
+}
+
+bool is_numbered_keyword(uint64_t head, size_t length) {
+  constexpr std::string_view kStem = "FLDDEF";
+  static_assert(
+      kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].length ==
+      kStem.size());
+  constexpr uint64_t kStemHead = pack(kStem.data(), kStem.size());
+  constexpr unsigned kStemBits = 8 * kStem.size();
+  if (length <= kStem.size() || length > kStem.size() + 2) return false;
+  if ((head & ((uint64_t{1} << kStemBits) - 1)) != kStemHead) return false;
+  const uint64_t first = head >> kStemBits & 0xFF;
+  const uint64_t second = head >> (kStemBits + 8);
+  return first - '1' < 9u && (length == kStem.size() + 1 || second - '0' < 10u);
 }
 
 }  // namespace tavo

@@ -2,10 +2,13 @@
 // derived from TAVOVocabulary.def at compile time.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
+
+#include "Grammar/word_hash.h"
 
 namespace tavo {
 
@@ -33,16 +36,41 @@ TokenInfo token_info(uint32_t type);
 // The index-th spelling of all, upper case, static and terminated text.
 std::string_view spelling(size_t index);
 
-struct WordMatch {
-  uint16_t type;  // 0: no word of the vocabulary
-  TokenKind kind;
+// A word at its place in the perfect hash.
+struct Word {
+  uint64_t head = 0;  // as in WordRun
+  uint64_t tail = 0;
+  uint16_t spelling = 0;
+  uint16_t type = 0;
+  uint8_t length = 0;  // 0: no word has this place
+  TokenKind kind = TokenKind::kReserved;
 };
 
-// Finds a word without blanks. The caller checks the case of key literals: the look-up sees folded
-// text only.
-// head, tail: the word's first and last eight characters (all of them when there are no more than
-// eight) in upper case, packed with the first one lowest; text: the word as typed.
-WordMatch find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length);
+struct WordTable {
+  Displacements displacements{};
+  std::array<Word, WordHash::kSlots> words{};
+};
+
+namespace detail {
+
+extern const WordTable kWordTable;
+
+}  // namespace detail
+
+// Finds a word of up to 16 characters, none of them a blank; null when there is none. The caller
+// checks the case of key literals: the look-up sees folded text only.
+// head, tail: as in WordRun; length in characters.
+inline const Word* find_short_word(uint64_t head, uint64_t tail, size_t length) {
+  const WordHash hash(head, tail, length);
+  const size_t slot = hash.slot(detail::kWordTable.displacements[hash.bucket()]);
+  const Word& word = detail::kWordTable.words[slot];
+  return word.head == head && word.tail == tail && word.length == length ? &word : nullptr;
+}
+// The same for a word of any length; text: the word as typed.
+const Word* find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length);
+// Whether a word is FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its
+// own for each.
+bool is_numbered_keyword(uint64_t head, size_t length);
 
 // Indices of the spellings that contain blanks.
 std::span<const uint16_t> spellings_with_blanks();

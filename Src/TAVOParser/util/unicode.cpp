@@ -1,7 +1,7 @@
 // UTF-16 and UTF-32: byte lengths outside, unit counts towards the suite's data conversion.
+#include "util/unicode.h"
 #include "TAVOText.h"
 #include "platform.h"
-#include "util/unicode.h"
 
 namespace {
 
