@@ -133,7 +133,9 @@ TEST_F(TraceLevel, TextThatIsNoBytesIs7175) {
 
 TEST_F(TraceLevel, CharactersThatTakeMoreThanAByteNeverOverrun) {
   const uint32_t status = set(u"\"\x20AC\x20AC\x20AC\x20AC\"", 251);
-  EXPECT_TRUE(status == 7175 || status == 8021) << status;
+  const uint32_t by_platform = TAVOSetTraceLevel("\xE2\x82\xAC");
+  EXPECT_NE(0u, by_platform);
+  EXPECT_TRUE(status == 7175 || status == by_platform) << status;
 }
 
 TEST_F(TraceLevel, ThePlatformsRefusalIsRecordedUnderItsOwnNumber) {

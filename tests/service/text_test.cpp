@@ -13,6 +13,13 @@ using tavo_test::fill_statement;
 using tavo_test::ServiceRun;
 using tavo_test::WideRequest;
 
+// The converter's own answer to the last conversion, as an insert shows it.
+std::wstring last_answer() {
+  const uint32_t answer = front::platform().conversions.back().result;
+  EXPECT_NE(0u, answer);
+  return std::to_wstring(answer);
+}
+
 class Text : public testing::Test {
  protected:
   void SetUp() override {
@@ -105,14 +112,14 @@ TEST_F(Text, BytesThatAreNotValidInTheirCodePageAreNotConvertible) {
     ASSERT_EQ(1u, run.errors.size());
     EXPECT_EQ(7095u, run.errors[0].id);
     ASSERT_EQ(1u, run.errors[0].inserts.size());
-    EXPECT_EQ(L"8033", run.errors[0].inserts[0].text) << "the converter's own code";
+    EXPECT_EQ(last_answer(), run.errors[0].inserts[0].text) << "the converter's own code";
   }
 }
 
 TEST_F(Text, AnUnknownCodePageIsNotConvertible) {
   const ServiceRun run = fill_bytes("PRO=CCN", 424242);
   EXPECT_EQ(7095u, run.status);
-  EXPECT_EQ(L"8032", run.errors.at(0).inserts.at(0).text);
+  EXPECT_EQ(last_answer(), run.errors.at(0).inserts.at(0).text);
 }
 
 TEST_F(Text, BytesOfTheFirstPlaneInUtf8CountAsCharactersInTheExcerpt) {

@@ -76,7 +76,23 @@ void note_conversion(const char* function, std::string text, int32_t length, uin
   const auto* d = static_cast<const ConversionDescriptor*>(descriptor);
   s.platform.conversions.push_back({function, std::move(text), length, dst_bytes,
                                     d == nullptr ? uint8_t{0} : d->kind,
-                                    d == nullptr ? 0 : d->code_page});
+                                    d == nullptr ? 0 : d->code_page, 0});
+}
+
+// Of the conversion that was noted last.
+uint32_t note_result(uint32_t result) {
+  State& s = state();
+  if (!s.watched) return result;
+  const std::lock_guard guard(s.mutex);
+  s.platform.conversions.back().result = result;
+  return result;
+}
+
+void note_retrieval(const char* function, std::vector<const void*> arguments) {
+  State& s = state();
+  if (!s.watched) return;
+  const std::lock_guard guard(s.mutex);
+  s.platform.retrievals.push_back({function, std::move(arguments)});
 }
 
 void note_record(const TraceRecord& from) {
@@ -134,12 +150,20 @@ using front::enter;
 using front::next_definition;
 using front::note_conversion;
 using front::note_pointer;
+using front::note_result;
+using front::note_retrieval;
 
 // Answers with the failure asked for, or goes on to the platform.
 #define FRONT(function, ...)                                                 \
   static const auto behind = next_definition<decltype(function)>(#function); \
   if (const uint32_t code = enter(#function); code != 0) return code;        \
   return behind(__VA_ARGS__)
+
+// The same for a conversion that was noted.
+#define FRONT_NOTED(function, ...)                                                 \
+  static const auto behind = next_definition<decltype(function)>(#function);       \
+  if (const uint32_t code = enter(#function); code != 0) return note_result(code); \
+  return note_result(behind(__VA_ARGS__))
 
 extern "C" {
 
@@ -210,12 +234,15 @@ uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*)) {
   FRONT(TAVOCleanThreadBlock, callback);
 }
 uint32_t GetErrorCount(void* errors, void* a, void* b) {
+  note_retrieval("GetErrorCount", {errors, a, b});
   FRONT(GetErrorCount, errors, a, b);
 }
 uint32_t GetError(void* errors, void* request) {
+  note_retrieval("GetError", {errors, request});
   FRONT(GetError, errors, request);
 }
 uint32_t GetFormattedErrorMsg(void* request) {
+  note_retrieval("GetFormattedErrorMsg", {request});
   FRONT(GetFormattedErrorMsg, request);
 }
 
@@ -229,17 +256,17 @@ uint32_t TAVOCnvCharToWVarcharSz(const char* text, int32_t* length, wchar_t* dst
                                  uint32_t dst_bytes, uint32_t* count, const void* descriptor) {
   note_conversion("TAVOCnvCharToWVarcharSz", std::string(text, static_cast<size_t>(*length)),
                   *length, dst_bytes, descriptor);
-  FRONT(TAVOCnvCharToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
+  FRONT_NOTED(TAVOCnvCharToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
 }
 uint32_t TAVOCnvVarcharToWVarcharSz(const void* text, int32_t* length, wchar_t* dst,
                                     uint32_t dst_bytes, uint32_t* count, const void* descriptor) {
   note_conversion("TAVOCnvVarcharToWVarcharSz", "", *length, dst_bytes, descriptor);
-  FRONT(TAVOCnvVarcharToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
+  FRONT_NOTED(TAVOCnvVarcharToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
 }
 uint32_t TAVOCnvVarcharSzToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                       uint32_t dst_bytes, uint32_t* count, const void* descriptor) {
   note_conversion("TAVOCnvVarcharSzToWVarcharSz", text, *length, dst_bytes, descriptor);
-  FRONT(TAVOCnvVarcharSzToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
+  FRONT_NOTED(TAVOCnvVarcharSzToWVarcharSz, text, length, dst, dst_bytes, count, descriptor);
 }
 uint32_t TAVOCnvWCharToWVarcharSz(const wchar_t* text, int32_t* length, wchar_t* dst,
                                   uint32_t dst_bytes, uint32_t* count) {

@@ -1,6 +1,6 @@
 // A platform in front of the platform: an executable that links this (with its symbols exported)
 // answers every platform call of the library first. Each call is written down, fails when the test
-// asked for it, and otherwise goes on to the embedded platform.
+// asked for it, and otherwise goes on to the platform that was built or given.
 #pragma once
 
 #include <cstdint>
@@ -28,6 +28,13 @@ struct TextConversion {
   uint32_t dst_bytes;
   uint8_t kind;
   uint32_t code_page;
+  uint32_t result;  // what the library was told
+};
+
+// One call of GetErrorCount, GetError or GetFormattedErrorMsg.
+struct RetrievalCall {
+  std::string function;
+  std::vector<const void*> arguments;
 };
 
 struct Platform {
@@ -36,6 +43,7 @@ struct Platform {
   std::vector<uint32_t> resolved;  // function ids that were resolved, in order
   std::vector<Record> records;
   std::vector<TextConversion> conversions;
+  std::vector<RetrievalCall> retrievals;
   std::vector<std::string> trace_levels;
   std::vector<uint64_t> pointers;  // arguments of MutexLock, MutexUnLock and MutexDestroy, in order
   int32_t open_frames = 0;
