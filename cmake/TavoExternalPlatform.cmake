@@ -1,12 +1,12 @@
 # Takes the suite's platform libraries from TAVO_PLATFORM_DIR instead of building the embedded ones.
 foreach(name TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
-  find_library(${name}_LIBRARY ${name} PATHS ${TAVO_PLATFORM_DIR} NO_DEFAULT_PATH)
-  if(NOT ${name}_LIBRARY)
+  # Looked at anew each time, not kept in the cache: the directory may be another one by now.
+  set(file ${TAVO_PLATFORM_DIR}/lib${name}.so)
+  if(NOT EXISTS ${file})
     message(FATAL_ERROR "TAVO_PLATFORM_DIR=${TAVO_PLATFORM_DIR} holds no lib${name}.so")
   endif()
   add_library(${name} SHARED IMPORTED GLOBAL)
-  set_target_properties(${name} PROPERTIES IMPORTED_LOCATION ${${name}_LIBRARY}
-                                           IMPORTED_NO_SONAME ON)
+  set_target_properties(${name} PROPERTIES IMPORTED_LOCATION ${file} IMPORTED_NO_SONAME ON)
 endforeach()
 add_library(tavo_platform INTERFACE)
 # All five are loaded, also the ones that nothing is called in.
