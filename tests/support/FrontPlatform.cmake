@@ -1,4 +1,4 @@
-# tavo_front_platform(target): the platform that stands in front of the embedded one becomes part of
+# tavo_front_platform(target): the platform that stands in front of the real one becomes part of
 # the executable, which exports its symbols so that the dynamic linker finds them first.
 function(tavo_front_platform target)
   target_link_libraries(${target} PRIVATE tavo_fronting_platform ${CMAKE_DL_LIBS})
