@@ -1,5 +1,5 @@
-// Locking and tracing of the demonstration platform. A handle is the address of a mutex; the trace
-// is one line for each record.
+// Locking and tracing of the demonstration platform. A handle is the address of a mutex, and one
+// that the parser left behind is lost; the trace is one line for each record.
 #include <strings.h>
 
 #include <atomic>
