@@ -41,7 +41,7 @@ enum FunctionId : uint32_t {
 
 // Trace items. The names are short fixed texts, the values are addresses, numbers and fixed texts:
 // texts of a statement never reach a trace, since they may be secret.
-[[gnu::cold]] TraceItem trace_item(const char* name, uint32_t length, uint32_t type,
+[[gnu::noinline]] TraceItem trace_item(const char* name, uint32_t length, uint32_t type,
                                    const void* value);
 template <typename T>
 TraceItem trace_pointer(const char* name, T* const& pointer) {
@@ -82,7 +82,7 @@ class Trace {
     return __builtin_expect(frame_.tracing != 0, 0);
   }
   // To be called only when tracing is on.
-  [[gnu::cold]] void entry(uint32_t line, std::initializer_list<TraceItem> items);
+  [[gnu::noinline]] void entry(uint32_t line, std::initializer_list<TraceItem> items);
   // What went wrong, in words of our own.
   void note(uint32_t line, const char* text) {
     if (on()) record(kProbeExit, line, {trace_text("note", text)});
@@ -98,8 +98,8 @@ class Trace {
   }
 
  private:
-  [[gnu::cold]] void record_result(uint32_t line, uint32_t status);
-  [[gnu::cold]] void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items);
+  [[gnu::noinline]] void record_result(uint32_t line, uint32_t status);
+  [[gnu::noinline]] void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items);
 
   TraceFrame frame_{};
   uint32_t refused_;
