@@ -208,6 +208,33 @@ TEST(Storing, ThroughTheServiceRepeatsFieldDefinitionsAndDropsOtherDuplicates) {
   EXPECT_EQ(L"3", run.pairs[4].value);
 }
 
+// More pairs than are searched one by one.
+std::wstring with_many_pairs(const std::wstring& behind) {
+  std::wstring text = L"PRO=HASH, DSTFLD=A";
+  for (int i = 1; i <= 30; ++i) text += L", FLDDEF" + std::to_wstring(i) + L"=(LEN=1)";
+  return text + behind;
+}
+
+TEST(Storing, ThroughTheServiceDropsADuplicateAmongManyPairs) {
+  const auto run =
+      tavo_test::fill_statement(with_many_pairs(L", SEED=\"1\", DSTFLD=B, SEED=\"2\", CP=1208"));
+  EXPECT_EQ(0u, run.status);
+  ASSERT_EQ(34u, run.pairs.size());
+  EXPECT_EQ(L"A", run.pairs[1].value);
+  EXPECT_EQ(L"1", run.pairs[32].value);
+  EXPECT_EQ(L"CP", run.pairs[33].key);
+}
+
+TEST(Storing, ADirectCallFindsDuplicatesAmongManyPairsOfItsOwnArray) {
+  GuardedArray array(40, 64, 64);
+  for (uint32_t key = 1; key <= 20; ++key) array.store(key, u"K", 250, u"v");
+  tavo_test::fill_statement(with_many_pairs(L""));  // leaves nothing behind
+  EXPECT_EQ(0u, array.store(3, u"K", 250, u"again"));
+  EXPECT_EQ(20, array.request().count);
+  EXPECT_EQ(0u, array.store(21, u"K", 250, u"v"));
+  EXPECT_EQ(21, array.request().count);
+}
+
 TEST(Storing, AfterACutKeyItsIdentifierIsFoundAllTheSame) {
   GuardedArray array(2, 8, 64);
   EXPECT_EQ(7101u, array.store(kKey, u"SEED", 245, u"HMAC"));

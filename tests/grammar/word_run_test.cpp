@@ -1,0 +1,59 @@
+// A word read sixteen characters at a time is the word read character by character.
+#include "Grammar/word_run.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using tavo::WordRun;
+
+// Compares the two readings of the text's beginning; true when the fast one gave an answer.
+bool compare(const std::vector<uint16_t>& text) {
+  const uint16_t* end = text.data() + text.size();
+  WordRun fast = {};
+  if (!tavo::read_word(text.data(), end, fast)) return false;
+  const WordRun slow = tavo::read_word_by_character(text.data(), end);
+  EXPECT_EQ(slow.stop - text.data(), fast.stop - text.data());
+  EXPECT_EQ(slow.head, fast.head);
+  EXPECT_EQ(slow.tail, fast.tail);
+  return true;
+}
+
+TEST(WordRun, HoldsTheFirstAndTheLastEightCharactersInUpperCase) {
+  const std::u16string text = u"abcDEFgh-1.:_9";
+  const std::vector<uint16_t> units(text.begin(), text.end());
+  const WordRun run = tavo::read_word_by_character(units.data(), units.data() + units.size());
+  EXPECT_EQ(0x4847464544434241u, run.head);
+  EXPECT_EQ(0x395F3A2E312D4847u, run.tail);
+  EXPECT_EQ(14, run.stop - units.data());
+}
+
+TEST(WordRun, IsTheSameForEveryLengthAndEveryDistanceToTheEnd) {
+  const std::u16string letters = u"aZ09-.:_bYm4xQ7kPwErTyUiOpLkJhGfDsA";
+  for (size_t length = 0; length <= 34; ++length) {
+    for (size_t rest = 0; rest <= 34; ++rest) {
+      std::vector<uint16_t> text(letters.begin(), letters.begin() + static_cast<long>(length));
+      text.insert(text.end(), rest, u'=');
+      EXPECT_EQ(text.size() >= 16 ? length < 16 : text.size() >= 8 && length < 8, compare(text))
+          << length << " and " << rest;
+    }
+  }
+}
+
+TEST(WordRun, IsTheSameForEveryCodeUnitAtEveryPlace) {
+  for (uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    std::vector<uint16_t> text(16, u'A');
+    const size_t place = unit % 15;
+    text[place] = static_cast<uint16_t>(unit);
+    text[15] = u',';
+    ASSERT_TRUE(compare(text)) << unit;
+    text.assign(16, u',');
+    text[0] = static_cast<uint16_t>(unit);
+    ASSERT_TRUE(compare(text)) << unit;
+  }
+}
+
+}  // namespace
