@@ -42,7 +42,7 @@ enum FunctionId : uint32_t {
 // Trace items. The names are short fixed texts, the values are addresses, numbers and fixed texts:
 // texts of a statement never reach a trace, since they may be secret.
 [[gnu::noinline]] TraceItem trace_item(const char* name, uint32_t length, uint32_t type,
-                                   const void* value);
+                                       const void* value);
 template <typename T>
 TraceItem trace_pointer(const char* name, T* const& pointer) {
   return trace_item(name, sizeof pointer, kTracePointer, &pointer);
@@ -99,7 +99,8 @@ class Trace {
 
  private:
   [[gnu::noinline]] void record_result(uint32_t line, uint32_t status);
-  [[gnu::noinline]] void record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items);
+  [[gnu::noinline]] void record(uint32_t probe, uint32_t line,
+                                std::initializer_list<TraceItem> items);
 
   TraceFrame frame_{};
   uint32_t refused_;

@@ -163,6 +163,36 @@ std::string to_8(const std::u16string& src, uint32_t room, uint32_t& status, uin
   return std::string(dst.data(), produced);
 }
 
+// Texts are copied in groups as long as nothing in them needs a look.
+TEST(Unicode, IsTheSameForEveryLengthAndEveryPlaceOfASpecialCharacter) {
+  for (const char32_t special :
+       {U'\x7FFF', U'\x8000', U'\xD7FF', U'\xE000', U'\xFFFF', U'\x1F600'}) {
+    for (size_t length = 1; length <= 20; ++length) {
+      for (size_t place = 0; place < length; ++place) {
+        std::u32string wide;
+        std::u16string units;
+        for (size_t i = 0; i < length; ++i) {
+          const char32_t c = i == place ? special : U'a' + static_cast<char32_t>(i);
+          wide += c;
+          if (c > 0xFFFF) {
+            units += static_cast<char16_t>(0xD7C0 + (c >> 10));
+            units += static_cast<char16_t>(0xDC00 + (c & 0x3FF));
+          } else {
+            units += static_cast<char16_t>(c);
+          }
+        }
+        EXPECT_EQ(wide, to_32(units, static_cast<uint32_t>(length)).text) << length << ' ' << place;
+        EXPECT_EQ(units, to_16(wide, static_cast<uint32_t>(units.size())).text)
+            << length << ' ' << place;
+        units[place] = 0xDC00;  // the second half of a pair, alone
+        EXPECT_EQ(kSourceInvalid, to_32(units, 64).status) << length << ' ' << place;
+        wide[place] = 0xDC00;
+        EXPECT_EQ(kSourceInvalid, to_16(wide, 64).status) << length << ' ' << place;
+      }
+    }
+  }
+}
+
 TEST(Convert16To8, WritesUtf8) {
   uint32_t status = 0, produced = 0;
   const std::string text = to_8(u"a\u00e9\u20ac\U0001F600", 100, status, produced);
