@@ -4,6 +4,7 @@
 #include "parse_session.h"
 #include "token_text.h"
 #include "trace.h"
+#include "utf16_characters.h"
 
 namespace tavo {
 namespace {
@@ -13,21 +14,6 @@ struct Place {
   const uint16_t* start = nullptr;
   const uint16_t* stop = nullptr;  // one past
 };
-
-bool is_high(uint16_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-bool is_low(uint16_t unit) {
-  return (unit & 0xFC00) == 0xDC00;
-}
-
-uint32_t count_characters(const uint16_t* from, const uint16_t* to) {
-  uint32_t count = 0;
-  for (const uint16_t* p = from; p < to; ++p, ++count) {
-    if (is_high(*p) && p + 1 != to && is_low(p[1])) ++p;
-  }
-  return count;
-}
 
 const uint16_t* units(const void* address) {
   return static_cast<const uint16_t*>(address);
@@ -53,10 +39,7 @@ Place place_of(pANTLR3_BASE_RECOGNIZER recognizer, const ANTLR3_EXCEPTION& excep
     place.input = static_cast<pANTLR3_LEXER>(recognizer->super)->input;
     if (exception.c != ANTLR3_CHARSTREAM_EOF) {
       place.start = reinterpret_cast<const uint16_t*>(static_cast<intptr_t>(exception.index));
-      // A caller's own stream may end with half a pair.
-      const bool pair = place.start + 1 != end_of(*place.input) && is_high(place.start[0]) &&
-                        is_low(place.start[1]);
-      place.stop = place.start + (pair ? 2 : 1);
+      place.stop = next_character(place.start, end_of(*place.input));
     }
   }
   if (place.input != nullptr && place.start == nullptr) {

@@ -65,11 +65,5 @@ constexpr bool is_blank(uint32_t c) {
 constexpr uint32_t to_upper(uint32_t c) {
   return c - 'a' < 26u ? c - 0x20 : c;
 }
-constexpr bool is_high_surrogate(uint32_t unit) {
-  return (unit & 0xFFFFFC00u) == 0xD800u;
-}
-constexpr bool is_low_surrogate(uint32_t unit) {
-  return (unit & 0xFFFFFC00u) == 0xDC00u;
-}
 
 }  // namespace tavo

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "Grammar/character_class.h"
+#include "utf16_characters.h"
 
 namespace tavo {
 namespace {
@@ -72,7 +72,7 @@ void LineCursor::advance(const uint16_t* from, const uint16_t* to) {
       ++line;
       line_start = p + 1;
       pairs_in_line = 0;
-    } else if (is_high_surrogate(*p) && p + 1 != to && is_low_surrogate(p[1])) {
+    } else if (next_character(p, to) == p + 2) {
       ++p;
       ++pairs_in_line;
       ++pairs;

@@ -7,6 +7,7 @@
 #include "Grammar/vocabulary.h"
 #include "Grammar/word_run.h"
 #include "TAVOParserTokens.h"
+#include "utf16_characters.h"
 
 namespace tavo {
 
@@ -229,11 +230,6 @@ Lexeme detail::scan_other(const Unit* text, const Unit* end) {
     default: break;
   }
   return token_or_broken(match_bad_separator(text, end), BAD_SEP);
-}
-
-const Unit* next_character(const Unit* text, const Unit* end) {
-  const bool pair = is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
-  return text + (pair ? 2 : 1);
 }
 
 Match match_word_run(const Unit* text, const Unit* end) {

@@ -75,9 +75,6 @@ inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
   return {text + 1, WHITESPACE, Lexeme::kHidden};
 }
 
-// One past the character at text: two units for a surrogate pair. text is before end.
-const uint16_t* next_character(const uint16_t* text, const uint16_t* end);
-
 // ---- single rules, each committed from its first character on ----------------------------------
 
 Match match_word_run(const uint16_t* text, const uint16_t* end);       // unquoted string

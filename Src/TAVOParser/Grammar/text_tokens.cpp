@@ -1,20 +1,14 @@
 // The tokens of a text, and single lexer rules, without the recognizer's objects.
-#include "Grammar/character_class.h"
 #include "Grammar/lexer.h"
 #include "Grammar/lexer_rule.h"
 #include "Grammar/scanner.h"
 #include "Grammar/vocabulary.h"
 #include "TAVOLanguage.h"
+#include "utf16_characters.h"
 #include "utf16_text.h"
 
 namespace tavo {
 namespace {
-
-uint32_t count_characters(const uint16_t* from, const uint16_t* to) {
-  LineCursor cursor;
-  cursor.advance(from, to);
-  return static_cast<uint32_t>(to - from) - cursor.pairs;
-}
 
 // Walks over a text and keeps offset, line and column in characters.
 class TokenWalk {
