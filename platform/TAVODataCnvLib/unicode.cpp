@@ -31,17 +31,12 @@ bool arguments_are_valid(const void* src, bool source_is_empty, const void* dst,
          count != nullptr;
 }
 
-}  // namespace
-
-TAVO_PLATFORM_API uint32_t Convert32To16(const uint32_t* src, int32_t src_units, uint16_t* dst,
-                                         uint32_t dst_units, uint32_t* count) {
-  if (!arguments_are_valid(src, src_units == 0, dst, dst_units, count)) {
-    return fail(kArgumentInvalid, dst, dst_units);
-  }
-  if (src_units < 0) return fail(kLengthInvalid, dst, dst_units);
+// The text from `written` on, where the first character is that needs a look: so far every
+// character has been one unit.
+[[gnu::noinline]] uint32_t narrow_from(uint32_t written, const uint32_t* src, uint32_t src_units,
+                                       uint16_t* dst, uint32_t dst_units,
+                                       uint32_t* count) noexcept {
   const uint32_t* const end = src + src_units;
-  uint32_t written =
-      copy_plain<kFarFromSurrogates>(src, static_cast<uint32_t>(src_units), dst, dst_units);
   src += written;
   while (src < end) {
     const uint32_t c = *src++;
@@ -62,13 +57,9 @@ TAVO_PLATFORM_API uint32_t Convert32To16(const uint32_t* src, int32_t src_units,
   return finish(dst, written, dst_units, count);
 }
 
-TAVO_PLATFORM_API uint32_t Convert16To32(const uint16_t* src, uint32_t src_units, uint32_t* dst,
-                                         uint32_t dst_units, uint32_t* count) {
-  if (!arguments_are_valid(src, src_units == 0, dst, dst_units, count)) {
-    return fail(kArgumentInvalid, dst, dst_units);
-  }
+[[gnu::noinline]] uint32_t widen_from(uint32_t written, const uint16_t* src, uint32_t src_units,
+                                      uint32_t* dst, uint32_t dst_units, uint32_t* count) noexcept {
   const uint16_t* const end = src + src_units;
-  uint32_t written = copy_plain<kFarFromSurrogates>(src, src_units, dst, dst_units);
   src += written;
   while (src < end) {
     uint32_t c = *src++;
@@ -82,6 +73,30 @@ TAVO_PLATFORM_API uint32_t Convert16To32(const uint16_t* src, uint32_t src_units
     dst[written++] = c;
   }
   return finish(dst, written, dst_units, count);
+}
+
+}  // namespace
+
+TAVO_PLATFORM_API uint32_t Convert32To16(const uint32_t* src, int32_t src_units, uint16_t* dst,
+                                         uint32_t dst_units, uint32_t* count) {
+  if (!arguments_are_valid(src, src_units == 0, dst, dst_units, count)) {
+    return fail(kArgumentInvalid, dst, dst_units);
+  }
+  if (src_units < 0) return fail(kLengthInvalid, dst, dst_units);
+  const auto units = static_cast<uint32_t>(src_units);
+  const uint32_t written = copy_plain<kFarFromSurrogates>(src, units, dst, dst_units);
+  if (written == units) return finish(dst, written, dst_units, count);
+  return narrow_from(written, src, units, dst, dst_units, count);
+}
+
+TAVO_PLATFORM_API uint32_t Convert16To32(const uint16_t* src, uint32_t src_units, uint32_t* dst,
+                                         uint32_t dst_units, uint32_t* count) {
+  if (!arguments_are_valid(src, src_units == 0, dst, dst_units, count)) {
+    return fail(kArgumentInvalid, dst, dst_units);
+  }
+  const uint32_t written = copy_plain<kFarFromSurrogates>(src, src_units, dst, dst_units);
+  if (written == src_units) return finish(dst, written, dst_units, count);
+  return widen_from(written, src, src_units, dst, dst_units, count);
 }
 
 TAVO_PLATFORM_API uint32_t Convert16To8(char* dst, uint32_t dst_size, const uint16_t* src,

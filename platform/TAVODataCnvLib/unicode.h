@@ -101,8 +101,11 @@ template <uint32_t kBelow, typename From, typename To>
 uint32_t copy_plain(const From* src, uint32_t src_units, To* dst, uint32_t dst_units) noexcept {
   constexpr uint32_t kGroup = sizeof(To) > sizeof(From) ? 4 : 8;
   const uint32_t units = src_units < dst_units ? src_units : dst_units;
-  if (units < kGroup) return 0;
   uint32_t done = 0;
+  if (units < kGroup) {
+    for (; done != units && src[done] < kBelow; ++done) dst[done] = static_cast<To>(src[done]);
+    return done;
+  }
   const auto copy_group = [&](uint32_t from) {
     if (!is_plain<kBelow, kGroup>(src + from)) return false;
     for (uint32_t i = 0; i < kGroup; ++i) dst[from + i] = static_cast<To>(src[from + i]);

@@ -151,13 +151,21 @@ inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* st
 
 inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
   const uint16_t* place = next_;
-  while (place != end_ && *place == ' ') ++place;           // the hidden token that is met most
-  if (place != end_ && (*place == '=' || *place == ',')) {  // half of all visible ones
-    describe(token, place, place + 1, *place == '=' ? EQUAL : COMMA);
-    next_ = place + 1;
-    return true;
+  while (place != end_ && *place == ' ') ++place;  // the hidden token that is met most
+  if (place == end_) return next_visible_behind(place, token);
+  // Nearly all visible tokens: nothing about them but their type needs a look.
+  Lexeme lexeme;
+  if (is_word(*place)) {
+    lexeme = detail::scan_word(place, end_);
+  } else if (*place == '=' || *place == ',') {
+    lexeme = detail::token(place + 1, *place == '=' ? EQUAL : COMMA);
+  } else {
+    return next_visible_behind(place, token);
   }
-  return next_visible_behind(place, token);
+  if (lexeme.type == 0 || lexeme.multi_line()) return next_visible_behind(place, token);
+  describe(token, place, lexeme.stop, lexeme.type);
+  next_ = lexeme.stop;
+  return true;
 }
 
 }  // namespace tavo
