@@ -9,8 +9,10 @@ A mutant turns a comparison, a condition, a sign, a constant, a truth value or a
 another one. The tree is copied into a folder of its own and built there with little optimisation; for
 each mutant what changed is built again (by way of ccache, if there is one) and the tests run until one
 fails, the quick ones first: the corpus, the unit and property tests, the fuzzers' corpus, and a small
-run of the second opinion. A mutant that does not compile is none. One that every test lets pass has survived: the same behaviour in other words, or
-behaviour that no test holds.
+run of the second opinion. What none of them notices is built and tested once more with the sanitizers
+for addresses and undefined behaviour, as every change is. A mutant that does not compile is none. One
+that every test lets pass has survived: the same behaviour in other words, or behaviour that no test
+holds.
 
 The exit code is 0 when at least --least percent were noticed.
 """
@@ -37,6 +39,9 @@ LEFT_OUT = "^(valgrind_|second_opinion_|install|docs|readme|package|abi_|.*other
 SECOND_OPINION_COUNT = 4000
 MEMORY_LIMIT = 6 << 30  # bytes for each process: a mutant may ask for memory without end
 TEST_TIME_LIMIT = 120  # seconds for one test: a mutant may never end
+SANITIZERS = "address,undefined"
+SANITIZED_TESTS = ["array_test", "corpus_test", "errors_test", "faults_test", "grammar_test", "records_test", "records_memory_test",
+                   "service_test", "statement_property_test", "stream_end_test", "util_test", "validation_test"]
 QUICK_TEST = 1.0  # seconds: tests that take less go first
 BATCH = 40  # mutants that are put in the order of their files, so that few files are built twice
 
@@ -102,36 +107,44 @@ def limit_memory() -> None:
 
 
 class Tree:
-    """A copy of the tree with its own build folder."""
+    """A copy of the sources with a build folder, plain or with sanitizers."""
 
-    def __init__(self, folder: pathlib.Path, jobs: int):
-        self.folder, self.jobs = folder, jobs
-        self.build = folder / "build"
-        for name in COPIED:
-            source = ROOT / name
-            if source.is_dir():
-                shutil.copytree(source, folder / name)
-            elif source.exists():
-                shutil.copy2(source, folder / name)
-        shutil.rmtree(folder / "tests" / "platform", ignore_errors=True)  # never sees the library
+    def __init__(self, folder: pathlib.Path, jobs: int, sanitizers: str = ""):
+        self.folder, self.jobs, self.sanitizers = folder, jobs, sanitizers
+        self.build = folder / ("sanitized" if sanitizers else "build")
         self.environment = dict(os.environ, TAVO_TRACE_FILE="/dev/null", RC_PARAMS="max_success=300 seed=1",
                                 CCACHE_BASEDIR=str(folder), CCACHE_NOHASHDIR="1")
         self.quick: list[str] = []
 
     def run(self, *command: str, limit: float = 3000) -> subprocess.CompletedProcess:
+        # The address sanitizer reserves more than any limit.
         return subprocess.run(command, cwd=self.folder, env=self.environment, capture_output=True, text=True, timeout=limit,
-                              preexec_fn=limit_memory)
+                              preexec_fn=None if self.sanitizers else limit_memory)
 
     def configure(self) -> None:
-        cached = ["-DCMAKE_C_COMPILER_LAUNCHER=ccache", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
-        done = self.run("cmake", "-S", ".", "-B", "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+        cached = ["-DCMAKE_C_COMPILER_LAUNCHER=ccache", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache",
+                  "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON"] if shutil.which("ccache") else []
+        done = self.run("cmake", "-S", ".", "-B", str(self.build), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                         "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DCMAKE_C_FLAGS_RELEASE=-O1", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
-                        *cached)
+                        f"-DTAVO_SANITIZE={self.sanitizers}", *cached)
         if done.returncode:
             sys.exit("The copy cannot be configured:\n" + done.stdout[-3000:] + done.stderr[-3000:])
 
     def make(self) -> subprocess.CompletedProcess:
-        return self.run("cmake", "--build", "build", "-j", str(self.jobs))
+        return self.run("cmake", "--build", str(self.build), "-j", str(self.jobs),
+                        "--target", *(SANITIZED_TESTS if self.sanitizers else ["all"]))
+
+    def prepare(self) -> None:
+        """Builds and tests the tree as it is."""
+        self.configure()
+        made = self.make()
+        if made.returncode:
+            sys.exit("The copy does not compile:\n" + made.stdout[-3000:])
+        failing = self.noticed_by()
+        if failing:
+            sys.exit(f"{failing} fails without a mutant")
+        if not self.sanitizers:
+            self.learn_costs()
 
     def learn_costs(self) -> None:
         """Remembers which tests were quick."""
@@ -142,7 +155,7 @@ class Tree:
                 self.quick.append(name)
 
     def failing_of(self, *choice: str) -> str:
-        done = self.run("ctest", "--test-dir", "build", "-j", str(self.jobs), "--stop-on-failure", *choice,
+        done = self.run("ctest", "--test-dir", str(self.build), "-j", str(self.jobs), "--stop-on-failure", *choice,
                         "--timeout", str(TEST_TIME_LIMIT))
         if not done.returncode:
             return ""
@@ -151,6 +164,9 @@ class Tree:
 
     def noticed_by(self) -> str:
         """The first test that fails, or nothing."""
+        if self.sanitizers:
+            failing = self.failing_of("-R", "^(" + "|".join(SANITIZED_TESTS) + ")$")
+            return failing and f"{failing} with sanitizers"
         quick = "^(" + "|".join(self.quick) + ")$"
         failing = self.quick and self.failing_of("-R", quick, "-E", LEFT_OUT)
         failing = failing or self.failing_of("-E", f"{LEFT_OUT}|{quick}" if self.quick else LEFT_OUT)
@@ -164,15 +180,26 @@ class Tree:
             return "second_opinion"
         return "second_opinion" if done.returncode else ""
 
-    def change(self, mutant: Mutant) -> str:
-        """Applies a mutant; returns the text of the file as it was."""
-        path = self.folder / mutant.file
-        before = path.read_text()
-        lines = before.split("\n")
-        line = lines[mutant.line - 1]
-        lines[mutant.line - 1] = line[:mutant.start] + mutant.replacement + line[mutant.stop:]
-        path.write_text("\n".join(lines))
-        return before
+
+def copy_sources(folder: pathlib.Path) -> None:
+    for name in COPIED:
+        source = ROOT / name
+        if source.is_dir():
+            shutil.copytree(source, folder / name)
+        elif source.exists():
+            shutil.copy2(source, folder / name)
+    shutil.rmtree(folder / "tests" / "platform", ignore_errors=True)  # never sees the library
+
+
+def change(folder: pathlib.Path, mutant: Mutant) -> str:
+    """Applies a mutant; returns the text of the file as it was."""
+    path = folder / mutant.file
+    before = path.read_text()
+    lines = before.split("\n")
+    line = lines[mutant.line - 1]
+    lines[mutant.line - 1] = line[:mutant.start] + mutant.replacement + line[mutant.stop:]
+    path.write_text("\n".join(lines))
+    return before
 
 
 def shown(mutant: Mutant) -> str:
@@ -182,7 +209,19 @@ def shown(mutant: Mutant) -> str:
         part for part in difflib.unified_diff([line], [changed], n=0, lineterm="") if part[:2] not in ("--", "++", "@@"))
 
 
-def examine(tree: Tree, chosen: list[Mutant], deadline: float) -> tuple[dict[str, int], list[Mutant], int]:
+def noticed_by(trees: list[Tree]) -> str | None:
+    """The first test that fails in the first tree where one does, or nothing; none for what does not compile."""
+    for tree in trees:
+        if tree.make().returncode:
+            return None
+        failing = tree.noticed_by()
+        if failing:
+            return failing
+    return ""
+
+
+def examine(folder: pathlib.Path, trees: list[Tree], chosen: list[Mutant],
+            deadline: float) -> tuple[dict[str, int], list[Mutant], int]:
     noticed: dict[str, int] = {}
     survivors: list[Mutant] = []
     rejected = 0
@@ -190,21 +229,19 @@ def examine(tree: Tree, chosen: list[Mutant], deadline: float) -> tuple[dict[str
         if time.monotonic() > deadline:
             print(f"Out of time after {number - 1} of {len(chosen)}")
             break
-        before = tree.change(mutant)
+        before = change(folder, mutant)
         try:
-            if tree.make().returncode:
-                rejected += 1
-                result = "does not compile"
-            else:
-                result = tree.noticed_by()
-                if result:
-                    noticed[result] = noticed.get(result, 0) + 1
-                else:
-                    survivors.append(mutant)
-                    result = "SURVIVED"
+            result = noticed_by(trees)
         finally:
-            (tree.folder / mutant.file).write_text(before)
-        print(f"{number:4} {mutant.name()}  {result}", flush=True)
+            (folder / mutant.file).write_text(before)
+        if result is None:
+            rejected += 1
+        elif result:
+            noticed[result] = noticed.get(result, 0) + 1
+        else:
+            survivors.append(mutant)
+        shown_result = "does not compile" if result is None else result or "SURVIVED"
+        print(f"{number:4} {mutant.name()}  {shown_result}", flush=True)
     return noticed, survivors, rejected
 
 
@@ -231,17 +268,13 @@ def main() -> int:
         return 0
     print(f"{len(chosen)} of {len(every)} mutants, seed {options.seed}", flush=True)
     started = time.monotonic()
-    with tempfile.TemporaryDirectory(prefix="tavo-mutation-") as folder:
-        tree = Tree(pathlib.Path(folder), options.jobs)
-        tree.configure()
-        made = tree.make()
-        if made.returncode:
-            sys.exit("The copy does not compile:\n" + made.stdout[-3000:])
-        failing = tree.noticed_by()
-        if failing:
-            sys.exit(f"{failing} fails without a mutant")
-        tree.learn_costs()
-        noticed, survivors, rejected = examine(tree, chosen, started + options.seconds)
+    with tempfile.TemporaryDirectory(prefix="tavo-mutation-") as name:
+        folder = pathlib.Path(name)
+        copy_sources(folder)
+        trees = [Tree(folder, options.jobs), Tree(folder, options.jobs, SANITIZERS)]
+        for tree in trees:
+            tree.prepare()
+        noticed, survivors, rejected = examine(folder, trees, chosen, started + options.seconds)
     killed = sum(noticed.values())
     tried = killed + len(survivors)
     for mutant in survivors:
