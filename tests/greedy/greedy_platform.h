@@ -1,0 +1,19 @@
+// Conversions that write every byte of the destination before they convert into it, as a platform
+// may.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace greedy {
+
+// Bytes of the destination that the last conversion was told of, and where it is.
+struct Room {
+  void* address = nullptr;
+  size_t bytes = 0;
+};
+const Room& last_room();
+// Conversions so far.
+uint32_t conversions();
+
+}  // namespace greedy
