@@ -112,7 +112,8 @@ class Tree:
     def __init__(self, folder: pathlib.Path, jobs: int, sanitizers: str = ""):
         self.folder, self.jobs, self.sanitizers = folder, jobs, sanitizers
         self.build = folder / ("sanitized" if sanitizers else "build")
-        self.environment = dict(os.environ, TAVO_TRACE_FILE="/dev/null", RC_PARAMS="max_success=300 seed=1",
+        cases = 50 if sanitizers else 300  # of each property
+        self.environment = dict(os.environ, TAVO_TRACE_FILE="/dev/null", RC_PARAMS=f"max_success={cases} seed=1",
                                 CCACHE_BASEDIR=str(folder), CCACHE_NOHASHDIR="1")
         self.quick: list[str] = []
 
