@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <set>
 
@@ -24,6 +26,21 @@ TEST(SecureRandom, DrawsDiffer) {
   EXPECT_GE(drawn.size(), 63u);
   EXPECT_EQ(0u, all_ones);
   EXPECT_EQ(0xFFFFFFFFu, any_ones);
+}
+
+// A process without a standard input gets the number 0 for the device.
+TEST(SecureRandom, TheFirstFileNumberIsOneLikeAnyOther) {
+  const int input = fcntl(0, F_DUPFD_CLOEXEC, 10);
+  close(0);
+  EXPECT_EQ(0, checkSecureRandom());
+  uint32_t any_ones = 0;
+  for (int i = 0; i < 64; ++i) any_ones |= getSecureRandomNumber();
+  EXPECT_EQ(0xFFFFFFFFu, any_ones);
+  EXPECT_EQ(-1, fcntl(0, F_GETFD)) << "closed again";
+  if (input >= 0) {
+    dup2(input, 0);
+    close(input);
+  }
 }
 
 }  // namespace
