@@ -41,8 +41,9 @@ SECOND_OPINION_COUNT = 4000
 MEMORY_LIMIT = 6 << 30  # bytes for each process: a mutant may ask for memory without end
 TIME_LIMIT = 300  # seconds for all tests: a mutant may never end
 SANITIZERS = "address,undefined"
-SANITIZED_TESTS = ["array_test", "corpus_test", "errors_test", "faults_test", "grammar_test", "greedy_test", "records_test", "records_memory_test",
-                   "service_test", "statement_property_test", "stream_end_test", "util_test", "validation_test"]
+SANITIZED_TESTS = ["array_test", "corpus_test", "errors_test", "faults_test", "grammar_test", "greedy_test", "records_test",
+                   "records_memory_test", "service_test", "statement_property_test", "stream_end_test", "util_test",
+                   "validation_test"]
 QUICK_TEST = 1.0  # seconds: tests that take less go first
 QUICK_TIME_LIMIT = 60
 BATCH = 40  # mutants that are put in the order of their files, so that few files are built twice
