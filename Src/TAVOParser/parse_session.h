@@ -26,11 +26,11 @@ class StoredKeys {
   }
   // True when this is the request that is being parsed.
   bool follows(const RequestRecord* request) const {
-    return request_ == request && count_ <= request->count;
+    return request_ == request && static_cast<int64_t>(count_) <= request->count;
   }
   // Whether a pair with this key, below kKeys, is stored in the request that is followed.
   bool contains(uint32_t key) {
-    for (; count_ < request_->count; ++count_) {
+    for (const auto count = static_cast<uint32_t>(request_->count); count_ < count; ++count_) {
       const uint32_t stored = request_->pKeyValueArr[count_].keyId;
       if (stored < kKeys) keys_[stored / 64] |= uint64_t{1} << (stored % 64);
     }
@@ -39,7 +39,7 @@ class StoredKeys {
 
  private:
   const RequestRecord* request_ = nullptr;
-  int32_t count_ = 0;  // pairs that are in the index
+  uint32_t count_ = 0;  // pairs that are in the index
   uint64_t keys_[kKeys / 64] = {};
 };
 

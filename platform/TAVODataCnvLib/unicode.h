@@ -84,6 +84,7 @@ template <uint32_t kBelow, uint32_t kUnits, typename Unit>
 bool is_plain(const Unit* src) noexcept {
   static_assert((kBelow & (kBelow - 1)) == 0);
   constexpr uint32_t kUnitsPerWord = sizeof(uint64_t) / sizeof(Unit);
+  static_assert(kUnits % kUnitsPerWord == 0);
   constexpr uint64_t kFirstUnit = ~uint64_t{0} >> (64 - 8 * sizeof(Unit));
   constexpr uint64_t kTooHigh = (kFirstUnit & ~uint64_t{kBelow - 1}) * (~uint64_t{0} / kFirstUnit);
   uint64_t bits = 0;
@@ -99,7 +100,7 @@ bool is_plain(const Unit* src) noexcept {
 // that the compiler can handle at once. Returns the units copied.
 template <uint32_t kBelow, typename From, typename To>
 uint32_t copy_plain(const From* src, uint32_t src_units, To* dst, uint32_t dst_units) noexcept {
-  constexpr uint32_t kGroup = sizeof(To) > sizeof(From) ? 4 : 8;
+  constexpr uint32_t kGroup = sizeof(To) > sizeof(From) ? sizeof(uint64_t) / sizeof(From) : 8;
   const uint32_t units = src_units < dst_units ? src_units : dst_units;
   uint32_t done = 0;
   if (units < kGroup) {

@@ -2,25 +2,39 @@
 // pairs before it, with the same result.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "parse_session.h"
 
 namespace {
 
 using tavo::StoredKeys;
 
-// Adds keys as the array does: told first, counted then.
-void add(StoredKeys& stored, RequestRecord& request, uint32_t key) {
-  stored.add(&request, key);
-  ++request.count;
-}
+// A request with room for many pairs, which are only their keys.
+class Request {
+ public:
+  Request() : pairs_(StoredKeys::kKeys + 8) {
+    record_.pKeyValueArr = pairs_.data();
+  }
+  void add(uint32_t key) {
+    pairs_[static_cast<size_t>(record_.count++)].keyId = key;
+  }
+  RequestRecord* get() {
+    return &record_;
+  }
+
+ private:
+  std::vector<KeyValueEntry> pairs_;
+  RequestRecord record_{};
+};
 
 TEST(StoredKeys, ContainExactlyWhatWasAdded) {
   for (uint32_t added = 0; added < StoredKeys::kKeys; ++added) {
     StoredKeys stored;
-    RequestRecord request{};
-    stored.begin(&request);
-    add(stored, request, added);
-    EXPECT_TRUE(stored.covers(&request));
+    Request request;
+    stored.begin(request.get());
+    request.add(added);
+    ASSERT_TRUE(stored.follows(request.get()));
     for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) {
       ASSERT_EQ(key == added, stored.contains(key)) << added << " " << key;
     }
@@ -29,54 +43,63 @@ TEST(StoredKeys, ContainExactlyWhatWasAdded) {
 
 TEST(StoredKeys, OfEveryKeyAtOnce) {
   StoredKeys stored;
-  RequestRecord request{};
-  stored.begin(&request);
+  Request request;
+  stored.begin(request.get());
   for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) {
     EXPECT_FALSE(stored.contains(key));
-    add(stored, request, key);
+    request.add(key);
     EXPECT_TRUE(stored.contains(key));
   }
-  EXPECT_TRUE(stored.covers(&request));
+  EXPECT_TRUE(stored.follows(request.get()));
   EXPECT_LE(uint32_t{TAVO_TOKEN_NAME_COUNT}, StoredKeys::kKeys) << "every key of the grammar";
 }
 
-TEST(StoredKeys, KeysBehindTheLastAreCountedOnly) {
+TEST(StoredKeys, OfManyPairsAtOnce) {
   StoredKeys stored;
-  RequestRecord request{};
-  stored.begin(&request);
-  for (const uint32_t key : {StoredKeys::kKeys, StoredKeys::kKeys + 1, 0xFFFFFFFFu}) {
-    add(stored, request, key);
+  Request request;
+  stored.begin(request.get());
+  for (uint32_t key = 0; key < StoredKeys::kKeys; key += 3) request.add(key);
+  for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) {
+    EXPECT_EQ(key % 3 == 0, stored.contains(key)) << key;
   }
-  EXPECT_TRUE(stored.covers(&request));
+}
+
+TEST(StoredKeys, KeysBehindTheLastAreNone) {
+  StoredKeys stored;
+  Request request;
+  stored.begin(request.get());
+  for (const uint32_t key : {StoredKeys::kKeys, StoredKeys::kKeys + 1, 0xFFFFFFFFu}) {
+    request.add(key);
+  }
   for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) EXPECT_FALSE(stored.contains(key));
 }
 
-TEST(StoredKeys, CoverTheirRequestOnlyAndOnlyAsTheyLeftIt) {
+TEST(StoredKeys, FollowTheirRequestOnly) {
   StoredKeys stored;
-  RequestRecord request{}, other{};
-  EXPECT_FALSE(stored.covers(&request)) << "not begun";
-  stored.begin(&request);
-  EXPECT_TRUE(stored.covers(&request)) << "no pair yet";
-  EXPECT_FALSE(stored.covers(&other));
-  add(stored, request, 5);
-  EXPECT_TRUE(stored.covers(&request));
-  ++request.count;  // a pair that nobody told of
-  EXPECT_FALSE(stored.covers(&request));
-  stored.add(&request, 7);
-  EXPECT_FALSE(stored.contains(7)) << "no longer the whole truth";
-  --request.count;
+  Request request, other;
+  EXPECT_FALSE(stored.follows(request.get())) << "not begun";
+  stored.begin(request.get());
+  EXPECT_TRUE(stored.follows(request.get())) << "no pair yet";
+  EXPECT_FALSE(stored.follows(other.get()));
+  request.add(5);
+  EXPECT_TRUE(stored.contains(5));
+  EXPECT_TRUE(stored.follows(request.get()));
+  --request.get()->count;  // a pair that is gone again: no longer the whole truth
+  EXPECT_FALSE(stored.follows(request.get()));
+  ++request.get()->count;
   stored.end();
-  EXPECT_FALSE(stored.covers(&request));
+  EXPECT_FALSE(stored.follows(request.get()));
 }
 
 TEST(StoredKeys, BeginEmptyEachTime) {
   StoredKeys stored;
-  RequestRecord request{};
-  stored.begin(&request);
-  for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) add(stored, request, key);
-  request.count = 0;
-  stored.begin(&request);
-  EXPECT_TRUE(stored.covers(&request));
+  Request request;
+  stored.begin(request.get());
+  for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) request.add(key);
+  EXPECT_TRUE(stored.contains(0));
+  request.get()->count = 0;
+  stored.begin(request.get());
+  EXPECT_TRUE(stored.follows(request.get()));
   for (uint32_t key = 0; key < StoredKeys::kKeys; ++key) EXPECT_FALSE(stored.contains(key));
 }
 

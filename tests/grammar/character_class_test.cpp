@@ -6,6 +6,8 @@
 
 #include <cstring>
 
+#include "utf16_characters.h"
+
 namespace {
 
 bool between(uint32_t c, char first, char last) {
