@@ -118,16 +118,21 @@ def allocations(table, folder):
 
 
 def trace(table, folder, arguments):
-    """The same program with the library built without trace frames, the two runs taking turns."""
+    """The library built without trace frames beside it, the two taking turns at going first.
+
+    What disturbs a run only makes it longer: the lower quartile tells more than the median.
+    """
     name = "filling/hash/130/wide"
-    ratios = []
-    for _ in range(arguments.trace_rounds):
-        costs = [measure(f"{folder}/bin/tavo_bench", f"^{name}$", 3, arguments.min_time, library)
-                 [name][0] for library in (f"{folder}/lib", f"{folder}/lib/no_trace")]
-        ratios.append(costs[0] / costs[1])
-    percent = (statistics.median(ratios) - 1) * 100
-    table.row("what tracing costs while it is off, 130 characters", f"{percent:+.1f} %",
-              "under 2 %", percent < 2)
+    costs = {f"{folder}/lib": [], f"{folder}/lib/no_trace": []}
+    for number in range(arguments.trace_rounds):
+        for library in sorted(costs, reverse=number % 2 == 0):
+            times = measure(f"{folder}/bin/tavo_bench", f"^{name}$", 3, 0.03, library)
+            costs[library].append(times[name][0])
+    quartiles = [statistics.quantiles(times, n=4) for times in costs.values()]
+    lower, median = (100 * (quartiles[0][i] / quartiles[1][i] - 1) for i in (0, 1))
+    table.row("what tracing costs while it is off, 130 characters",
+              f"{median:+.1f} % (lower quartiles of {arguments.trace_rounds} runs each: "
+              f"{lower:+.1f} %)", "under 2 %", median < 2)
 
 
 def instructions(folder, library, calls=2000):
@@ -188,7 +193,7 @@ def main():
     parser.add_argument("--build", default="build/bench", help="build folder")
     parser.add_argument("--repetitions", type=int, default=7)
     parser.add_argument("--min-time", type=float, default=0.02, help="seconds a repetition")
-    parser.add_argument("--trace-rounds", type=int, default=9)
+    parser.add_argument("--trace-rounds", type=int, default=41)
     arguments = parser.parse_args()
     folder = os.path.abspath(arguments.build)
 
@@ -196,9 +201,10 @@ def main():
     machine()
     pattern = "|".join([
         f"^(filling)/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})/wide$",
-        "^(peer|lexer)/", "^(barechain|stockchain)/", f"^filling/({'|'.join(LONG)})/.*/wide$",
-        "^threads/"])
+        "^(peer|lexer)/", "^(barechain|stockchain)/", f"^filling/({'|'.join(LONG)})/.*/wide$"])
     times = measure(f"{folder}/bin/tavo_bench", pattern, arguments.repetitions, arguments.min_time)
+    times |= measure(f"{folder}/bin/tavo_bench", "^threads/", 3 * arguments.repetitions,
+                     5 * arguments.min_time)
     table = Table()
     print("| What | Measured | Target | Met |\n|---|---|---|---|")
     against_recognizer(table, times)

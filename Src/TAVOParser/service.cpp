@@ -29,8 +29,9 @@ uint32_t renew_error_state(void* block, ErrorState** state) {
   const uint32_t status = TermErrors(error_state_of(block));
   if (status != 0) return status;
   set_error_state_of(block, nullptr);
-  *state = static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState)));
+  *state = static_cast<ErrorState*>(std::malloc(sizeof(ErrorState)));
   if (*state == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_ERROR_STATE;
+  **state = {};
   set_error_state_of(block, *state);
   return 0;
 }
@@ -74,8 +75,11 @@ extern "C" uint32_t Parser_Service(RequestRecord* request) noexcept {
   if (request->sStructVer <= TAVO_REQUEST_VERSION_REFUSED) {
     TAVO_TRACE_RETURN(TAVO_STATUS_REQUEST_TOO_OLD);
   }
-  // Process-wide, always the same value.
-  __atomic_store_n(&SetKeyValuePair, &SetKeyValuePairW, __ATOMIC_RELAXED);
+  // Process-wide, always the same value; written only when it is another one, since threads that
+  // write to one place wait for each other.
+  if (__atomic_load_n(&SetKeyValuePair, __ATOMIC_RELAXED) != &SetKeyValuePairW) {
+    __atomic_store_n(&SetKeyValuePair, &SetKeyValuePairW, __ATOMIC_RELAXED);
+  }
   tavo::parse_session().has_location = false;
 
   void* block;

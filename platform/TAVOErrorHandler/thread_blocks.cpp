@@ -64,7 +64,7 @@ void free_inserts(ErrorBlock* block) noexcept {
   }
 }
 
-// Frees an error state as the library itself would: all of it comes from calloc.
+// Frees an error state as the library itself would: all of it comes from malloc or calloc.
 void free_errors(ErrorState* state) noexcept {
   if (state == nullptr) return;
   for (ErrorBlock* block = state->first; block != nullptr;) {

@@ -54,7 +54,9 @@ const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
 void publish_prefix(const wchar_t* prefix) {
   size_t i = 0;
   do {
-    __atomic_store_n(&Work1[i], prefix[i], __ATOMIC_RELAXED);
+    if (__atomic_load_n(&Work1[i], __ATOMIC_RELAXED) != prefix[i]) {  // see Parser_Service
+      __atomic_store_n(&Work1[i], prefix[i], __ATOMIC_RELAXED);
+    }
   } while (prefix[i++] != 0);
 }
 
