@@ -70,6 +70,19 @@ TEST_F(Text, CharactersAboveTheFirstPlaneInACommentAreFine) {
   EXPECT_EQ(0u, fill_statement(L"PRO=CCN /*\x1F600*/ // \x10FFFF").status);
 }
 
+// As many as fit into the texts that need no memory of their own, one less and one more.
+TEST_F(Text, OfCharactersAboveTheFirstPlaneAloneIsBrokenAtItsFirst) {
+  for (size_t count = 250; count < 520; ++count) {
+    const ServiceRun run = fill_statement(std::wstring(count, L'\x1F601'));
+    EXPECT_EQ(7148u, run.status) << count;
+    ASSERT_EQ(1u, run.errors.size()) << count;
+    EXPECT_EQ(7139u, run.errors[0].id) << count;
+    TAVOErrorLocation at{};
+    ASSERT_EQ(0u, TAVOParser_GetErrorLocation(&at));
+    EXPECT_EQ(count, at.offset + at.length) << count;
+  }
+}
+
 TEST_F(Text, EveryCharacterOfTheFirstPlaneIsKeptInAQuotedValue) {
   std::wstring value;
   for (uint32_t c = 1; c <= 0xFFFF; ++c) {
