@@ -73,7 +73,7 @@ class LexerObject {
   // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null.
   // Returns false when memory is refused or the stream is not UTF-16.
   bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state);
-  // Frees what the runtime made for the object, not the object.
+  // Frees what the runtime made for the object, if anything, not the object.
   void close();
 
   pTAVOLexer context() {
@@ -123,7 +123,7 @@ class LexerObject {
   static pANTLR3_COMMON_TOKEN next_token_of(pANTLR3_TOKEN_SOURCE source);
   static pANTLR3_COMMON_TOKEN new_token_of(pANTLR3_TOKEN_FACTORY factory);
 
-  TAVOLexer context_;  // first: the object is found through its context
+  TAVOLexer context_{};  // first: the object is found through its context
   ANTLR3_RECOGNIZER_SHARED_STATE own_state_;
   ANTLR3_TOKEN_SOURCE source_;
   ANTLR3_TOKEN_FACTORY factory_;

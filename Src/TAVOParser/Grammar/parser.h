@@ -14,7 +14,7 @@ class ParserObject {
   // Builds the object in place over a token stream; `state` is the caller's state or null.
   // Returns false when memory is refused.
   bool open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_SHARED_STATE state);
-  // Frees what the runtime made for the object, not the object.
+  // Frees what the runtime made for the object, if anything, not the object.
   void close();
   // Says that the stream reads through this window, which can then be asked without the detour.
   void read_through(TokenWindow* window) {
@@ -75,7 +75,7 @@ class ParserObject {
   static void* mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_UINT32 type,
                                 pANTLR3_BITSET_LIST follow);
 
-  TAVOParser context_;  // first: the object is found through its context
+  TAVOParser context_{};  // first: the object is found through its context
   ANTLR3_RECOGNIZER_SHARED_STATE own_state_;
   pANTLR3_COMMON_TOKEN_STREAM tokens_;
   TokenWindow* window_ = nullptr;

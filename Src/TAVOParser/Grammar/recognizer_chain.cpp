@@ -19,14 +19,12 @@ bool RecognizerChain::open(uint16_t* text, uint32_t units) {
   stream_ = antlr3StringStreamNew(as_bytes(text), ANTLR3_ENC_UTF16,
                                   units * uint32_t{sizeof(uint16_t)}, as_bytes(kStreamName));
   if (stream_ == nullptr) return false;
-  lexer_open_ = lexer_.open(stream_, nullptr);
-  if (!lexer_open_) return false;
+  if (!lexer_.open(stream_, nullptr)) return false;
   tokens_ = antlr3CommonTokenStreamSourceNew(kTokenStreamSizeHint, lexer_.token_source());
   if (tokens_ == nullptr) return false;
   window_.attach(tokens_, lexer_);
-  parser_open_ = parser_.open(tokens_, nullptr);
   parser_.read_through(&window_);
-  return parser_open_;
+  return parser_.open(tokens_, nullptr);
 }
 
 void RecognizerChain::parse(RequestRecord* request) {
@@ -34,9 +32,9 @@ void RecognizerChain::parse(RequestRecord* request) {
 }
 
 RecognizerChain::~RecognizerChain() {
-  if (parser_open_) parser_.close();
+  parser_.close();
   if (tokens_ != nullptr) tokens_->free(tokens_);
-  if (lexer_open_) lexer_.close();
+  lexer_.close();
   if (stream_ != nullptr) stream_->close(stream_);
 }
 

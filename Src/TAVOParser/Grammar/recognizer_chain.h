@@ -28,8 +28,6 @@ class RecognizerChain {
  private:
   pANTLR3_INPUT_STREAM stream_ = nullptr;
   pANTLR3_COMMON_TOKEN_STREAM tokens_ = nullptr;
-  bool lexer_open_ = false;
-  bool parser_open_ = false;
   LexerObject lexer_;
   ParserObject parser_;
   TokenWindow window_;
