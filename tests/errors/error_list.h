@@ -1,7 +1,9 @@
-// An error state of a test's own.
+// An error state of a test's own, and data for its inserts.
 #pragma once
 
 #include <cstdlib>
+#include <cstring>
+#include <string>
 
 #include "TAVOParser.h"
 
@@ -25,5 +27,15 @@ class ErrorList {
  private:
   ErrorState* state_;
 };
+
+// Text behind its length in bytes.
+template <typename Unit>
+std::string counted(const std::basic_string<Unit>& text) {
+  const auto length = static_cast<uint16_t>(text.size() * sizeof(Unit));
+  std::string bytes(sizeof length + length, '\0');
+  std::memcpy(bytes.data(), &length, sizeof length);
+  std::memcpy(bytes.data() + sizeof length, text.data(), length);
+  return bytes;
+}
 
 }  // namespace errors_test

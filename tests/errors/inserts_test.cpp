@@ -11,6 +11,7 @@
 
 namespace {
 
+using errors_test::counted;
 using errors_test::ErrorList;
 
 constexpr uint32_t kFailure = 0xFFFFFFFF;
@@ -47,15 +48,6 @@ class Inserts : public testing::Test {
 
   ErrorList list_;
 };
-
-template <typename Unit>
-std::string counted(const std::basic_string<Unit>& text) {
-  const auto length = static_cast<uint16_t>(text.size() * sizeof(Unit));
-  std::string bytes(sizeof length + length, '\0');
-  std::memcpy(bytes.data(), &length, sizeof length);
-  std::memcpy(bytes.data() + sizeof length, text.data(), length);
-  return bytes;
-}
 
 TEST_F(Inserts, TerminatedBytes) {
   for (const int16_t type : std::initializer_list<int16_t>{1, 25, 3, 17}) {

@@ -19,6 +19,7 @@
 
 namespace {
 
+using errors_test::counted;
 using errors_test::ErrorList;
 
 // The text that an insert becomes. Its memory has the room that the platform was told of.
@@ -30,15 +31,6 @@ std::wstring text_of(const void* data, int16_t type, uint32_t extra = 0) {
   EXPECT_EQ(greedy::last_room().address, text);
   EXPECT_LE(greedy::last_room().bytes, malloc_usable_size(list->last->slot[0].value));
   return text;
-}
-
-template <typename Unit>
-std::string counted(const std::basic_string<Unit>& text) {
-  const auto length = static_cast<uint16_t>(text.size() * sizeof(Unit));
-  std::string bytes(sizeof length + length, '\0');
-  std::memcpy(bytes.data(), &length, sizeof length);
-  std::memcpy(bytes.data() + sizeof length, text.data(), length);
-  return bytes;
 }
 
 TEST(Greedy, TextsOfInserts) {
