@@ -14,6 +14,9 @@ for addresses and undefined behaviour, as every change is. A mutant that does no
 that every test lets pass has survived: the same behaviour in other words, or behaviour that no test
 holds.
 
+With --bounded only a few test programs are built and run, without the command line, the sanitizers and the
+second opinion: what ctest does with a handful of mutants, so that the script itself stays whole.
+
 The exit code is 0 when at least --least percent were noticed.
 """
 
@@ -36,7 +39,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPIED = ("CMakeLists.txt", "CMakePresets.json", "Src", "bench", "cmake", "fuzz", "include", "platform", "tests", "tools", "examples")
 SOURCES = "Src/TAVOParser"
 # Valgrind and the large second opinion take too long; what is installed and documented is not asked about here.
-LEFT_OUT = "^(valgrind_|second_opinion_|install|docs|readme|package|abi_(description|exports|hardening)_|.*other_platform)"
+LEFT_OUT = "^(bounded_|valgrind_|second_opinion_|install|docs|readme|package|abi_(description|exports|hardening)_|.*other_platform)"
 SECOND_OPINION_COUNT = 4000
 MEMORY_LIMIT = 6 << 30  # bytes for each process: a mutant may ask for memory without end
 TIME_LIMIT = 300  # seconds for all tests: a mutant may never end
@@ -44,6 +47,7 @@ SANITIZERS = "address,undefined"
 SANITIZED_TESTS = ["array_test", "corpus_test", "errors_test", "faults_test", "grammar_test", "greedy_test", "records_test",
                    "records_memory_test", "service_test", "statement_property_test", "stream_end_test", "util_test",
                    "validation_test"]
+BOUNDED_TESTS = ["array_test", "corpus_test", "grammar_test", "validation_test"]
 QUICK_TEST = 1.0  # seconds: tests that take less go first
 QUICK_TIME_LIMIT = 60
 BATCH = 40  # mutants that are put in the order of their files, so that few files are built twice
@@ -112,8 +116,9 @@ def limit_memory() -> None:
 class Tree:
     """A copy of the sources with a build folder, plain or with sanitizers."""
 
-    def __init__(self, folder: pathlib.Path, jobs: int, sanitizers: str = ""):
+    def __init__(self, folder: pathlib.Path, jobs: int, sanitizers: str = "", bounded: bool = False):
         self.folder, self.jobs, self.sanitizers = folder, jobs, sanitizers
+        self.programs = SANITIZED_TESTS if sanitizers else BOUNDED_TESTS if bounded else []  # empty: all
         self.build = folder / ("sanitized" if sanitizers else "build")
         cases = 50 if sanitizers else 300  # of each property
         self.environment = dict(os.environ, TAVO_TRACE_FILE="/dev/null", RC_PARAMS=f"max_success={cases} seed=1",
@@ -137,13 +142,14 @@ class Tree:
                   "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON"] if shutil.which("ccache") else []
         done = self.run("cmake", "-S", ".", "-B", str(self.build), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                         "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DCMAKE_C_FLAGS_RELEASE=-O1", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
-                        f"-DTAVO_SANITIZE={self.sanitizers}", *cached)
+                        f"-DTAVO_SANITIZE={self.sanitizers}", f"-DTAVO_BUILD_TOOLS={'OFF' if self.programs else 'ON'}",
+                        *cached)
         if done.returncode:
             sys.exit("The copy cannot be configured:\n" + done.stdout[-3000:] + done.stderr[-3000:])
 
     def make(self) -> subprocess.CompletedProcess:
         return self.run("cmake", "--build", str(self.build), "-j", str(self.jobs),
-                        "--target", *(SANITIZED_TESTS if self.sanitizers else ["all"]))
+                        "--target", *(self.programs or ["all"]))
 
     def prepare(self) -> None:
         """Builds and tests the tree as it is."""
@@ -154,7 +160,7 @@ class Tree:
         failing = self.noticed_by()
         if failing:
             sys.exit(f"{failing} fails without a mutant")
-        if not self.sanitizers:
+        if not self.programs:
             self.learn_costs()
 
     def learn_costs(self) -> None:
@@ -178,9 +184,9 @@ class Tree:
 
     def noticed_by(self) -> str:
         """The first test that fails, or nothing."""
-        if self.sanitizers:
-            failing = self.failing_of("-R", "^(" + "|".join(SANITIZED_TESTS) + ")$")
-            return failing and f"{failing} with sanitizers"
+        if self.programs:
+            failing = self.failing_of("-R", "^(" + "|".join(self.programs) + ")$")
+            return failing and failing + (" with sanitizers" if self.sanitizers else "")
         quick = "^(" + "|".join(self.quick) + ")$"
         failing = self.quick and self.failing_of("-R", quick, "-E", LEFT_OUT, limit=QUICK_TIME_LIMIT)
         failing = failing or self.failing_of("-E", f"{LEFT_OUT}|{quick}" if self.quick else LEFT_OUT)
@@ -267,6 +273,7 @@ def main() -> int:
     parser.add_argument("--seconds", type=float, default=1e9, help="stop after this time")
     parser.add_argument("--least", type=float, default=90, help="percent that have to be noticed")
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--bounded", action="store_true", help="with a few test programs only")
     parser.add_argument("--list", action="store_true", help="only name the mutants")
     parser.add_argument("--apply", action="append", metavar="NAME", help="these mutants instead of chosen ones")
     options = parser.parse_args()
@@ -285,7 +292,8 @@ def main() -> int:
     with tempfile.TemporaryDirectory(prefix="tavo-mutation-") as name:
         folder = pathlib.Path(name)
         copy_sources(folder)
-        trees = [Tree(folder, options.jobs), Tree(folder, options.jobs, SANITIZERS)]
+        trees = ([Tree(folder, options.jobs, bounded=True)] if options.bounded else
+                 [Tree(folder, options.jobs), Tree(folder, options.jobs, SANITIZERS)])
         for tree in trees:
             tree.prepare()
         noticed, survivors, rejected = examine(folder, trees, chosen, started + options.seconds)
