@@ -67,10 +67,6 @@ void record(ErrorState* state, const Violation& violation) {
 
 }  // namespace
 
-std::span<const ProviderRules* const> provider_rules() {
-  return kProviderRules;
-}
-
 const ProviderRules* rules_of(uint32_t provider) {
   for (const ProviderRules* rules : kProviderRules) {
     if (rules->provider == provider) return rules;

@@ -42,8 +42,6 @@ extern const ProviderRules kDswapRules;
 extern const ProviderRules kCdswapRules;
 extern const ProviderRules kDdswapRules;
 
-// All of them.
-std::span<const ProviderRules* const> provider_rules();
 // Those of one provider, by the value type of the provider pair; null for any other type.
 const ProviderRules* rules_of(uint32_t provider);
 
