@@ -57,33 +57,31 @@ def geometric_mean(values):
     return math.exp(statistics.fmean(math.log(v) for v in values))
 
 
+def add_ratios(table, what, target, ratios, worst, met):
+    """A row of one ratio for each provider, of which the worst decides."""
+    name = worst(ratios, key=ratios.get)
+    table.row(what, f"{geometric_mean(ratios.values()):.2f} (worst {name} {ratios[name]:.2f})", target,
+              met(ratios[name]))
+
+
 def against_recognizer(table, times):
     for length in LENGTHS:
-        ratios = {p: times[f"peer/antlr/{p}/{length}"][0] / times[f"filling/{p}/{length}/wide"][0]
-                  for p in PROVIDERS}
-        worst = min(ratios, key=ratios.get)
-        table.row(f"ANTLR tool's recognizer : filling run, {length} characters",
-                  f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
-                  "at least 5", ratios[worst] >= 5)
+        add_ratios(table, f"ANTLR tool's recognizer : filling run, {length} characters", "at least 5",
+                   {p: times[f"peer/antlr/{p}/{length}"][0] / times[f"filling/{p}/{length}/wide"][0]
+                    for p in PROVIDERS}, min, lambda ratio: ratio >= 5)
 
 
 def against_chain(table, times):
-    ratios = {p: times[f"filling/{p}/130/wide"][0] / times["barechain/hash/130"][0]
-              for p in PROVIDERS}
-    worst = max(ratios, key=ratios.get)
-    table.row("filling run : bare runtime chain, 130 characters",
-              f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
-              "at most 2.5", ratios[worst] <= 2.5)
+    add_ratios(table, "filling run : bare runtime chain, 130 characters", "at most 2.5",
+               {p: times[f"filling/{p}/130/wide"][0] / times["barechain/hash/130"][0]
+                for p in PROVIDERS}, max, lambda ratio: ratio <= 2.5)
 
 
 def lexers(table, times):
     for length in LENGTHS:
-        ratios = {p: times[f"lexer/re2c/{p}/{length}"][0] / times[f"lexer/own/{p}/{length}"][0]
-                  for p in PROVIDERS}
-        worst = min(ratios, key=ratios.get)
-        table.row(f"re2c lexer : own lexer, {length} characters",
-                  f"{geometric_mean(ratios.values()):.2f} (worst {worst} {ratios[worst]:.2f})",
-                  "at least 1", ratios[worst] >= 1)
+        add_ratios(table, f"re2c lexer : own lexer, {length} characters", "at least 1",
+                   {p: times[f"lexer/re2c/{p}/{length}"][0] / times[f"lexer/own/{p}/{length}"][0]
+                    for p in PROVIDERS}, min, lambda ratio: ratio >= 1)
 
 
 def long_statements(table, times):

@@ -7,18 +7,13 @@
 
 #include "diagnostics.h"
 #include "secrets.h"
+#include "show_options.h"
 #include "standard_input.h"
 #include "terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {
 namespace {
-
-struct ParseOptions {
-  std::string statement;
-  std::string format = "table";
-  std::optional<uint32_t> code_page;
-};
 
 // Data-type codes and types that no name is known for have none.
 std::string type_name(const Pair& pair, bool of_value) {
@@ -84,7 +79,7 @@ void print_tsv(const std::vector<Pair>& pairs, bool show_secrets) {
   }
 }
 
-int run_parse(const ParseOptions& options, const CommonOptions& common) {
+int run_parse(const ShowOptions& options, const CommonOptions& common) {
   const StatementText statement(
       options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
   const ParseResult result = statement.parse();
@@ -107,15 +102,9 @@ int run_parse(const ParseOptions& options, const CommonOptions& common) {
 }  // namespace
 
 void add_parse(CLI::App& app, CommonOptions& common, int* status) {
-  auto options = std::make_shared<ParseOptions>();
+  auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = app.add_subcommand("parse", "Show the pairs that a statement stores");
-  verb->add_option("statement", options->statement, "The statement; - reads it from standard input")
-      ->required();
-  verb->add_option("--format", options->format, "table, json or tsv")
-      ->check(CLI::IsMember({"table", "json", "tsv"}))
-      ->capture_default_str();
-  verb->add_option("--code-page", options->code_page,
-                   "The statement is 8-bit text in this code page instead of UTF-8");
+  add_show_options(verb, *options);
   verb->footer(
       "Examples:\n"
       "  tavo parse 'PRO=HASH, DSTFLD=X'\n"

@@ -5,18 +5,13 @@
 
 #include "language.h"
 #include "secrets.h"
+#include "show_options.h"
 #include "standard_input.h"
 #include "terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {
 namespace {
-
-struct TokensOptions {
-  std::string statement;
-  std::string format = "table";
-  std::optional<uint32_t> code_page;
-};
 
 struct Row {
   std::string number, name, text, place;
@@ -86,7 +81,7 @@ void print_json(const StatementText& statement, bool show_secrets) {
   write(stdout, nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
 }
 
-int run_tokens(const TokensOptions& options, const CommonOptions& common) {
+int run_tokens(const ShowOptions& options, const CommonOptions& common) {
   const StatementText statement(
       options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
   if (options.format == "json") {
@@ -109,15 +104,9 @@ int run_tokens(const TokensOptions& options, const CommonOptions& common) {
 }  // namespace
 
 void add_tokens(CLI::App& app, CommonOptions& common, int* status) {
-  auto options = std::make_shared<TokensOptions>();
+  auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = app.add_subcommand("tokens", "Show what the lexer sees in a statement");
-  verb->add_option("statement", options->statement, "The statement; - reads it from standard input")
-      ->required();
-  verb->add_option("--format", options->format, "table, json or tsv")
-      ->check(CLI::IsMember({"table", "json", "tsv"}))
-      ->capture_default_str();
-  verb->add_option("--code-page", options->code_page,
-                   "The statement is 8-bit text in this code page instead of UTF-8");
+  add_show_options(verb, *options);
   verb->footer(
       "White space and comments are marked hidden: the parser never sees them. A place where no\n"
       "token can be made is marked broken, and the exit status is 1.\n\n"
