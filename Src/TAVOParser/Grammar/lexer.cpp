@@ -163,23 +163,20 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token() {
   return end_of_input();
 }
 
-bool LexerObject::next_visible_behind(const uint16_t* place, pANTLR3_COMMON_TOKEN token) {
-  while (place != end_) {
-    const Lexeme lexeme = scan(place, end_);
+bool LexerObject::next_visible_from(const uint16_t* place, Lexeme lexeme,
+                                    pANTLR3_COMMON_TOKEN token) {
+  for (;; lexeme = scan(place, end_)) {
     if (lexeme.type == 0) {
       drop_broken(place, lexeme);
-      place = next_;
-      continue;
+    } else {
+      if (!lexeme.hidden()) describe(token, place, lexeme.stop, lexeme.type);
+      if (lexeme.multi_line()) cursor_.advance(place, lexeme.stop);
+      next_ = lexeme.stop;
+      if (!lexeme.hidden()) return true;
     }
-    if (!lexeme.hidden()) describe(token, place, lexeme.stop, lexeme.type);
-    if (lexeme.multi_line()) cursor_.advance(place, lexeme.stop);
-    place = lexeme.stop;
-    if (lexeme.hidden()) continue;
-    next_ = place;
-    return true;
+    place = next_;
+    if (place == end_) return false;
   }
-  next_ = end_;
-  return false;
 }
 
 void LexerObject::read_to_end() {

@@ -113,7 +113,8 @@ class LexerObject {
   pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
   void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const uint16_t* stop,
                 uint32_t type) const;
-  bool next_visible_behind(const uint16_t* place, pANTLR3_COMMON_TOKEN token);
+  // Goes on from a lexeme that has been read.
+  bool next_visible_from(const uint16_t* place, Lexeme lexeme, pANTLR3_COMMON_TOKEN token);
   void drop_broken(const uint16_t* start, Lexeme lexeme);
   void record_first_broken(const uint16_t* offending, RecognitionError error);
   int32_t end_position() const;
@@ -152,17 +153,13 @@ inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* st
 inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
   const uint16_t* place = next_;
   while (place != end_ && *place == ' ') ++place;  // the hidden token that is met most
-  if (place == end_) return next_visible_behind(place, token);
-  // Nearly all visible tokens: nothing about them but their type needs a look.
-  Lexeme lexeme;
-  if (is_word(*place)) {
-    lexeme = detail::scan_word(place, end_);
-  } else if (*place == '=' || *place == ',') {
-    lexeme = detail::token(place + 1, *place == '=' ? EQUAL : COMMA);
-  } else {
-    return next_visible_behind(place, token);
+  if (place == end_) {
+    next_ = end_;
+    return false;
   }
-  if (lexeme.type == 0 || lexeme.multi_line()) return next_visible_behind(place, token);
+  const Lexeme lexeme = scan(place, end_);
+  // Nearly all visible tokens are plain: neither broken nor with line ends.
+  if (lexeme.traits != 0) return next_visible_from(place, lexeme, token);
   describe(token, place, lexeme.stop, lexeme.type);
   next_ = lexeme.stop;
   return true;

@@ -36,7 +36,7 @@ struct Lexeme {
 
   const uint16_t* stop;  // as in Match
   uint32_t type;         // token type; 0 when the lexeme is broken
-  uint32_t traits;       // recognition error, kHidden, kMultiLine
+  uint32_t traits;       // recognition error, kHidden, kMultiLine; never 0 when broken
 
   constexpr RecognitionError error() const {
     return static_cast<RecognitionError>(traits & 0xFF);
