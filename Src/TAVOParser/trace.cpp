@@ -5,38 +5,47 @@
 
 namespace tavo {
 
-TraceItem trace_item(const char* name, uint32_t length, uint32_t type, const void* value) {
+namespace {
+
+TraceItem item_of(const TraceValue& value) {
   TraceItem item{};
-  std::memcpy(item.name, name, strnlen(name, sizeof item.name));
-  item.length = length;
-  item.type = type;
-  item.value = value;
+  std::memcpy(item.name, value.name, strnlen(value.name, sizeof item.name));
+  item.length = value.length;
+  item.type = value.type;
+  item.value = value.type == kTraceText ? value.text : static_cast<const void*>(&value.number);
   return item;
 }
 
-void Trace::entry(uint32_t line, std::initializer_list<TraceItem> items) {
-  record(kProbeEntry, line, items);
-  if (frame_.detail != 0) record(kProbeParameters, line, items);
-}
-
-void Trace::record_result(uint32_t line, uint32_t status) {
-  constexpr uint32_t kNotAResult = 0xFFFFFFFE;
-  if (status != 0 && status != kNotAResult) {
-    record(kProbeExit, line, {trace_number("result", status)});
-  }
-  record(kProbeExit, line, {});
-}
-
-void Trace::record(uint32_t probe, uint32_t line, std::initializer_list<TraceItem> items) {
+void record(const TraceFrame& frame, uint32_t probe, uint32_t line,
+            std::initializer_list<TraceValue> values) {
   TraceRecord record{};
   record.probe = probe;
   record.line = line;
-  record.frame = &frame_;
-  for (const TraceItem& item : items) {
+  record.frame = &frame;
+  for (const TraceValue& value : values) {
     if (record.count == kTraceItemsMax) break;
-    record.items[record.count++] = item;
+    record.items[record.count++] = item_of(value);
   }
   KNL_Trace_RecordDiagnostic(&record);
+}
+
+}  // namespace
+
+void record_entry(const TraceFrame& frame, uint32_t line, std::initializer_list<TraceValue> values) {
+  record(frame, kProbeEntry, line, values);
+  if (frame.detail != 0) record(frame, kProbeParameters, line, values);
+}
+
+void record_result(const TraceFrame& frame, uint32_t line, uint32_t status) {
+  constexpr uint32_t kNotAResult = 0xFFFFFFFE;
+  if (status != 0 && status != kNotAResult) {
+    record(frame, kProbeExit, line, {trace_number("result", status)});
+  }
+  record(frame, kProbeExit, line, {});
+}
+
+void record_note(const TraceFrame& frame, uint32_t line, const char* text) {
+  record(frame, kProbeExit, line, {trace_text("note", text)});
 }
 
 }  // namespace tavo

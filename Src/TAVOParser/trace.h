@@ -39,28 +39,45 @@ enum FunctionId : uint32_t {
   kIdCopyPrvStruct = 0x2081A,
 };
 
-// Trace items. The names are short fixed texts, the values are addresses, numbers and fixed texts:
-// texts of a statement never reach a trace, since they may be secret.
-[[gnu::noinline]] TraceItem trace_item(const char* name, uint32_t length, uint32_t type,
-                                       const void* value);
-template <typename T>
-TraceItem trace_pointer(const char* name, T* const& pointer) {
-  return trace_item(name, sizeof pointer, kTracePointer, &pointer);
+// A value for a trace, kept as a copy. The names are short fixed texts, the values are addresses,
+// numbers and fixed texts: texts of a statement never reach a trace, since they may be secret.
+struct TraceValue {
+  const char* name;
+  uint32_t length;  // in bytes
+  uint32_t type;    // TraceItemType
+  union {
+    const void* pointer;
+    uint32_t number;
+    const char* text;
+  };
+};
+
+inline TraceValue trace_pointer(const char* name, const void* pointer) {
+  return {name, sizeof pointer, kTracePointer, {.pointer = pointer}};
 }
-inline TraceItem trace_number(const char* name, const uint32_t& number) {
-  return trace_item(name, sizeof number, kTraceUnsigned, &number);
+inline TraceValue trace_number(const char* name, uint32_t number) {
+  return {name, sizeof number, kTraceUnsigned, {.number = number}};
 }
-inline TraceItem trace_text(const char* name, const char* text) {
-  return trace_item(name, static_cast<uint32_t>(std::strlen(text)), kTraceText, text);
+inline TraceValue trace_text(const char* name, const char* text) {
+  return {name, static_cast<uint32_t>(std::strlen(text)), kTraceText, {.text = text}};
 }
 
-// One open frame. Use it through TAVO_TRACE_FUNCTION.
+// What is written while tracing is on.
+[[gnu::noinline]] void record_entry(const TraceFrame& frame, uint32_t line,
+                                    std::initializer_list<TraceValue> values);
+[[gnu::noinline]] void record_result(const TraceFrame& frame, uint32_t line, uint32_t status);
+[[gnu::noinline]] void record_note(const TraceFrame& frame, uint32_t line, const char* text);
+
+// Keeps a frame open. Use it through TAVO_TRACE_FUNCTION. The platform sees the frame and nothing
+// else of it, so that the compiler can keep the rest in registers.
 class Trace {
  public:
 #ifdef TAVO_NO_TRACE  // a build that tells by comparison what tracing costs while it is off
-  Trace(TraceDescriptor&, uint32_t) noexcept : refused_(0), open_(false) {}
+  Trace(TraceFrame& frame, TraceDescriptor&, uint32_t) noexcept
+      : frame_(frame), refused_(0), open_(false) {}
 #else
-  Trace(TraceDescriptor& descriptor, uint32_t function_id) noexcept {
+  Trace(TraceFrame& frame, TraceDescriptor& descriptor, uint32_t function_id) noexcept
+      : frame_(frame) {
     if (__atomic_load_n(&descriptor.marker, __ATOMIC_ACQUIRE) != kTraceResolved) {
       IOQ_TRC_ResFmid(function_id, &descriptor, 0);
     }
@@ -82,14 +99,16 @@ class Trace {
     return __builtin_expect(frame_.tracing != 0, 0);
   }
   // To be called only when tracing is on.
-  [[gnu::noinline]] void entry(uint32_t line, std::initializer_list<TraceItem> items);
+  void entry(uint32_t line, std::initializer_list<TraceValue> values) {
+    record_entry(frame_, line, values);
+  }
   // What went wrong, in words of our own.
   void note(uint32_t line, const char* text) {
-    if (on()) record(kProbeExit, line, {trace_text("note", text)});
+    if (on()) record_note(frame_, line, text);
   }
   // Writes the result and exit records; to be used in the function's return statement.
   uint32_t leave(uint32_t line, uint32_t status) {
-    if (on()) record_result(line, status);
+    if (on()) record_result(frame_, line, status);
     return status;
   }
   // Leaves the frame open: for the one path on which the epilogue is skipped.
@@ -98,11 +117,7 @@ class Trace {
   }
 
  private:
-  [[gnu::noinline]] void record_result(uint32_t line, uint32_t status);
-  [[gnu::noinline]] void record(uint32_t probe, uint32_t line,
-                                std::initializer_list<TraceItem> items);
-
-  TraceFrame frame_{};
+  TraceFrame& frame_;
   uint32_t refused_;
   bool open_;
 };
@@ -113,9 +128,10 @@ class Trace {
 // cast to the type it returns.
 #define TAVO_TRACE_FUNCTION(function_id, return_type)                \
   static TraceDescriptor trace_descriptor = {0, 0, 0, __func__, {}}; \
-  ::tavo::Trace trace(trace_descriptor, function_id);                \
+  TraceFrame trace_frame{};                                          \
+  ::tavo::Trace trace(trace_frame, trace_descriptor, function_id);   \
   if (trace.refused() != 0) return static_cast<return_type>(trace.refused())
-// Makes its items only when they are wanted.
+// Makes its values only when they are wanted.
 #define TAVO_TRACE_ENTRY(...) \
   if (trace.on()) trace.entry(__LINE__, {__VA_ARGS__})
 #define TAVO_TRACE_RETURN(status) return trace.leave(__LINE__, status)
