@@ -53,79 +53,61 @@ void count_one_more(RequestRecord* request) {
   request->count = static_cast<int32_t>(static_cast<uint32_t>(request->count) + 1);
 }
 
-// A caller's buffer for wide text. A buffer too small for one character, or none at all, holds
-// nothing and is never written.
-class TextBuffer {
- public:
-  TextBuffer(wchar_t* text, uint32_t bytes)
-      : text_(text), characters_(text == nullptr ? 0 : bytes / kWide) {}
-
-  bool truncated() const {
-    return truncated_;
-  }
-  bool writable() const {
-    return characters_ != 0;
-  }
-
-  void append(const wchar_t* text, size_t count) {
-    const size_t fitting = take(count);
-    if (fitting != 0) std::wmemcpy(text_ + used_, text, fitting);
-    finish(fitting);
-  }
-  // The result of the conversion is not checked, as meant: the pair is stored all the same.
-  void append(const TokenText& text) {
-    const auto fitting = static_cast<uint32_t>(take(text.count));
-    uint32_t produced = 0;
-    if (fitting != 0) {
-      utf16_to_utf32(text.units, fitting * sizeof(uint16_t), text_ + used_, fitting * kWide,
-                     &produced);
-    }
-    finish(std::min(produced, fitting));
-  }
-  // Writes a terminator at the buffer's last character, whatever the text.
-  void terminate_at_capacity() {
-    if (characters_ != 0) text_[characters_ - 1] = 0;
-  }
-
- private:
-  // How much of `count` characters fits before the terminator.
-  size_t take(size_t count) {
-    const size_t room = characters_ == 0 ? 0 : characters_ - 1 - used_;
-    if (count > room || characters_ == 0) truncated_ = true;
-    return std::min(count, room);
-  }
-  void finish(size_t written) {
-    used_ += written;
-    if (characters_ != 0) text_[used_] = 0;
-  }
-
-  wchar_t* text_;
-  size_t characters_;  // of the whole buffer, terminator included
-  size_t used_ = 0;
-  bool truncated_ = false;
-};
-
-// Returns true when the key was cut.
-bool store_key(KeyValueEntry* entry, const wchar_t* prefix, const TokenText& text) {
-  TextBuffer buffer(entry->key, entry->keySize);
-  if (prefix != nullptr) buffer.append(prefix, std::wcslen(prefix));
-  if (!buffer.truncated()) buffer.append(text);
-  return buffer.truncated();
+// Characters that a caller's buffer holds, the terminator included. A buffer too small for one
+// character, or none at all, holds nothing and is never written.
+size_t characters_in(const wchar_t* buffer, uint32_t bytes) {
+  return buffer == nullptr ? 0 : bytes / kWide;
 }
 
-// Returns true when the value was cut.
-bool store_value(KeyValueEntry* entry, TokenText text, uint32_t value_id) {
+// Converts what fits of a text into a buffer and terminates it. Returns false when it was cut.
+[[gnu::always_inline]] inline bool put(const TokenText& text, wchar_t* buffer, size_t characters) {
+  if (characters == 0) [[unlikely]]
+    return false;
+  const bool whole = text.count < characters;
+  const uint32_t fitting = whole ? text.count : static_cast<uint32_t>(characters - 1);
+  uint32_t produced = 0;
+  // A conversion that fails has produced nothing, and that is all: the pair is stored, as meant.
+  if (fitting != 0) [[likely]] {
+    if (utf16_to_utf32(text.units, fitting, buffer, fitting, &produced) != 0) [[unlikely]] {
+      produced = 0;
+    }
+  }
+  buffer[std::min(produced, fitting)] = 0;
+  return whole;
+}
+
+// Returns false when the key was cut.
+bool store_key(const KeyValueEntry& entry, const wchar_t* prefix, const TokenText& text) {
+  wchar_t* buffer = entry.key;
+  size_t characters = characters_in(buffer, entry.keySize);
+  if (prefix != nullptr && characters != 0) {
+    const size_t length = std::wcslen(prefix);
+    const size_t fitting = std::min(length, characters - 1);
+    std::wmemcpy(buffer, prefix, fitting);
+    buffer += fitting;
+    characters -= fitting;
+    *buffer = 0;
+    if (fitting < length) return false;
+  }
+  return put(text, buffer, characters);
+}
+
+// Returns false when the value was cut.
+bool store_value(KeyValueEntry& entry, TokenText text, uint32_t value_id) {
   const bool quoted = is_quoted(value_id);
   if (quoted) {
     text.units += text.count != 0 ? 1 : 0;
     text.count = text.count < 2 ? 0 : text.count - 2;
   }
-  entry->valueLength = bytes_needed(text.count);
-  TextBuffer buffer(entry->value, entry->valueSize);
-  buffer.append(text);
-  buffer.terminate_at_capacity();
-  if (quoted && buffer.writable()) unescape_quotes(entry->value, &entry->valueLength);
-  return buffer.truncated();
+  entry.valueLength = bytes_needed(text.count);
+  wchar_t* const buffer = entry.value;
+  const size_t characters = characters_in(buffer, entry.valueSize);
+  const bool whole = put(text, buffer, characters);
+  if (characters == 0) [[unlikely]]
+    return whole;
+  buffer[characters - 1] = 0;  // whatever the text
+  if (quoted) unescape_quotes(buffer, &entry.valueLength);
+  return whole;
 }
 
 uint32_t measure(RequestRecord* request, const TokenText& key, const TokenText& value,
@@ -155,15 +137,15 @@ uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_id
   }
   if (!is_repeatable(key_id) && is_stored(request, key_id)) return 0;
 
-  const bool key_cut = store_key(entry, prefix, token_text(key));
+  const bool key_whole = store_key(*entry, prefix, token_text(key));
   entry->keyId = key_id;
-  const bool value_cut = store_value(entry, token_text(value), value_id);
+  const bool value_whole = store_value(*entry, token_text(value), value_id);
   entry->valueId = value_id;
   // A value that is cut under a key that is whole leaves status 0, and that is meant: 7102 is never
   // produced.
-  entry->status = !key_cut    ? 0u
-                  : value_cut ? uint32_t{TAVO_STATUS_KEY_AND_VALUE_TRUNCATED}
-                              : uint32_t{TAVO_STATUS_KEY_TRUNCATED};
+  entry->status = key_whole     ? 0u
+                  : value_whole ? uint32_t{TAVO_STATUS_KEY_TRUNCATED}
+                                : uint32_t{TAVO_STATUS_KEY_AND_VALUE_TRUNCATED};
   if (entry->status != 0) TAVO_SetErrMsg(request, TAVO_STATUS_ENTRY_TRUNCATED, nullptr);
   count_one_more(request);
   return entry->status;
@@ -177,9 +159,11 @@ bool is_full(const RequestRecord* request) {
 }  // namespace
 
 uint32_t find_key(const RequestRecord* request, uint32_t key_id) {
-  if (request->pKeyValueArr == nullptr) return TAVO_NO_KEY_INDEX;
-  for (int32_t i = 0; i < request->count; ++i) {
-    if (request->pKeyValueArr[i].keyId == key_id) return static_cast<uint32_t>(i);
+  const KeyValueEntry* const begin = request->pKeyValueArr;
+  if (begin == nullptr || request->count <= 0) return TAVO_NO_KEY_INDEX;
+  const KeyValueEntry* const end = begin + request->count;
+  for (const KeyValueEntry* entry = begin; entry != end; ++entry) {
+    if (entry->keyId == key_id) return static_cast<uint32_t>(entry - begin);
   }
   return TAVO_NO_KEY_INDEX;
 }

@@ -17,9 +17,11 @@ struct TokenText {
 inline TokenText token_text(pANTLR3_COMMON_TOKEN token) {
   static constexpr uint16_t kEndOfInput[] = {'<', 'E', 'O', 'F', '>'};
   if (token == nullptr) return {};
-  if (token->textState == ANTLR3_TEXT_NONE) {
-    if (token->type == ANTLR3_TOKEN_EOF) return {kEndOfInput, 5};
-    if (token->input == nullptr || token->stop < token->start) return {};
+  if (token->textState == ANTLR3_TEXT_NONE) [[likely]] {
+    if (token->type == ANTLR3_TOKEN_EOF) [[unlikely]]
+      return {kEndOfInput, 5};
+    if (token->input == nullptr || token->stop < token->start) [[unlikely]]
+      return {};
     // The runtime keeps the addresses of the first and of the last byte.
     const auto bytes = static_cast<size_t>(token->stop - token->start) + 1;
     return {reinterpret_cast<const uint16_t*>(static_cast<intptr_t>(token->start)),

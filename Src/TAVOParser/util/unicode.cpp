@@ -1,7 +1,9 @@
 // UTF-16 and UTF-32: byte lengths outside, unit counts towards the suite's data conversion.
 #include "util/unicode.h"
+
 #include "TAVOText.h"
 #include "platform.h"
+#include "util/util_common.h"
 
 namespace {
 
@@ -14,7 +16,12 @@ extern "C" {
 
 uint32_t TAVO_Utf16ToUtf32(const uint16_t* src, uint32_t srcBytes, wchar_t* dst, uint32_t dstBytes,
                            uint32_t* count) noexcept {
-  return tavo::utf16_to_utf32(src, srcBytes, dst, dstBytes, count);
+  if (src == nullptr || dst == nullptr || count == nullptr) return tavo::kFailed;
+  uint32_t produced = 0;
+  const uint32_t status =
+      tavo::utf16_to_utf32(src, srcBytes / kUtf16Bytes, dst, dstBytes / kUtf32Bytes, &produced);
+  if (status == 0) *count = produced;
+  return status;
 }
 
 uint32_t TAVO_Utf32ToUtf16(const wchar_t* src, int32_t srcBytes, uint16_t* dst, uint32_t dstBytes,
