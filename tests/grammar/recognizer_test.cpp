@@ -320,6 +320,24 @@ TEST_F(ParserByHand, ARejectedTextDoesNotPrint) {
   EXPECT_EQ("", testing::internal::GetCapturedStdout());
 }
 
+// The runtime's own recovery would insert or delete a token without a word.
+TEST(RuntimeMatch, StopsAtATokenThatDoesNotFit) {
+  Chain chain(u"PRO=CCN");
+  pTAVOParser parser = TAVOParserNew(chain.tokens());
+  pANTLR3_BASE_RECOGNIZER recognizer = parser->pParser->rec;
+  EXPECT_NE(nullptr, recognizer->match(recognizer, TAVO_PARSER_PROVIDER, nullptr));
+  for (const uint32_t expected : {uint32_t{COMMA}, uint32_t{TAVO_PARSER_PROVIDER_CCN}}) {
+    EXPECT_EQ(nullptr, recognizer->match(recognizer, expected, nullptr));
+    EXPECT_TRUE(recognizer->state->error);
+    pANTLR3_EXCEPTION exception = recognizer->state->exception;
+    ASSERT_NE(nullptr, exception);
+    EXPECT_EQ(static_cast<uint32_t>(ANTLR3_MISMATCHED_TOKEN_EXCEPTION), exception->type);
+    EXPECT_EQ(expected, exception->expecting);
+    EXPECT_EQ(uint32_t{EQUAL}, static_cast<pANTLR3_COMMON_TOKEN>(exception->token)->type);
+  }
+  parser->free(parser);
+}
+
 // ---- retyping ----------------------------------------------------------------------------------
 
 TEST(StringTokens, EveryRealTokenButAQuotedStringBecomesAnUnquotedString) {

@@ -71,10 +71,10 @@ void LineCursor::advance(const uint16_t* from, const uint16_t* to) {
     if (*p == '\n') {
       ++line;
       line_start = p + 1;
-      pairs_in_line = 0;
+      uncounted = 0;
     } else if (next_character(p, to) == p + 2) {
       ++p;
-      ++pairs_in_line;
+      ++uncounted;
       ++pairs;
     }
   }
@@ -93,7 +93,7 @@ pANTLR3_COMMON_TOKEN LexerObject::make_token(const uint16_t* start, const Lexeme
 }
 
 void LexerObject::prepare(pANTLR3_COMMON_TOKEN token) const {
-  std::memcpy(token, &factory_.unTruc, sizeof *token);
+  *token = factory_.unTruc;
   token->channel = ANTLR3_TOKEN_DEFAULT_CHANNEL;
 }
 

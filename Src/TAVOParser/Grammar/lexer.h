@@ -53,16 +53,21 @@ class TokenPool {
 struct LineCursor {
   const uint16_t* line_start = nullptr;
   uint32_t line = 1;
-  uint32_t pairs_in_line = 0;  // surrogate pairs between line_start and the cursor
-  uint32_t pairs = 0;          // surrogate pairs before the cursor
+  // Code units between line_start and the cursor that do not count as characters: one of each
+  // surrogate pair, and the first of the text, since the runtime counts the first line so.
+  int32_t uncounted = 1;
+  uint32_t pairs = 0;  // surrogate pairs before the cursor
 
   // The runtime's character position of a place in the present line. On the first line it is one
-  // less than the column, as the runtime counts, but never below 0: a position of -1 would read as
-  // "unknown" in an error.
+  // less than the column, but never below 0: a position of -1 would read as "unknown" in an error.
   int32_t character_position(const uint16_t* place) const {
-    const auto column =
-        static_cast<int32_t>(place - line_start) - static_cast<int32_t>(pairs_in_line);
-    return line == 1 && column > 0 ? column - 1 : column;
+    const int32_t position = static_cast<int32_t>(place - line_start) - uncounted;
+    return position < 0 ? 0 : position;
+  }
+  // The column in characters, from 1.
+  uint32_t column(const uint16_t* place) const {
+    const auto position = static_cast<int32_t>(place - line_start) - uncounted;
+    return static_cast<uint32_t>(position + (line == 1 ? 2 : 1));
   }
   // Moves over text that may contain line ends and surrogate pairs.
   void advance(const uint16_t* from, const uint16_t* to);
@@ -92,6 +97,8 @@ class LexerObject {
   void prepare(pANTLR3_COMMON_TOKEN token) const;
   // Reads the next token that is not hidden into a prepared one. Returns false at the end.
   bool next_visible(pANTLR3_COMMON_TOKEN token);
+  // Goes on behind this sign if it is the next token.
+  bool step_over(Sign sign);
   // The end-of-input token; to be asked for when everything is read.
   pANTLR3_COMMON_TOKEN end_of_input();
   // Reads on to the end, for the broken places there.
@@ -120,6 +127,12 @@ class LexerObject {
   int32_t end_position() const;
   void match_one_token();
   void synchronize_input();
+  // The next place that is no space, the hidden token that is met most.
+  const uint16_t* skip_spaces() const {
+    const uint16_t* place = next_;
+    while (place != end_ && *place == ' ') ++place;
+    return place;
+  }
 
   static pANTLR3_COMMON_TOKEN next_token_of(pANTLR3_TOKEN_SOURCE source);
   static pANTLR3_COMMON_TOKEN new_token_of(pANTLR3_TOKEN_FACTORY factory);
@@ -151,8 +164,7 @@ inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* st
 }
 
 inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
-  const uint16_t* place = next_;
-  while (place != end_ && *place == ' ') ++place;  // the hidden token that is met most
+  const uint16_t* place = skip_spaces();
   if (place == end_) {
     next_ = end_;
     return false;
@@ -162,6 +174,13 @@ inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
   if (lexeme.traits != 0) return next_visible_from(place, lexeme, token);
   describe(token, place, lexeme.stop, lexeme.type);
   next_ = lexeme.stop;
+  return true;
+}
+
+inline bool LexerObject::step_over(Sign sign) {
+  const uint16_t* place = skip_spaces();
+  if (place == end_ || *place != static_cast<uint16_t>(sign)) return false;
+  next_ = place + 1;
   return true;
 }
 

@@ -1,5 +1,5 @@
 // What the grammar tables are made of. A provider's table reads like its reference page: option
-// keywords, value syntax, stored key type, stored value types. The engine in parser.cpp runs the
+// keywords, value syntax, stored key type, stored value types. The engine in engine.cpp runs the
 // tables; `tavo explain`, completion and the language reference list them.
 #pragma once
 
@@ -107,6 +107,12 @@ struct StatementRule {
 
   bool takes_options() const {
     return option_rule != nullptr;
+  }
+  bool begins_with(uint32_t type) const {
+    for (uint16_t keyword : head.keywords.entries) {
+      if (keyword != 0 && keyword == type) return true;
+    }
+    return false;
   }
 };
 

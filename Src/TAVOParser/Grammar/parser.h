@@ -1,9 +1,8 @@
-// The parser as the runtime sees it, and the engine that runs the grammar tables.
+// The parser as the runtime sees it. What it does with a statement is the engine's work.
 #pragma once
 
 #include <antlr3.h>
 
-#include "Grammar/option_table.h"
 #include "Grammar/token_window.h"
 #include "TAVOGrammar.h"
 
@@ -26,51 +25,19 @@ class ParserObject {
   }
   static ParserObject* from_context(pTAVOParser context);
 
+  // Raises one of the runtime's exceptions over a token; always false.
+  bool raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit);
+  // Raises the mismatch of a token where one of another type is expected; always false.
+  bool raise_mismatch(uint32_t expected, pANTLR3_COMMON_TOKEN misfit);
+
  private:
-  // The key prefix buffer, as large as Work1.
-  static constexpr uint32_t kPrefixCharacters = sizeof(Work1) / sizeof(Work1[0]);
-
   void parse_tavo_provider_syntax(RequestRecord* request);
-  const StatementRule* choose_statement(pANTLR3_COMMON_TOKEN* misfit);
-  void run_statement(const StatementRule& statement);
-  void run_trace_statement(const StatementRule& statement);
-  void run_option_list(const StatementRule& statement);
-  void run_option(const OptionRule& option, const wchar_t* prefix);
-  void run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword);
-  void run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                       const wchar_t* prefix);
-  void tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                         const wchar_t* prefix);
-  const wchar_t* make_prefix(pANTLR3_COMMON_TOKEN keyword);
   void finish_statement();
+  void report();
 
-  pANTLR3_COMMON_TOKEN look_ahead(ANTLR3_INT32 k) {
-    if (window_ != nullptr) return window_->look(static_cast<uint32_t>(k));
-    return tokens_->tstream->_LT(tokens_->tstream, k);
-  }
-  pANTLR3_COMMON_TOKEN next() {
-    return window_ != nullptr ? window_->current() : tokens_->tstream->_LT(tokens_->tstream, 1);
-  }
-  uint32_t next_type() {
-    return next()->type;
-  }
-  void consume() {
-    if (window_ != nullptr) return window_->consume();
-    tokens_->tstream->istream->consume(tokens_->tstream->istream);
-  }
   pANTLR3_BASE_RECOGNIZER recognizer() {
     return context_.pParser->rec;
   }
-  bool failed() {
-    return recognizer()->state->error != ANTLR3_FALSE;
-  }
-  // Matches one token; null when another one stands there.
-  pANTLR3_COMMON_TOKEN match(uint32_t type);
-  void raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit);
-  void raise_here(uint32_t kind) {
-    raise(kind, next());
-  }
-  void report();
 
   static void* mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_UINT32 type,
                                 pANTLR3_BITSET_LIST follow);
@@ -80,7 +47,15 @@ class ParserObject {
   pANTLR3_COMMON_TOKEN_STREAM tokens_;
   TokenWindow* window_ = nullptr;
   RequestRecord* request_;
-  wchar_t prefix_[kPrefixCharacters];
 };
+
+// A token that stands where a free string is expected: any real token but a quoted string becomes
+// an unquoted one.
+inline void take_as_string(pANTLR3_COMMON_TOKEN token) {
+  const bool real = token->type > TAVO_TOKEN_UP && token->type < TAVO_TOKEN_NAME_COUNT;
+  if (real && token->type != TAVO_PARSER_STRING_WITH_QUOTES) {
+    token->type = TAVO_PARSER_STRING_WITHOUT_QUOTES;
+  }
+}
 
 }  // namespace tavo

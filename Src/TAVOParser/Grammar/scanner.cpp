@@ -126,6 +126,17 @@ constexpr Lexeme token_or_broken(Match match, uint32_t type) {
                          TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
 }
 
+// Most strings are plain characters up to the next quote. One that holds anything else that the
+// rule looks at, or a line end, is left to the rule.
+Lexeme scan_quoted_string(const Unit* text, const Unit* end) {
+  constexpr Unit kFirstSurrogate = 0xD800;
+  for (const Unit* p = text + 1; p != end; ++p) {
+    if (*p == '"') return token(p + 1, TAVO_PARSER_STRING_WITH_QUOTES);
+    if (*p == '\\' || *p == '\n' || *p >= kFirstSurrogate) break;
+  }
+  return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
+}
+
 bool all_digits(const Unit* text, const Unit* end) {
   while (text != end && is_digit(*text)) ++text;
   return text == end;
@@ -136,20 +147,16 @@ bool has_lower_case(const Unit* text, const Unit* end) {
   return text != end;
 }
 
-bool is_affix(uint16_t type) {
-  return type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
-         type == TAVO_PARSER_TOKEN_OVERLAY;
-}
-
 // A run of word characters that is no word of the vocabulary.
 uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   const bool digits_first = is_digit(*text) || (*text == '-' && stop - text > 1);
   return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
-// What a run of word characters is: keyword, structured value, number or unquoted string.
-[[gnu::noinline]] Lexeme classify(const Unit* text, const Unit* end, const Unit* stop,
-                                  uint64_t head, const Word* word) {
+}  // namespace
+
+Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
+                        const Word* word) {
   if (is_digit(*text) && at(stop, end, ' ')) {
     const Lexeme value = match_value_with_blanks(text, end);
     if (value.stop > stop) return value;
@@ -165,22 +172,10 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   return token(stop, known ? word->type : type_of_unknown(text, stop));
 }
 
-[[gnu::noinline]] Lexeme scan_word_by_character(const Unit* text, const Unit* end) {
+Lexeme detail::scan_word_by_character(const Unit* text, const Unit* end) {
   const WordRun run = read_word_by_character(text, end);
   const auto length = static_cast<size_t>(run.stop - text);
   return classify(text, end, run.stop, run.head, find_word(run.head, run.tail, text, length));
-}
-
-}  // namespace
-
-Lexeme detail::scan_word(const Unit* text, const Unit* end) {
-  WordRun run;
-  if (!read_word(text, end, run)) return scan_word_by_character(text, end);
-  const Word* word = find_short_word(run.head, run.tail, static_cast<size_t>(run.stop - text));
-  if (word == nullptr || word->kind != TokenKind::kKeyword || is_affix(word->type)) {
-    return classify(text, end, run.stop, run.head, word);
-  }
-  return token(run.stop, word->type);
 }
 
 Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {
@@ -199,7 +194,7 @@ Lexeme detail::scan_other(const Unit* text, const Unit* end) {
     case '\\': return token(text + 1, BACKSLASH);
     case '"':
       if (text + 1 == end) return token(end, QUOTE);
-      return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
+      return scan_quoted_string(text, end);
     case '/':
       if (at(text + 1, end, '/')) return hidden(match_comment(text, end).stop, COMMENT);
       if (at(text + 1, end, '*')) {

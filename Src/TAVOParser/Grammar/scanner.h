@@ -5,6 +5,8 @@
 #include <cstdint>
 
 #include "Grammar/character_class.h"
+#include "Grammar/vocabulary.h"
+#include "Grammar/word_run.h"
 #include "TAVOParserTokens.h"
 
 namespace tavo {
@@ -28,6 +30,9 @@ struct Match {
     return error == RecognitionError::kNone;
   }
 };
+
+// The characters that are a token by themselves wherever a token begins with them.
+enum class Sign : uint16_t { kComma = ',', kEqual = '=' };
 
 // What stands at one place of the text. Fits two registers.
 struct Lexeme {
@@ -54,8 +59,22 @@ namespace detail {
 constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
   return {stop, type, 0};
 }
-// What begins with a word character: keyword, structured value, number or unquoted string.
-Lexeme scan_word(const uint16_t* text, const uint16_t* end);
+// What a run of word characters is: keyword, structured value, number or unquoted string. head: as
+// in WordRun; word: the word of the vocabulary that it is, or null.
+Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop, uint64_t head,
+                const Word* word);
+Lexeme scan_word_by_character(const uint16_t* text, const uint16_t* end);
+
+// What begins with a word character. Inline, since most of a statement is keywords.
+inline Lexeme scan_word(const uint16_t* text, const uint16_t* end) {
+  WordRun run;
+  if (!read_word(text, end, run)) return scan_word_by_character(text, end);
+  const auto length = static_cast<size_t>(run.stop - text);
+  const Word& word = word_at_place_of(run.head, run.tail, length);
+  const bool same = word.head == run.head && word.tail == run.tail;
+  if (same && word.plain_length == length) return token(run.stop, word.type);
+  return classify(text, end, run.stop, run.head, same && word.length == length ? &word : nullptr);
+}
 Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
 // What begins with neither a word character, a blank, a comma nor an equals sign.
 Lexeme scan_other(const uint16_t* text, const uint16_t* end);

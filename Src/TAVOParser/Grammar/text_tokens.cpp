@@ -24,7 +24,7 @@ class TokenWalk {
     *token = {};
     token->offset = offset_;
     token->line = cursor_.line;
-    token->column = static_cast<uint32_t>(place_ - cursor_.line_start) - cursor_.pairs_in_line + 1;
+    token->column = cursor_.column(place_);
     if (lexeme.type == 0) {
       token->offending = offset_ + count_characters(place_, lexeme.stop);
       move_to(lexeme.stop == end_ ? end_ : next_character(lexeme.stop, end_));

@@ -132,8 +132,14 @@ consteval auto make_words() {
       a_keyword_begins_with_a_digit();
     }
     if (kind == TokenKind::kPunctuation || text.find(' ') != std::string_view::npos) continue;
-    words[count++] = {head_of(text), tail_of(text), static_cast<uint16_t>(i),
-                      s.type,        s.length,      kind};
+    const bool plain = kind == TokenKind::kKeyword && !is_affix(s.type);
+    words[count++] = {.head = head_of(text),
+                      .tail = tail_of(text),
+                      .spelling = static_cast<uint16_t>(i),
+                      .type = s.type,
+                      .length = s.length,
+                      .kind = kind,
+                      .plain_length = plain ? s.length : uint8_t{0}};
   }
   return words;
 }

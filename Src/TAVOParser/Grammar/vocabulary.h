@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "Grammar/word_hash.h"
+#include "TAVOParserTokens.h"
 
 namespace tavo {
 
@@ -44,6 +45,8 @@ struct Word {
   uint16_t type = 0;
   uint8_t length = 0;  // 0: no word has this place
   TokenKind kind = TokenKind::kReserved;
+  // Length of a keyword that is one whatever its case and whatever stands behind it; else 0.
+  uint8_t plain_length = 0;
 };
 
 struct WordTable {
@@ -55,15 +58,25 @@ namespace detail {
 
 extern const WordTable kWordTable;
 
+// The one word that a run of characters can be.
+inline const Word& word_at_place_of(uint64_t head, uint64_t tail, size_t length) {
+  const WordHash hash(head, tail, length);
+  return kWordTable.words[hash.slot(kWordTable.displacements[hash.bucket()])];
+}
+
 }  // namespace detail
+
+// PREFIX, SUFFIX or OVERLAY: with a parenthesis behind it the beginning of a longer token.
+constexpr bool is_affix(uint32_t type) {
+  return type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
+         type == TAVO_PARSER_TOKEN_OVERLAY;
+}
 
 // Finds a word of up to 16 characters, none of them a blank; null when there is none. The caller
 // checks the case of key literals: the look-up sees folded text only.
 // head, tail: as in WordRun; length in characters.
 inline const Word* find_short_word(uint64_t head, uint64_t tail, size_t length) {
-  const WordHash hash(head, tail, length);
-  const size_t slot = hash.slot(detail::kWordTable.displacements[hash.bucket()]);
-  const Word& word = detail::kWordTable.words[slot];
+  const Word& word = detail::word_at_place_of(head, tail, length);
   return word.head == head && word.tail == tail && word.length == length ? &word : nullptr;
 }
 // The same for a word of any length; text: the word as typed.

@@ -1,0 +1,17 @@
+// The engine that runs the grammar tables: reads tokens, stores what the tables say, and stops at
+// the first syntax error.
+#pragma once
+
+#include <antlr3.h>
+
+#include "Grammar/parser.h"
+#include "Grammar/token_window.h"
+
+namespace tavo {
+
+// The top rule. Returns false when the parser has been told of a syntax error.
+bool run_grammar(TokenWindow& tokens, ParserObject& parser, RequestRecord* request);
+// The same over a caller's own token stream.
+bool run_grammar(pANTLR3_TOKEN_STREAM stream, ParserObject& parser, RequestRecord* request);
+
+}  // namespace tavo
