@@ -42,15 +42,15 @@ uint32_t read_number(const wchar_t* text, bool takes_minus, uint64_t largest,
   if (*text == L'-' || *text == L'+') ++text;
   if (*text == L'\0') return kNotANumber;
   const uint64_t limit = negative ? largest_minus : largest;
-  bool fits = true;
+  bool too_large = false;
   magnitude = 0;
   for (; *text != L'\0'; ++text) {
-    if (*text < L'0' || *text > L'9') return kNotANumber;
-    const auto digit = static_cast<uint64_t>(*text - L'0');
-    fits = fits && magnitude <= (limit - digit) / 10;
-    magnitude = magnitude * 10 + digit;
+    const uint32_t digit = static_cast<uint32_t>(*text) - uint32_t{L'0'};
+    if (digit > 9) return kNotANumber;
+    too_large |= __builtin_mul_overflow(magnitude, 10, &magnitude);
+    too_large |= __builtin_add_overflow(magnitude, digit, &magnitude);
   }
-  return fits ? kOk : kNumberOutOfRange;
+  return too_large || magnitude > limit ? kNumberOutOfRange : kOk;
 }
 
 template <typename Signed>
