@@ -74,9 +74,10 @@ bool StoredText::equals(const wchar_t* text) const {
 }
 
 StoredPairs::StoredPairs(const RequestRecord& request) : request_(request) {
-  for (int32_t i = 0; i < request.count; ++i) {
-    const uint32_t key = request.pKeyValueArr[i].keyId;
-    if (key < first_.size() && first_[key] == 0) first_[key] = static_cast<uint32_t>(i) + 1;
+  uint8_t place = 1;
+  for (const KeyValueEntry& pair : *this) {
+    if (pair.keyId < first_.size() && first_[pair.keyId] == 0) first_[pair.keyId] = place;
+    if (place != kFar) ++place;
   }
 }
 

@@ -32,8 +32,11 @@ class StoredPairs {
 
   // The first pair with a key, or null.
   const KeyValueEntry* find(uint32_t key) const {
-    const uint32_t index = first_[key];
-    return index == 0 ? nullptr : request_.pKeyValueArr + (index - 1);
+    const uint8_t place = first_[key];
+    if (place == 0) return nullptr;
+    const KeyValueEntry* entry = request_.pKeyValueArr + (place - 1);
+    while (entry->keyId != key) ++entry;
+    return entry;
   }
   bool has(uint32_t key) const {
     return first_[key] != 0;
@@ -62,7 +65,9 @@ class StoredPairs {
 
  private:
   const RequestRecord& request_;
-  std::array<uint32_t, TAVO_TOKEN_NAME_COUNT> first_{};  // index + 1
+  // Index of the first pair with a key, plus 1; from kFar on only where to begin to search for it.
+  static constexpr uint8_t kFar = UINT8_MAX;
+  std::array<uint8_t, TAVO_TOKEN_NAME_COUNT> first_{};
 };
 
 // ---- numbers, as the platform reads them; nothing when the text is no number of that kind -------
