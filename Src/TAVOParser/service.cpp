@@ -38,7 +38,7 @@ uint32_t renew_error_state(void* block, ErrorState** state) {
 
 uint32_t recognize(RequestRecord* request, ErrorState* state, Utf16Text& text) {
   RecognizerChain chain;
-  if (!chain.open(text.units(), text.count())) {
+  if (!chain.open(text.units(), text.count(), Utf16Text::kZeros)) {
     return refuse(state, TAVO_STATUS_NO_MEMORY_FOR_TEXT);
   }
   StoredKeys& stored = parse_session().stored_keys;

@@ -1,9 +1,10 @@
-// A UTF-16 copy of wide text.
+// A UTF-16 copy of wide text, with zeros behind it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 #include "TAVOParser.h"
 #include "TAVOText.h"
@@ -13,6 +14,9 @@ namespace tavo {
 // Short texts need no memory of their own.
 class Utf16Text {
  public:
+  // Units behind the text that may be read; they are 0.
+  static constexpr size_t kZeros = 16;
+
   Utf16Text() = default;
   Utf16Text(const Utf16Text&) = delete;
   Utf16Text& operator=(const Utf16Text&) = delete;
@@ -28,14 +32,16 @@ class Utf16Text {
     size_t room = kShort;
     if (characters >= kShort / 2) {
       room = size_t{characters} + count_above_bmp(text, characters) + 1;
-      if (room > kShort) units_ = static_cast<uint16_t*>(std::malloc(room * sizeof(uint16_t)));
+      if (room > kShort) {
+        units_ = static_cast<uint16_t*>(std::malloc((room + kZeros) * sizeof(uint16_t)));
+      }
       if (units_ == nullptr) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
     }
     converter_code_ =
         TAVO_Utf32ToUtf16(text, static_cast<int32_t>(characters * sizeof(wchar_t)), units_,
                           static_cast<uint32_t>(room * sizeof(uint16_t)), &count_);
     if (converter_code_ != 0) return TAVO_STATUS_TEXT_NOT_CONVERTIBLE;
-    units_[count_] = 0;
+    std::memset(units_ + count_, 0, kZeros * sizeof(uint16_t));
     return 0;
   }
 
@@ -59,7 +65,7 @@ class Utf16Text {
     return count;
   }
 
-  uint16_t short_[kShort];
+  uint16_t short_[kShort + kZeros];
   uint16_t* units_ = short_;
   uint32_t count_ = 0;
   uint32_t converter_code_ = 0;

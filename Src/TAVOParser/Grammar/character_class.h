@@ -43,7 +43,10 @@ inline constexpr std::array<char, 128> kFoldedWords = make_folded_words();
 }  // namespace detail
 
 constexpr uint8_t class_of(uint32_t c) {
-  return c < 128 ? detail::kCharacterClasses[c] : uint8_t{kOther};
+  if (c >= 128) [[unlikely]] {
+    return kOther;
+  }
+  return detail::kCharacterClasses[c];
 }
 constexpr bool is_word(uint32_t c) {
   return (class_of(c) & kWord) != 0;

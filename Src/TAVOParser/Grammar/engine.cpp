@@ -26,8 +26,10 @@ class StreamTokens {
     stream_->istream->consume(stream_->istream);
     return token;
   }
-  static bool step_over(Sign) {
-    return false;  // every token has been made
+  pANTLR3_COMMON_TOKEN take_behind(Sign, uint32_t type_of_sign) {
+    if (current()->type != type_of_sign) return nullptr;
+    take();
+    return take();
   }
 
  private:
@@ -54,9 +56,9 @@ class Engine {
   bool run_option(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword, const wchar_t* prefix);
   [[gnu::noinline]] bool run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword);
   bool run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                       const wchar_t* prefix);
+                       pANTLR3_COMMON_TOKEN token, const wchar_t* prefix);
   bool tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                         const wchar_t* prefix);
+                         pANTLR3_COMMON_TOKEN token, const wchar_t* prefix);
   const wchar_t* make_prefix(pANTLR3_COMMON_TOKEN keyword);
 
   void store(pANTLR3_COMMON_TOKEN key, uint32_t key_type, pANTLR3_COMMON_TOKEN value,
@@ -74,21 +76,17 @@ class Engine {
     if (status != 0 && status != TAVO_STATUS_ARRAY_FULL) request_->errorFlag = 1;
   }
 
-  // Takes a sign if it is next, mostly without making a token of it.
-  bool take_sign(Sign sign, uint32_t type) {
-    if (tokens_.step_over(sign)) return true;
-    if (tokens_.current()->type != type) return false;
-    tokens_.take();
-    return true;
+  pANTLR3_COMMON_TOKEN take_behind_comma() {
+    return tokens_.take_behind(Sign::kComma, COMMA);
   }
-  bool take_comma() {
-    return take_sign(Sign::kComma, COMMA);
+  pANTLR3_COMMON_TOKEN take_behind_equal() {
+    return tokens_.take_behind(Sign::kEqual, EQUAL);
   }
-  bool take_equal() {
-    return take_sign(Sign::kEqual, EQUAL);
-  }
-  bool match_equal() {
-    return take_equal() || parser_.raise_mismatch(EQUAL, tokens_.current());
+  // Raises the mismatch if the token behind an equals sign is missing, with the sign, or another.
+  bool match_behind_equal(uint32_t type) {
+    pANTLR3_COMMON_TOKEN token = take_behind_equal();
+    if (token == nullptr) return parser_.raise_mismatch(EQUAL, tokens_.current());
+    return token->type == type || parser_.raise_mismatch(type, token);
   }
   bool match(uint32_t type) {
     pANTLR3_COMMON_TOKEN token = tokens_.take();
@@ -136,8 +134,7 @@ template <typename Tokens>
 
 template <typename Tokens>
 bool Engine<Tokens>::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                                     const wchar_t* prefix) {
-  pANTLR3_COMMON_TOKEN token = tokens_.take();
+                                     pANTLR3_COMMON_TOKEN token, const wchar_t* prefix) {
   const AcceptedValue* value = find_value(option.values, token->type);
   if (value == nullptr) {
     // One accepted token is matched as a token, several as a set.
@@ -150,8 +147,7 @@ bool Engine<Tokens>::run_token_value(const OptionRule& option, pANTLR3_COMMON_TO
 
 template <typename Tokens>
 bool Engine<Tokens>::tavo_string_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
-                                       const wchar_t* prefix) {
-  pANTLR3_COMMON_TOKEN token = tokens_.take();
+                                       pANTLR3_COMMON_TOKEN token, const wchar_t* prefix) {
   take_as_string(token);
   // Stored before it is looked at, and that is meant: at the end of the input a pair with the
   // end-of-input token is stored, then the error is raised.
@@ -177,14 +173,15 @@ const wchar_t* Engine<Tokens>::make_prefix(pANTLR3_COMMON_TOKEN keyword) {
 template <typename Tokens>
 bool Engine<Tokens>::run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword) {
   const wchar_t* prefix = make_prefix(keyword);
-  if (!match_equal() || !match(LEFT_PARENTHESIS)) return false;
+  if (!match_behind_equal(LEFT_PARENTHESIS)) return false;
+  pANTLR3_COMMON_TOKEN token = tokens_.take();
   do {
-    pANTLR3_COMMON_TOKEN token = tokens_.take();
     const OptionRule* parameter =
         option_beginning_with(option.parameters, *option.parameter_index, token->type);
     if (parameter == nullptr) return parser_.raise(ANTLR3_NO_VIABLE_ALT_EXCEPTION, token);
     if (!run_option(*parameter, token, prefix)) return false;
-  } while (take_comma());
+    token = take_behind_comma();
+  } while (token != nullptr);
   return match(RIGHT_PARENTHESIS);
 }
 
@@ -194,9 +191,10 @@ template <typename Tokens>
 bool Engine<Tokens>::run_option(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
                                 const wchar_t* prefix) {
   if (option.syntax == ValueSyntax::kParameters) return run_parameters(option, keyword);
-  if (!match_equal()) return false;
-  return option.syntax == ValueSyntax::kString ? tavo_string_value(option, keyword, prefix)
-                                               : run_token_value(option, keyword, prefix);
+  pANTLR3_COMMON_TOKEN token = take_behind_equal();
+  if (token == nullptr) return parser_.raise_mismatch(EQUAL, tokens_.current());
+  return option.syntax == ValueSyntax::kString ? tavo_string_value(option, keyword, token, prefix)
+                                               : run_token_value(option, keyword, token, prefix);
 }
 
 // What follows a statement's head: nothing, or commas, each with an option behind it. The list
@@ -204,8 +202,8 @@ bool Engine<Tokens>::run_option(const OptionRule& option, pANTLR3_COMMON_TOKEN k
 template <typename Tokens>
 bool Engine<Tokens>::run_options(const StatementRule& statement) {
   bool is_list = false;
-  for (; take_comma(); is_list = true) {
-    pANTLR3_COMMON_TOKEN keyword = tokens_.take();
+  while (pANTLR3_COMMON_TOKEN keyword = take_behind_comma()) {
+    is_list = true;
     const OptionRule* option =
         option_beginning_with(statement.options, *statement.index, keyword->type);
     if (option == nullptr) return parser_.raise(ANTLR3_NO_VIABLE_ALT_EXCEPTION, keyword);
@@ -224,7 +222,7 @@ bool Engine<Tokens>::run_options(const StatementRule& statement) {
 template <typename Tokens>
 bool Engine<Tokens>::run_trace_statement(const StatementRule& statement,
                                          pANTLR3_COMMON_TOKEN keyword) {
-  if (!match_equal() || !match(statement.head.values.entries[0].token)) return false;
+  if (!match_behind_equal(statement.head.values.entries[0].token)) return false;
   note_result(
       SetTraceLevel(request_, keyword, statement.head.key_type, keyword, keyword->type, L""));
   return true;
@@ -233,8 +231,8 @@ bool Engine<Tokens>::run_trace_statement(const StatementRule& statement,
 // The statements that begin with the provider keyword are chosen by the name behind it.
 template <typename Tokens>
 bool Engine<Tokens>::run_provider_statement(pANTLR3_COMMON_TOKEN keyword) {
-  if (!take_equal()) return parser_.raise(ANTLR3_NO_VIABLE_ALT_EXCEPTION, tokens_.current());
-  pANTLR3_COMMON_TOKEN name = tokens_.take();
+  pANTLR3_COMMON_TOKEN name = take_behind_equal();
+  if (name == nullptr) return parser_.raise(ANTLR3_NO_VIABLE_ALT_EXCEPTION, tokens_.current());
   for (const StatementRule* statement : statements()) {
     const AcceptedValue& value = statement->head.values.entries[0];
     if (value.token != name->type || !statement->begins_with(keyword->type)) continue;

@@ -163,9 +163,9 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token() {
   return end_of_input();
 }
 
-bool LexerObject::next_visible_from(const uint16_t* place, Lexeme lexeme,
-                                    pANTLR3_COMMON_TOKEN token) {
-  for (;; lexeme = scan(place, end_)) {
+bool LexerObject::next_visible_from(const uint16_t* place, const uint16_t* stop, uint32_t type,
+                                    uint32_t traits, pANTLR3_COMMON_TOKEN token) {
+  for (Lexeme lexeme = {stop, type, traits};; lexeme = scan(place, end_)) {
     if (lexeme.type == 0) {
       drop_broken(place, lexeme);
     } else {
@@ -225,7 +225,8 @@ pANTLR3_COMMON_TOKEN LexerObject::new_token_of(pANTLR3_TOKEN_FACTORY factory) {
 
 // ---- making and freeing ------------------------------------------------------------------------
 
-bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state) {
+bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
+                       size_t zeros_behind) {
   if (input == nullptr || !is_utf16(*input)) return false;
   std::memset(&own_state_, 0, sizeof own_state_);
   std::memset(&source_, 0, sizeof source_);
@@ -261,6 +262,7 @@ bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STA
   input_ = input;
   begin_ = static_cast<const uint16_t*>(input->data);
   end_ = begin_ + input->sizeBuf / sizeof(uint16_t);
+  readable_ = end_ + zeros_behind;
   next_ = begin_ != end_ && *begin_ == 0xFEFF ? begin_ + 1 : begin_;  // a byte-order mark
   cursor_ = {};
   cursor_.line_start = begin_;

@@ -75,9 +75,11 @@ struct LineCursor {
 
 class LexerObject {
  public:
-  // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null.
-  // Returns false when memory is refused or the stream is not UTF-16.
-  bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state);
+  // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null;
+  // zeros_behind: units of 0 that are known to stand behind the stream's text. Returns false when
+  // memory is refused or the stream is not UTF-16.
+  bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
+            size_t zeros_behind = 0);
   // Frees what the runtime made for the object, if anything, not the object.
   void close();
 
@@ -120,8 +122,9 @@ class LexerObject {
   pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
   void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const uint16_t* stop,
                 uint32_t type) const;
-  // Goes on from a lexeme that has been read.
-  bool next_visible_from(const uint16_t* place, Lexeme lexeme, pANTLR3_COMMON_TOKEN token);
+  // Goes on from a lexeme that has been read: its place and its parts, which fit registers.
+  bool next_visible_from(const uint16_t* place, const uint16_t* stop, uint32_t type,
+                         uint32_t traits, pANTLR3_COMMON_TOKEN token);
   void drop_broken(const uint16_t* start, Lexeme lexeme);
   void record_first_broken(const uint16_t* offending, RecognitionError error);
   int32_t end_position() const;
@@ -144,6 +147,7 @@ class LexerObject {
   pANTLR3_INPUT_STREAM input_;
   const uint16_t* begin_;
   const uint16_t* end_;
+  const uint16_t* readable_;  // end of what may be read, zeros behind the text included
   const uint16_t* next_;
   LineCursor cursor_;
   BrokenPlace first_broken_;
@@ -165,13 +169,15 @@ inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* st
 
 inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
   const uint16_t* place = skip_spaces();
-  if (place == end_) {
+  if (place == end_) [[unlikely]] {
     next_ = end_;
     return false;
   }
-  const Lexeme lexeme = scan(place, end_);
+  const Lexeme lexeme = scan(place, end_, readable_);
   // Nearly all visible tokens are plain: neither broken nor with line ends.
-  if (lexeme.traits != 0) return next_visible_from(place, lexeme, token);
+  if (lexeme.traits != 0) [[unlikely]] {
+    return next_visible_from(place, lexeme.stop, lexeme.type, lexeme.traits, token);
+  }
   describe(token, place, lexeme.stop, lexeme.type);
   next_ = lexeme.stop;
   return true;
@@ -179,7 +185,9 @@ inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
 
 inline bool LexerObject::step_over(Sign sign) {
   const uint16_t* place = skip_spaces();
-  if (place == end_ || *place != static_cast<uint16_t>(sign)) return false;
+  if (place == end_ || *place != static_cast<uint16_t>(sign)) [[unlikely]] {
+    return false;
+  }
   next_ = place + 1;
   return true;
 }

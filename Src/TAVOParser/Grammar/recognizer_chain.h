@@ -5,6 +5,7 @@
 
 #include <antlr3.h>
 
+#include <cstddef>
 #include <cstdint>
 
 #include "Grammar/lexer.h"
@@ -20,8 +21,9 @@ class RecognizerChain {
   RecognizerChain& operator=(const RecognizerChain&) = delete;
   ~RecognizerChain();
 
-  // Builds the chain over UTF-16 text, which must outlive it. Returns false when memory is refused.
-  bool open(uint16_t* text, uint32_t units);
+  // Builds the chain over UTF-16 text, which must outlive it and has so many units of 0 behind it.
+  // Returns false when memory is refused.
+  bool open(uint16_t* text, uint32_t units, size_t zeros_behind);
   // Runs the top rule.
   void parse(RequestRecord* request);
 

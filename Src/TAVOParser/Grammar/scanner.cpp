@@ -156,11 +156,12 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
 }  // namespace
 
 Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
-                        const Word* word) {
+                        uint64_t tail) {
   if (is_digit(*text) && at(stop, end, ' ')) {
     const Lexeme value = match_value_with_blanks(text, end);
     if (value.stop > stop) return value;
   }
+  const Word* word = find_word(head, tail, text, static_cast<size_t>(stop - text));
   if (word == nullptr) {
     if (is_numbered_keyword(head, static_cast<size_t>(stop - text))) {
       return token(stop, TAVO_PARSER_CMN_PARM_FLDDEF);
@@ -174,8 +175,7 @@ Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uin
 
 Lexeme detail::scan_word_by_character(const Unit* text, const Unit* end) {
   const WordRun run = read_word_by_character(text, end);
-  const auto length = static_cast<size_t>(run.stop - text);
-  return classify(text, end, run.stop, run.head, find_word(run.head, run.tail, text, length));
+  return classify(text, end, run.stop, run.head, run.tail);
 }
 
 Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {

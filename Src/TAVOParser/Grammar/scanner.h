@@ -59,21 +59,24 @@ namespace detail {
 constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
   return {stop, type, 0};
 }
-// What a run of word characters is: keyword, structured value, number or unquoted string. head: as
-// in WordRun; word: the word of the vocabulary that it is, or null.
+// What a run of word characters is: keyword, structured value, number or unquoted string. head,
+// tail: as in WordRun.
 Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop, uint64_t head,
-                const Word* word);
+                uint64_t tail);
 Lexeme scan_word_by_character(const uint16_t* text, const uint16_t* end);
 
 // What begins with a word character. Inline, since most of a statement is keywords.
-inline Lexeme scan_word(const uint16_t* text, const uint16_t* end) {
+inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   WordRun run;
-  if (!read_word(text, end, run)) return scan_word_by_character(text, end);
+  if (!read_word(text, readable, run)) [[unlikely]] {
+    return scan_word_by_character(text, end);
+  }
   const auto length = static_cast<size_t>(run.stop - text);
   const Word& word = word_at_place_of(run.head, run.tail, length);
-  const bool same = word.head == run.head && word.tail == run.tail;
-  if (same && word.plain_length == length) return token(run.stop, word.type);
-  return classify(text, end, run.stop, run.head, same && word.length == length ? &word : nullptr);
+  if (word.head == run.head && word.tail == run.tail && word.plain_length == length) [[likely]] {
+    return token(run.stop, word.type);
+  }
+  return classify(text, end, run.stop, run.head, run.tail);
 }
 Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
 // What begins with neither a word character, a blank, a comma nor an equals sign.
@@ -82,16 +85,23 @@ Lexeme scan_other(const uint16_t* text, const uint16_t* end);
 }  // namespace detail
 
 // Recognizes the one token at text, which is before end. Always takes at least one code unit,
-// except that a broken lexeme's offending character may be the first one.
-inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
+// except that a broken lexeme's offending character may be the first one. readable: end of what may
+// be read; from end to there, all units are 0.
+inline Lexeme scan(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   const uint32_t c = *text;
   const uint8_t kind = class_of(c);
-  if ((kind & kWord) != 0) return detail::scan_word(text, end);
+  if ((kind & kWord) != 0) [[likely]] {
+    return detail::scan_word(text, end, readable);
+  }
   if (c == ',') return detail::token(text + 1, COMMA);
   if (c == '=') return detail::token(text + 1, EQUAL);
   if ((kind & kBlank) == 0) return detail::scan_other(text, end);
   if (c != ' ' || (text + 1 != end && is_blank(text[1]))) return detail::scan_blanks(text, end);
   return {text + 1, WHITESPACE, Lexeme::kHidden};
+}
+
+inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
+  return scan(text, end, end);
 }
 
 // ---- single rules, each committed from its first character on ----------------------------------

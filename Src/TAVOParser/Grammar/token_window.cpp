@@ -3,12 +3,38 @@
 namespace tavo {
 
 // At the end this is the end-of-input token, which has a place of its own, again and again.
-pANTLR3_COMMON_TOKEN TokenWindow::read() {
-  pANTLR3_COMMON_TOKEN token = &slots_[++last_ % kSlots].token;
-  if (lexer_->next_visible(token)) [[likely]]
-    return token;
-  --last_;
-  return lexer_->end_of_input();
+// Always inline, so that the place in the text stays in a register from a sign to the token behind.
+[[gnu::always_inline]] inline pANTLR3_COMMON_TOKEN TokenWindow::read() {
+  Slot* slot = free_;
+  if (!lexer_->next_visible(&slot->token)) [[unlikely]] {
+    return lexer_->end_of_input();
+  }
+  free_ = slot->next;
+  return &slot->token;
+}
+
+pANTLR3_COMMON_TOKEN TokenWindow::current() {
+  if (current_ == nullptr) current_ = read();
+  return current_;
+}
+
+pANTLR3_COMMON_TOKEN TokenWindow::take() {
+  pANTLR3_COMMON_TOKEN token = current();
+  current_ = nullptr;
+  return token;
+}
+
+pANTLR3_COMMON_TOKEN TokenWindow::take_behind(Sign sign, uint32_t type_of_sign) {
+  if (current_ == nullptr && lexer_->step_over(sign)) [[likely]] {
+    return read();
+  }
+  return take_behind_token(type_of_sign);
+}
+
+pANTLR3_COMMON_TOKEN TokenWindow::take_behind_token(uint32_t type) {
+  if (current()->type != type) return nullptr;
+  take();
+  return take();
 }
 
 TokenWindow* TokenWindow::of(pANTLR3_INT_STREAM stream) {
@@ -35,7 +61,10 @@ void TokenWindow::attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer)
   stream->tstream->_LT = look_ahead_of;
   stream->tstream->istream->_LA = type_ahead_of;
   stream->tstream->istream->consume = consume_of;
-  for (Slot& slot : slots_) lexer.prepare(&slot.token);
+  for (size_t i = 0; i < kSlots; ++i) {
+    lexer.prepare(&slots_[i].token);
+    slots_[i].next = &slots_[(i + 1) % kSlots];
+  }
 }
 
 }  // namespace tavo

@@ -6,7 +6,7 @@
 
 #include <antlr3.h>
 
-#include <cstdint>
+#include <cstddef>
 
 #include "Grammar/lexer.h"
 
@@ -19,34 +19,24 @@ class TokenWindow {
   void attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer);
 
   // The next token, hidden ones left out; the end-of-input token from the end on.
-  pANTLR3_COMMON_TOKEN current() {
-    if (current_ == nullptr) current_ = read();
-    return current_;
-  }
+  pANTLR3_COMMON_TOKEN current();
   // The same, and goes on behind it.
-  pANTLR3_COMMON_TOKEN take() {
-    if (current_ == nullptr) [[likely]]
-      return read();
-    pANTLR3_COMMON_TOKEN token = current_;
-    current_ = nullptr;
-    return token;
-  }
-  // Takes the next token without making it, if it has not been read yet and is this sign. False
-  // says only that it has to be read.
-  bool step_over(Sign sign) {
-    return current_ == nullptr && lexer_->step_over(sign);
-  }
+  pANTLR3_COMMON_TOKEN take();
+  // If the next token is a sign, goes on behind it and takes the token there; null otherwise. Makes
+  // no token of the sign if it can.
+  pANTLR3_COMMON_TOKEN take_behind(Sign sign, uint32_t type_of_sign);
 
  private:
   // A token stays as it is until this many have been read behind it: a rule holds its keyword, the
   // sign behind it and the value.
-  static constexpr uint32_t kSlots = 4;
-  // Of a size that places are found by without a multiplication.
-  struct alignas(256) Slot {
+  static constexpr size_t kSlots = 3;
+  struct Slot {
     ANTLR3_COMMON_TOKEN token;
+    Slot* next;  // round and round
   };
 
   pANTLR3_COMMON_TOKEN read();
+  [[gnu::noinline]] pANTLR3_COMMON_TOKEN take_behind_token(uint32_t type);
 
   static TokenWindow* of(pANTLR3_INT_STREAM stream);
   static pANTLR3_COMMON_TOKEN look_ahead_of(pANTLR3_TOKEN_STREAM stream, ANTLR3_INT32 k);
@@ -55,7 +45,7 @@ class TokenWindow {
 
   pANTLR3_COMMON_TOKEN current_ = nullptr;  // null: not read yet
   LexerObject* lexer_ = nullptr;
-  uint32_t last_ = 0;  // place of the token that was read last, not wrapped
+  Slot* free_ = slots_;  // for the next token
   Slot slots_[kSlots];
 };
 

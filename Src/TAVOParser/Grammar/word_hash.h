@@ -18,7 +18,7 @@ class WordHash {
   // head, tail: the word's first and last eight characters, as in WordRun; length in characters.
   WordHash() = default;
   constexpr WordHash(uint64_t head, uint64_t tail, size_t length)
-      : mixed_((head ^ std::rotl(tail, 29) ^ uint64_t{length} << 56) * 0x9E3779B97F4A7C15u) {}
+      : mixed_(((head ^ std::rotl(tail, 29)) + length) * 0x9E3779B97F4A7C15u) {}
 
   constexpr size_t bucket() const {
     return mixed_ >> 56;

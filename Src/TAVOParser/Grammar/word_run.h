@@ -70,14 +70,16 @@ inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
           static_cast<unsigned>(std::countr_one(word))};
 }
 
-// Reads a run in one step. Returns false when the text ends too soon for that or the run is longer
-// than one step: then it has to be read by character.
+// Reads a run in one step. Returns false when what may be read ends too soon for that or the run is
+// longer than one step: then it has to be read by character.
 inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
-  if (end - text < 8) return false;
+  if (end - text < 8) [[unlikely]] {
+    return false;
+  }
   const bool only_eight = end - text < 16;
   const SixteenCharacters c = read_sixteen(text, only_eight);
   run.stop = text + c.word_length;
-  if (c.word_length < 8) {
+  if (c.word_length < 8) [[likely]] {
     run.head = run.tail = c.first & ((uint64_t{1} << (8 * c.word_length)) - 1);
     return true;
   }
