@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "caller.h"
 #include "statements.h"
@@ -72,8 +73,8 @@ void measure(const std::string& name, const std::string& text, bench::Form form)
   if (status != 0) std::exit(1);
 }
 
-int repeat(size_t characters, long times) {
-  bench::Caller caller(bench::statement("hash", characters), bench::Form::kWide);
+int repeat(size_t characters, long times, std::string_view provider) {
+  bench::Caller caller(bench::statement(provider, characters), bench::Form::kWide);
   caller.size();
   if (!caller.allocate()) return 1;
   for (long i = 0; i < times; ++i) {
@@ -87,8 +88,9 @@ int repeat(size_t characters, long times) {
 int main(int argc, char** argv) {
   bench::Library library;
   if (!library.started()) return 1;
-  if (argc == 4 && std::strcmp(argv[1], "repeat") == 0) {
-    return repeat(std::strtoul(argv[2], nullptr, 10), std::strtol(argv[3], nullptr, 10));
+  if (argc >= 4 && std::strcmp(argv[1], "repeat") == 0) {
+    return repeat(std::strtoul(argv[2], nullptr, 10), std::strtol(argv[3], nullptr, 10),
+                  argc > 4 ? argv[4] : "hash");
   }
   for (size_t characters : {size_t{60}, size_t{130}, size_t{500}, size_t{65536}}) {
     const std::string text = characters > 1000 ? bench::many_field_definitions(characters)

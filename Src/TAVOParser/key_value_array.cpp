@@ -92,6 +92,11 @@ bool store_key(const KeyValueEntry& entry, const wchar_t* prefix, const TokenTex
   return put(text, buffer, characters);
 }
 
+bool has_backslash(const TokenText& text) {
+  const uint16_t* const end = text.units + text.count;
+  return std::find(text.units, end, uint16_t{'\\'}) != end;
+}
+
 // Returns false when the value was cut.
 bool store_value(KeyValueEntry& entry, TokenText text, uint32_t value_id) {
   const bool quoted = is_quoted(value_id);
@@ -106,7 +111,7 @@ bool store_value(KeyValueEntry& entry, TokenText text, uint32_t value_id) {
   if (characters == 0) [[unlikely]]
     return whole;
   buffer[characters - 1] = 0;  // whatever the text
-  if (quoted) unescape_quotes(buffer, &entry.valueLength);
+  if (quoted && has_backslash(text)) unescape_quotes(buffer, &entry.valueLength);
   return whole;
 }
 

@@ -25,12 +25,19 @@ uint32_t finish(Unit* dst, uint32_t written, uint32_t dst_units, uint32_t* count
   return kOk;
 }
 
-bool arguments_are_valid(const void* src, bool source_is_empty, const void* dst, uint32_t dst_units,
-                         const uint32_t* count) noexcept {
-  if (src != nullptr && dst != nullptr && count != nullptr) [[likely]]
-    return true;
+// A text may be missing when it is empty, and so may a buffer.
+[[gnu::cold]] bool may_be_missing(const void* src, bool source_is_empty, const void* dst,
+                                  uint32_t dst_units, const uint32_t* count) noexcept {
   return (src != nullptr || source_is_empty) && (dst != nullptr || dst_units == 0) &&
          count != nullptr;
+}
+
+bool arguments_are_valid(const void* src, bool source_is_empty, const void* dst, uint32_t dst_units,
+                         const uint32_t* count) noexcept {
+  if (src == nullptr || dst == nullptr || count == nullptr) [[unlikely]] {
+    return may_be_missing(src, source_is_empty, dst, dst_units, count);
+  }
+  return true;
 }
 
 // The text from `written` on, where the first character is that needs a look: so far every

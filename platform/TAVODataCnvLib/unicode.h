@@ -109,6 +109,13 @@ bool copy_group(const From* src, To* dst) noexcept {
   return true;
 }
 
+// Copies a group at the beginning and one at `last`, which may overlap; returns false, and may have
+// copied some, when a unit is not below the power of 2.
+template <uint32_t kBelow, uint32_t kUnits, typename From, typename To>
+bool copy_two_groups(const From* src, To* dst, uint32_t last) noexcept {
+  return copy_group<kBelow, kUnits>(src, dst) && copy_group<kBelow, kUnits>(src + last, dst + last);
+}
+
 #ifdef __SSE2__
 
 // Groups of eight UTF-16 or UTF-32 units below 0x8000, for which one instruction narrows and two
@@ -132,11 +139,15 @@ inline bool copy_group<0x8000, 8>(const uint16_t* src, uint32_t* dst) noexcept {
   _mm_storeu_si128(to + 1, _mm_unpackhi_epi16(units, _mm_setzero_si128()));
   return true;
 }
+// Twice four of them, as most stored texts are.
 template <>
-inline bool copy_group<0x8000, 4>(const uint16_t* src, uint32_t* dst) noexcept {
-  const __m128i units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(src));
-  if ((_mm_movemask_epi8(units) & 0xAA) != 0) return false;
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), _mm_unpacklo_epi16(units, _mm_setzero_si128()));
+inline bool copy_two_groups<0x8000, 4>(const uint16_t* src, uint32_t* dst, uint32_t last) noexcept {
+  const __m128i first_units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(src));
+  const __m128i last_units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(src + last));
+  if ((_mm_movemask_epi8(_mm_or_si128(first_units, last_units)) & 0xAA) != 0) return false;
+  const __m128i zero = _mm_setzero_si128();
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), _mm_unpacklo_epi16(first_units, zero));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + last), _mm_unpacklo_epi16(last_units, zero));
   return true;
 }
 
@@ -161,9 +172,7 @@ template <uint32_t kBelow, typename From, typename To>
   }
   if constexpr (sizeof(From) * kSmallGroup >= sizeof(uint64_t)) {
     if (units >= kSmallGroup) {
-      const uint32_t last = units - kSmallGroup;
-      if (!copy_group<kBelow, kSmallGroup>(src, dst)) return 0;
-      return copy_group<kBelow, kSmallGroup>(src + last, dst + last) ? units : kSmallGroup;
+      return copy_two_groups<kBelow, kSmallGroup>(src, dst, units - kSmallGroup) ? units : 0;
     }
   }
   uint32_t done = 0;

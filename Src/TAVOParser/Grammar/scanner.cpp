@@ -1,5 +1,6 @@
 #include "Grammar/scanner.h"
 
+#include <bit>
 #include <cstddef>
 #include <string_view>
 
@@ -126,14 +127,34 @@ constexpr Lexeme token_or_broken(Match match, uint32_t type) {
                          TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
 }
 
-// Most strings are plain characters up to the next quote. One that holds anything else that the
-// rule looks at, or a line end, is left to the rule.
-Lexeme scan_quoted_string(const Unit* text, const Unit* end) {
-  constexpr Unit kFirstSurrogate = 0xD800;
-  for (const Unit* p = text + 1; p != end; ++p) {
-    if (*p == '"') return token(p + 1, TAVO_PARSER_STRING_WITH_QUOTES);
-    if (*p == '\\' || *p == '\n' || *p >= kFirstSurrogate) break;
+// The first character in a string that is not just taken: a quote, a backslash, a line end, half of
+// a surrogate pair.
+const Unit* end_of_plain_text(const Unit* text, const Unit* end) {
+#ifdef __SSE2__
+  for (; end - text >= 8; text += 8) {
+    const void* place = text;
+    const __m128i units = _mm_loadu_si128(static_cast<const __m128i*>(place));
+    const auto is = [units](char c) { return _mm_cmpeq_epi16(units, _mm_set1_epi16(c)); };
+    const __m128i high = _mm_cmplt_epi16(units, _mm_setzero_si128());  // surrogates among them
+    const __m128i stops =
+        _mm_or_si128(_mm_or_si128(is('"'), is('\\')), _mm_or_si128(is('\n'), high));
+    const auto mask = static_cast<uint32_t>(_mm_movemask_epi8(stops));
+    if (mask == 0) continue;
+    text += std::countr_zero(mask) / 2;
+    break;
   }
+#endif
+  constexpr Unit kFirstSurrogate = 0xD800;
+  while (text != end && *text != '"' && *text != '\\' && *text != '\n' && *text < kFirstSurrogate) {
+    ++text;
+  }
+  return text;
+}
+
+// Most strings are plain text up to the next quote. Any other is left to the rule.
+Lexeme scan_quoted_string(const Unit* text, const Unit* end) {
+  const Unit* stop = end_of_plain_text(text + 1, end);
+  if (at(stop, end, '"')) return token(stop + 1, TAVO_PARSER_STRING_WITH_QUOTES);
   return token_or_broken(match_quoted_string(text, end), TAVO_PARSER_STRING_WITH_QUOTES);
 }
 
@@ -153,15 +174,14 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
-}  // namespace
-
-Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
-                        uint64_t tail) {
+// What a run of word characters is. head: as in WordRun; word: the word of the vocabulary that it
+// is, or null.
+Lexeme classify_word(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
+                     const Word* word) {
   if (is_digit(*text) && at(stop, end, ' ')) {
     const Lexeme value = match_value_with_blanks(text, end);
     if (value.stop > stop) return value;
   }
-  const Word* word = find_word(head, tail, text, static_cast<size_t>(stop - text));
   if (word == nullptr) {
     if (is_numbered_keyword(head, static_cast<size_t>(stop - text))) {
       return token(stop, TAVO_PARSER_CMN_PARM_FLDDEF);
@@ -173,9 +193,19 @@ Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uin
   return token(stop, known ? word->type : type_of_unknown(text, stop));
 }
 
+}  // namespace
+
+Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
+                        uint64_t tail, const Word& candidate) {
+  const bool same = candidate.head == head && candidate.tail == tail &&
+                    candidate.length == static_cast<size_t>(stop - text);
+  return classify_word(text, end, stop, head, same ? &candidate : nullptr);
+}
+
 Lexeme detail::scan_word_by_character(const Unit* text, const Unit* end) {
   const WordRun run = read_word_by_character(text, end);
-  return classify(text, end, run.stop, run.head, run.tail);
+  const auto length = static_cast<size_t>(run.stop - text);
+  return classify_word(text, end, run.stop, run.head, find_word(run.head, run.tail, text, length));
 }
 
 Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {

@@ -59,10 +59,10 @@ namespace detail {
 constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
   return {stop, type, 0};
 }
-// What a run of word characters is: keyword, structured value, number or unquoted string. head,
-// tail: as in WordRun.
+// What a run of up to 16 word characters is: keyword, structured value, number or unquoted string.
+// head, tail: as in WordRun; candidate: the one word of the vocabulary that it can be.
 Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop, uint64_t head,
-                uint64_t tail);
+                uint64_t tail, const Word& candidate);
 Lexeme scan_word_by_character(const uint16_t* text, const uint16_t* end);
 
 // What begins with a word character. Inline, since most of a statement is keywords.
@@ -76,7 +76,7 @@ inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_
   if (word.head == run.head && word.tail == run.tail && word.plain_length == length) [[likely]] {
     return token(run.stop, word.type);
   }
-  return classify(text, end, run.stop, run.head, run.tail);
+  return classify(text, end, run.stop, run.head, run.tail, word);
 }
 Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
 // What begins with neither a word character, a blank, a comma nor an equals sign.

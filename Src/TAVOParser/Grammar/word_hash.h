@@ -24,9 +24,7 @@ class WordHash {
     return mixed_ >> 56;
   }
   constexpr size_t slot(uint32_t displacement) const {
-    const auto first = static_cast<uint32_t>(mixed_ >> 45);
-    const auto step = static_cast<uint32_t>(mixed_ >> 34) | 1u;
-    return (first + displacement * step) % kSlots;
+    return ((mixed_ >> 40) + displacement) % kSlots;
   }
 
  private:

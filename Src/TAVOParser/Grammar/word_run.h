@@ -50,7 +50,10 @@ struct SixteenCharacters {
 // The last eight of them count as 0 when only eight may be read.
 inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
   const auto* units = static_cast<const __m128i*>(static_cast<const void*>(text));
-  const __m128i second = only_eight ? _mm_setzero_si128() : _mm_loadu_si128(units + 1);
+  __m128i second = _mm_setzero_si128();
+  if (!only_eight) [[likely]] {
+    second = _mm_loadu_si128(units + 1);
+  }
   // What does not fit a byte becomes 0 or 255: neither is a word character.
   const __m128i c = _mm_packus_epi16(_mm_loadu_si128(units), second);
   // Whether a byte lies in a range: moved so that the range ends at the largest signed number.

@@ -36,6 +36,13 @@ size_t definition_number(const StoredText& prefix) {
   return number;
 }
 
+bool has_another(const StoredPairs& pairs, const KeyValueEntry& first) {
+  for (const KeyValueEntry* entry = &first + 1; entry != pairs.end(); ++entry) {
+    if (entry->keyId == first.keyId) return true;
+  }
+  return false;
+}
+
 // The first pair with the same key type and prefix. Only for prefixes that a caller made up.
 const KeyValueEntry* find_first_alike(const StoredPairs& pairs, const KeyValueEntry& entry,
                                       const StoredText& prefix) {
@@ -62,10 +69,11 @@ bool value_texts_differ(const KeyValueEntry& a, const KeyValueEntry& b) {
 const KeyValueEntry* find_contradiction(const StoredPairs& pairs, uint32_t key,
                                         bool (*differ)(const KeyValueEntry&,
                                                        const KeyValueEntry&)) {
-  if (!pairs.has(key)) return nullptr;
+  const KeyValueEntry* entry = pairs.find(key);
+  if (entry == nullptr || !has_another(pairs, *entry)) return nullptr;
   // The first pair of each numbered definition: one look each, however many there are.
   const KeyValueEntry* first[kNumbers] = {};
-  for (const KeyValueEntry* entry = pairs.find(key); entry != pairs.end(); ++entry) {
+  for (; entry != pairs.end(); ++entry) {
     if (entry->keyId != key) continue;
     const StoredText prefix = prefix_of(*entry);
     const size_t number = definition_number(prefix);

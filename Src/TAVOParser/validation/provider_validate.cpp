@@ -20,17 +20,19 @@ struct Violation {
   const KeyValueEntry* insert = nullptr;
 };
 
+// The first pair that has a placeholder, in the order of the array.
 Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider) {
-  if (provider.placeholders.empty()) return {};
-  for (const KeyValueEntry& entry : pairs) {
-    for (const PlaceholderRule& rule : provider.placeholders) {
-      if (entry.keyId == rule.key &&
-          value_text(entry).begins_with(rule.text, std::wcslen(rule.text))) {
-        return {rule.number, &entry};
+  Violation first{0, pairs.end()};
+  for (const PlaceholderRule& rule : provider.placeholders) {
+    if (!pairs.has(rule.key)) continue;
+    for (const KeyValueEntry* entry = pairs.find(rule.key); entry < first.insert; ++entry) {
+      if (entry->keyId == rule.key &&
+          value_text(*entry).begins_with(rule.text, std::wcslen(rule.text))) {
+        first = {rule.number, entry};
       }
     }
   }
-  return {};
+  return first;
 }
 
 Violation find_violation(const StoredPairs& pairs) {
