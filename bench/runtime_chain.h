@@ -8,8 +8,14 @@
 
 namespace bench {
 
-// A token source and factory of the caller's own, in a recognizer state of the caller's own, so
-// that the runtime does not make its pool of 1,024 tokens.
+// Which chain is made.
+enum class ChainKind {
+  kBare,  // by the runtime's constructors, without a token pool
+  kLean,  // the least: the lexer's state, token source and factory in the caller's memory
+  kPool,  // as generated recognizers make it, with the runtime's pool of 1,024 tokens
+};
+
+// A token source and factory of the caller's own, in a recognizer state of the caller's own.
 class OwnTokens {
  public:
   OwnTokens() {
@@ -30,9 +36,6 @@ class OwnTokens {
   static void release(pANTLR3_LEXER lexer) {
     lexer->rec->state = nullptr;
   }
-  pANTLR3_TOKEN_SOURCE source() {
-    return &source_;
-  }
 
  private:
   ANTLR3_TOKEN_SOURCE source_{};
@@ -41,38 +44,27 @@ class OwnTokens {
 };
 
 // Makes and frees the chain over UTF-16 text. Returns false when the runtime could not.
-inline bool make_and_free_chain(uint16_t* text, uint32_t units, OwnTokens& own) {
+inline bool make_and_free_chain(ChainKind kind, uint16_t* text, uint32_t units, OwnTokens& own) {
   constexpr ANTLR3_UINT32 kHint = 1025;
   static char name[] = "TAVO_PARAMETER_SYNTAX";
   auto bytes = [](void* p) { return static_cast<pANTLR3_UINT8>(p); };
   pANTLR3_INPUT_STREAM stream =
       antlr3StringStreamNew(bytes(text), ANTLR3_ENC_UTF16, units * 2, bytes(name));
-  pANTLR3_LEXER lexer = antlr3LexerNewStream(kHint, stream, own.make_state());
-  pANTLR3_COMMON_TOKEN_STREAM tokens = antlr3CommonTokenStreamSourceNew(kHint, own.source());
-  pANTLR3_PARSER parser = antlr3ParserNewStream(kHint, tokens->tstream, nullptr);
-  const bool made = parser != nullptr;
-  parser->free(parser);
-  tokens->free(tokens);
-  OwnTokens::release(lexer);
-  lexer->free(lexer);
-  stream->close(stream);
-  return made;
-}
-
-// The same as the generated recognizers do it, with the runtime's own token pool.
-inline bool make_and_free_stock_chain(uint16_t* text, uint32_t units) {
-  constexpr ANTLR3_UINT32 kHint = 1025;
-  static char name[] = "TAVO_PARAMETER_SYNTAX";
-  auto bytes = [](void* p) { return static_cast<pANTLR3_UINT8>(p); };
-  pANTLR3_INPUT_STREAM stream =
-      antlr3StringStreamNew(bytes(text), ANTLR3_ENC_UTF16, units * 2, bytes(name));
-  pANTLR3_LEXER lexer = antlr3LexerNewStream(kHint, stream, nullptr);
+  pANTLR3_LEXER lexer = nullptr;
+  if (kind == ChainKind::kBare) {
+    lexer = antlr3LexerNew(kHint, nullptr);
+    lexer->input = stream;  // through setCharStream it would make the pool
+  } else {
+    lexer =
+        antlr3LexerNewStream(kHint, stream, kind == ChainKind::kLean ? own.make_state() : nullptr);
+  }
   pANTLR3_COMMON_TOKEN_STREAM tokens =
       antlr3CommonTokenStreamSourceNew(kHint, lexer->rec->state->tokSource);
   pANTLR3_PARSER parser = antlr3ParserNewStream(kHint, tokens->tstream, nullptr);
   const bool made = parser != nullptr;
   parser->free(parser);
   tokens->free(tokens);
+  if (kind == ChainKind::kLean) OwnTokens::release(lexer);
   lexer->free(lexer);
   stream->close(stream);
   return made;

@@ -2,6 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TAVOGrammar.h"
@@ -72,13 +73,12 @@ void lexer_object(benchmark::State& state, const std::string& text) {
   count_characters(state, text.size());
 }
 
-void bare_chain(benchmark::State& state, const std::string& text, bool stock) {
+void runtime_chain(benchmark::State& state, const std::string& text, ChainKind kind) {
   std::vector<uint16_t> units(text.begin(), text.end());
   const auto count = static_cast<uint32_t>(units.size());
   OwnTokens own;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(stock ? make_and_free_stock_chain(units.data(), count)
-                                   : make_and_free_chain(units.data(), count, own));
+    benchmark::DoNotOptimize(make_and_free_chain(kind, units.data(), count, own));
   }
   count_characters(state, text.size());
 }
@@ -135,10 +135,12 @@ void register_parts() {
     const std::string suffix = std::string("/hash/").append(std::to_string(target));
     benchmark::RegisterBenchmark(("lexerobject" + suffix).c_str(),
                                  [=](benchmark::State& s) { lexer_object(s, text); });
-    benchmark::RegisterBenchmark(("barechain" + suffix).c_str(),
-                                 [=](benchmark::State& s) { bare_chain(s, text, false); });
-    benchmark::RegisterBenchmark(("stockchain" + suffix).c_str(),
-                                 [=](benchmark::State& s) { bare_chain(s, text, true); });
+    for (auto [name, kind] : {std::pair("barechain", ChainKind::kBare),
+                              {"leanchain", ChainKind::kLean},
+                              {"poolchain", ChainKind::kPool}}) {
+      benchmark::RegisterBenchmark((name + suffix).c_str(),
+                                   [=](benchmark::State& s) { runtime_chain(s, text, kind); });
+    }
   }
   const std::string text = statement("hash", 130);
   for (int threads : {1, 2}) {
