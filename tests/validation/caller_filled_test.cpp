@@ -264,6 +264,32 @@ TEST(CallerFilled, PlaceholdersAreFoundInArrayOrderAndBeforeEveryRule) {
   expect_violation(array, 7182, L"TMPDIR");
 }
 
+TEST(CallerFilled, APlaceholderIsFoundBehindOtherPairsWithItsKey) {
+  CallerArray array(TAVO_PARSER_PROVIDER_LOOKUP);
+  array.add(TAVO_PARSER_CMN_PARM_REPLACE, L"A", 0, L"FIRST");
+  array.add(TAVO_PARSER_CMN_PARM_TMPDIR, L"B", 0, L"SECOND");
+  array.add(TAVO_PARSER_CMN_PARM_REPLACE, kMissingQuoted, 0, L"THIRD");
+  array.add(TAVO_PARSER_CMN_PARM_TMPDIR, kMissingQuoted, 0, L"FOURTH");
+  expect_violation(array, 7177, L"THIRD");
+}
+
+// A pair counts wherever it stands, and of several with one key the first.
+TEST(CallerFilled, AKeyIsFoundHoweverManyPairsStandBeforeIt) {
+  for (const size_t before : {0u, 1u, 252u, 253u, 254u, 255u, 256u, 257u, 600u}) {
+    SCOPED_TRACE(before);
+    const auto with_case = [before](const std::wstring& first, const std::wstring& second) {
+      CallerArray array(TAVO_PARSER_PROVIDER_HASH);
+      for (size_t i = 0; i < before; ++i) array.add(TAVO_PARSER_USER_PROVIDER_KEY, L"x");
+      array.add(TAVO_PARSER_CMN_PARM_DSTFLD, L"A");
+      array.add(TAVO_PARSER_CMN_PARM_CASE, first);
+      array.add(TAVO_PARSER_CMN_PARM_CASE, second);
+      return array.validate();
+    };
+    EXPECT_EQ(0u, with_case(L"UP", L"LOW"));
+    EXPECT_EQ(7163u, with_case(L"LOW", L"UP"));
+  }
+}
+
 TEST(CallerFilled, PlaceholdersOfOneProviderMeanNothingToAnother) {
   expect_valid(std::move(CallerArray(TAVO_PARSER_PROVIDER_CCN)
                              .add(TAVO_PARSER_CMN_PARM_SOURCE, kMissingQuoted)

@@ -68,7 +68,14 @@ class Engine {
   }
   void store_accepted(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
                       const AcceptedValue& value, pANTLR3_COMMON_TOKEN token,
-                      const wchar_t* prefix);
+                      const wchar_t* prefix) {
+    const uint32_t key_type = value.key_type == kKeyOfOption ? option.key_type : value.key_type;
+    const uint32_t value_type = value.value_type == kAsTyped ? token->type : value.value_type;
+    store(keyword, key_type, token, value_type, prefix);
+    if (option.sets_trace_level) {
+      note_result(SetTraceLevel(request_, keyword, key_type, token, value_type, prefix));
+    }
+  }
   // The result of an action does not stop the grammar. But an action that the platform refused, so
   // that it could not even record why, must not leave a statement that looks accepted: its pair is
   // missing. A full array alone is no failure, and that is meant.
@@ -117,20 +124,6 @@ void publish_prefix(const wchar_t* prefix) {
 }
 
 // ---- values ------------------------------------------------------------------------------------
-
-template <typename Tokens>
-[[gnu::always_inline]] inline void Engine<Tokens>::store_accepted(const OptionRule& option,
-                                                                  pANTLR3_COMMON_TOKEN keyword,
-                                                                  const AcceptedValue& value,
-                                                                  pANTLR3_COMMON_TOKEN token,
-                                                                  const wchar_t* prefix) {
-  const uint32_t key_type = value.key_type == kKeyOfOption ? option.key_type : value.key_type;
-  const uint32_t value_type = value.value_type == kAsTyped ? token->type : value.value_type;
-  store(keyword, key_type, token, value_type, prefix);
-  if (option.sets_trace_level) {
-    note_result(SetTraceLevel(request_, keyword, key_type, token, value_type, prefix));
-  }
-}
 
 template <typename Tokens>
 bool Engine<Tokens>::run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,
