@@ -174,38 +174,30 @@ uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;
 }
 
-// What a run of word characters is. head: as in WordRun; word: the word of the vocabulary that it
-// is, or null.
-Lexeme classify_word(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
-                     const Word* word) {
-  if (is_digit(*text) && at(stop, end, ' ')) {
-    const Lexeme value = match_value_with_blanks(text, end);
-    if (value.stop > stop) return value;
-  }
-  if (word == nullptr) {
-    if (is_numbered_keyword(head, static_cast<size_t>(stop - text))) {
-      return token(stop, TAVO_PARSER_CMN_PARM_FLDDEF);
-    }
-    return token(stop, type_of_unknown(text, stop));
-  }
-  if (is_affix(word->type) && at(stop, end, '(')) return scan_affix(text, end);
-  const bool known = word->kind != TokenKind::kKeyLiteral || !has_lower_case(text, stop);
-  return token(stop, known ? word->type : type_of_unknown(text, stop));
-}
-
 }  // namespace
 
 Lexeme detail::classify(const Unit* text, const Unit* end, const Unit* stop, uint64_t head,
                         uint64_t tail, const Word& candidate) {
-  const bool same = candidate.head == head && candidate.tail == tail &&
-                    candidate.length == static_cast<size_t>(stop - text);
-  return classify_word(text, end, stop, head, same ? &candidate : nullptr);
+  if (is_digit(*text) && at(stop, end, ' ')) {
+    const Lexeme value = match_value_with_blanks(text, end);
+    if (value.stop > stop) return value;
+  }
+  const auto length = static_cast<size_t>(stop - text);
+  if (!is_spelled(candidate, head, tail, text, length)) {
+    if (is_numbered_keyword(head, length)) return token(stop, TAVO_PARSER_CMN_PARM_FLDDEF);
+    return token(stop, type_of_unknown(text, stop));
+  }
+  if (is_affix(candidate.type) && at(stop, end, '(')) return scan_affix(text, end);
+  const bool known = candidate.kind != TokenKind::kKeyLiteral || !has_lower_case(text, stop);
+  return token(stop, known ? candidate.type : type_of_unknown(text, stop));
 }
 
-Lexeme detail::scan_word_by_character(const Unit* text, const Unit* end) {
-  const WordRun run = read_word_by_character(text, end);
+Lexeme detail::scan_other_word(const Unit* text, const Unit* end, const Unit* readable) {
+  WordRun run;
+  if (!read_long_word(text, readable, run)) run = read_word_by_character(text, end);
   const auto length = static_cast<size_t>(run.stop - text);
-  return classify_word(text, end, run.stop, run.head, find_word(run.head, run.tail, text, length));
+  return classify(text, end, run.stop, run.head, run.tail,
+                  word_at_place_of(run.head, run.tail, length));
 }
 
 Lexeme detail::scan_blanks(const Unit* text, const Unit* end) {

@@ -59,17 +59,18 @@ namespace detail {
 constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
   return {stop, type, 0};
 }
-// What a run of up to 16 word characters is: keyword, structured value, number or unquoted string.
-// head, tail: as in WordRun; candidate: the one word of the vocabulary that it can be.
+// What a run of word characters is: keyword, structured value, number or unquoted string. head,
+// tail: as in WordRun; candidate: the one word of the vocabulary that it can be.
 Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop, uint64_t head,
                 uint64_t tail, const Word& candidate);
-Lexeme scan_word_by_character(const uint16_t* text, const uint16_t* end);
+// A word that is long, or too near to the end of what may be read, to be read in one step.
+Lexeme scan_other_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable);
 
 // What begins with a word character. Inline, since most of a statement is keywords.
 inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   WordRun run;
   if (!read_word(text, readable, run)) [[unlikely]] {
-    return scan_word_by_character(text, end);
+    return scan_other_word(text, end, readable);
   }
   const auto length = static_cast<size_t>(run.stop - text);
   const Word& word = word_at_place_of(run.head, run.tail, length);

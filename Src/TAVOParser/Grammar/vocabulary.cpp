@@ -132,7 +132,7 @@ consteval auto make_words() {
       a_keyword_begins_with_a_digit();
     }
     if (kind == TokenKind::kPunctuation || text.find(' ') != std::string_view::npos) continue;
-    const bool plain = kind == TokenKind::kKeyword && !is_affix(s.type);
+    const bool plain = kind == TokenKind::kKeyword && !is_affix(s.type) && s.length <= 16;
     words[count++] = {.head = head_of(text),
                       .tail = tail_of(text),
                       .spelling = static_cast<uint16_t>(i),
@@ -178,14 +178,14 @@ std::span<const uint16_t> spellings_with_blanks() {
 
 constexpr WordTable detail::kWordTable = make_word_table();
 
-const Word* find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length) {
-  const Word* word = find_short_word(head, tail, length);
-  if (word == nullptr || length <= 16) return word;
-  const std::string_view characters = spelling(word->spelling);
+bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* text,
+                size_t length) {
+  if (word.head != head || word.tail != tail || word.length != length) return false;
+  const std::string_view characters = spelling(word.spelling);
   for (size_t i = 8; i + 8 < length; ++i) {  // what neither the head nor the tail holds
-    if (folded_word(text[i]) != characters[i]) return nullptr;
+    if (folded_word(text[i]) != characters[i]) return false;
   }
-  return word;
+  return true;
 }
 
 bool is_numbered_keyword(uint64_t head, size_t length) {

@@ -45,7 +45,8 @@ struct Word {
   uint16_t type = 0;
   uint8_t length = 0;  // 0: no word has this place
   TokenKind kind = TokenKind::kReserved;
-  // Length of a keyword that is one whatever its case and whatever stands behind it; else 0.
+  // Length of a keyword that head and tail hold all of, and that is one whatever its case and
+  // whatever stands behind it; else 0.
   uint8_t plain_length = 0;
 };
 
@@ -72,15 +73,11 @@ constexpr bool is_affix(uint32_t type) {
          type == TAVO_PARSER_TOKEN_OVERLAY;
 }
 
-// Finds a word of up to 16 characters, none of them a blank; null when there is none. The caller
-// checks the case of key literals: the look-up sees folded text only.
-// head, tail: as in WordRun; length in characters.
-inline const Word* find_short_word(uint64_t head, uint64_t tail, size_t length) {
-  const Word& word = detail::word_at_place_of(head, tail, length);
-  return word.head == head && word.tail == tail && word.length == length ? &word : nullptr;
-}
-// The same for a word of any length; text: the word as typed.
-const Word* find_word(uint64_t head, uint64_t tail, const uint16_t* text, size_t length);
+// Whether a run of characters, none of them a blank, is this word. The caller checks the case of
+// key literals: this sees folded text only. head, tail: as in WordRun; text: the run as typed;
+// length in characters.
+bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* text,
+                size_t length);
 // Whether a word is FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its
 // own for each.
 bool is_numbered_keyword(uint64_t head, size_t length);

@@ -74,7 +74,7 @@ inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
 }
 
 // Reads a run in one step. Returns false when what may be read ends too soon for that or the run is
-// longer than one step: then it has to be read by character.
+// longer than one step.
 inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   if (end - text < 8) [[unlikely]] {
     return false;
@@ -93,9 +93,28 @@ inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   return true;
 }
 
+// Reads a run of at least sixteen characters in steps. Returns false when it is shorter or what may
+// be read ends too soon.
+inline bool read_long_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
+  run.stop = text;
+  unsigned length = 16;
+  while (length == 16) {
+    if (end - run.stop < 16) return false;
+    length = read_sixteen(run.stop, false).word_length;
+    run.stop += length;
+  }
+  if (run.stop - text < 16) return false;
+  run.head = read_sixteen(text, true).first;
+  run.tail = read_sixteen(run.stop - 8, true).first;
+  return true;
+}
+
 #else
 
 inline bool read_word(const uint16_t*, const uint16_t*, WordRun&) {
+  return false;
+}
+inline bool read_long_word(const uint16_t*, const uint16_t*, WordRun&) {
   return false;
 }
 
