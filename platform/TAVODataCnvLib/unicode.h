@@ -118,16 +118,32 @@ bool copy_two_groups(const From* src, To* dst, uint32_t last) noexcept {
 
 #ifdef __SSE2__
 
-// Groups of eight UTF-16 or UTF-32 units below 0x8000, for which one instruction narrows and two
-// widen. The compiler finds neither.
+// Groups of UTF-16 or UTF-32 units below 0x8000, of which one instruction narrows eight and two
+// widen eight. The compiler finds neither.
+inline bool are_below_8000(__m128i units) noexcept {
+  const __m128i high = _mm_srli_epi32(units, 15);
+  return _mm_movemask_epi8(_mm_cmpeq_epi32(high, _mm_setzero_si128())) == 0xFFFF;
+}
 template <>
 inline bool copy_group<0x8000, 8>(const uint32_t* src, uint16_t* dst) noexcept {
   const auto* from = reinterpret_cast<const __m128i*>(src);
   const __m128i first = _mm_loadu_si128(from);
   const __m128i second = _mm_loadu_si128(from + 1);
-  const __m128i high = _mm_srli_epi32(_mm_or_si128(first, second), 15);
-  if (_mm_movemask_epi8(_mm_cmpeq_epi32(high, _mm_setzero_si128())) != 0xFFFF) return false;
+  if (!are_below_8000(_mm_or_si128(first, second))) return false;
   _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), _mm_packs_epi32(first, second));
+  return true;
+}
+template <>
+inline bool copy_group<0x8000, 16>(const uint32_t* src, uint16_t* dst) noexcept {
+  const auto* from = reinterpret_cast<const __m128i*>(src);
+  const __m128i a = _mm_loadu_si128(from);
+  const __m128i b = _mm_loadu_si128(from + 1);
+  const __m128i c = _mm_loadu_si128(from + 2);
+  const __m128i d = _mm_loadu_si128(from + 3);
+  if (!are_below_8000(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d)))) return false;
+  auto* to = reinterpret_cast<__m128i*>(dst);
+  _mm_storeu_si128(to, _mm_packs_epi32(a, b));
+  _mm_storeu_si128(to + 1, _mm_packs_epi32(c, d));
   return true;
 }
 template <>
@@ -158,8 +174,7 @@ inline bool copy_two_groups<0x8000, 4>(const uint16_t* src, uint32_t* dst, uint3
 template <uint32_t kBelow, typename From, typename To>
 [[gnu::always_inline]] inline uint32_t copy_plain(const From* src, uint32_t src_units, To* dst,
                                                   uint32_t dst_units) noexcept {
-  constexpr uint32_t kGroup = 8;
-  constexpr uint32_t kSmallGroup = 4;
+  constexpr uint32_t kGroup = sizeof(From) > sizeof(To) ? 16 : 8;
   const uint32_t units = src_units < dst_units ? src_units : dst_units;
   // What is left over is copied with a group that begins in what is copied already.
   if (units >= kGroup) {
@@ -170,10 +185,11 @@ template <uint32_t kBelow, typename From, typename To>
     const uint32_t last = units - kGroup;
     return done == units || copy_group<kBelow, kGroup>(src + last, dst + last) ? units : done;
   }
-  if constexpr (sizeof(From) * kSmallGroup >= sizeof(uint64_t)) {
-    if (units >= kSmallGroup) {
-      return copy_two_groups<kBelow, kSmallGroup>(src, dst, units - kSmallGroup) ? units : 0;
-    }
+  if constexpr (kGroup > 8) {
+    if (units >= 8) return copy_two_groups<kBelow, 8>(src, dst, units - 8) ? units : 0;
+  }
+  if constexpr (sizeof(From) * 4 >= sizeof(uint64_t)) {
+    if (units >= 4) return copy_two_groups<kBelow, 4>(src, dst, units - 4) ? units : 0;
   }
   uint32_t done = 0;
   for (; done != units && src[done] < kBelow; ++done) dst[done] = static_cast<To>(src[done]);

@@ -52,7 +52,8 @@ class Engine {
 
   bool run_provider_statement(pANTLR3_COMMON_TOKEN keyword);
   bool run_trace_statement(const StatementRule& statement, pANTLR3_COMMON_TOKEN keyword);
-  bool run_options(const StatementRule& statement);
+  // With all it calls for an option in one place: this is where a parse spends its time.
+  [[gnu::flatten]] bool run_options(const StatementRule& statement);
   bool run_option(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword, const wchar_t* prefix);
   [[gnu::noinline]] bool run_parameters(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword);
   bool run_token_value(const OptionRule& option, pANTLR3_COMMON_TOKEN keyword,

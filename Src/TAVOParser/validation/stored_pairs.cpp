@@ -8,13 +8,6 @@
 namespace tavo {
 namespace {
 
-StoredText bounded(const wchar_t* text, uint32_t bytes) {
-  if (text == nullptr) return {};
-  const size_t room = bytes / sizeof(wchar_t);
-  const size_t length = wcsnlen(text, room);
-  return {text, length, length < room};
-}
-
 bool is_trimmed(wchar_t c) {
   return c == L' ' || c == L'\t';
 }
@@ -37,14 +30,6 @@ std::optional<Number> read(const StoredText& text, uint32_t (*convert)(const wch
 }
 
 }  // namespace
-
-StoredText key_text(const KeyValueEntry& entry) {
-  return bounded(entry.key, entry.keySize);
-}
-
-StoredText value_text(const KeyValueEntry& entry) {
-  return bounded(entry.value, entry.valueSize);
-}
 
 StoredText StoredText::trimmed() const {
   StoredText text = *this;

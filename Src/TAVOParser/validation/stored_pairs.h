@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
 #include <optional>
 
 #include "TAVOParser.h"
@@ -22,8 +23,19 @@ struct StoredText {
   bool equals(const wchar_t* text) const;                     // in either case
 };
 
-StoredText key_text(const KeyValueEntry& entry);
-StoredText value_text(const KeyValueEntry& entry);
+// The text in a buffer of so many bytes.
+inline StoredText text_in(const wchar_t* buffer, uint32_t bytes) {
+  if (buffer == nullptr) return {};
+  const size_t room = bytes / sizeof(wchar_t);
+  const size_t length = wcsnlen(buffer, room);
+  return {buffer, length, length < room};
+}
+inline StoredText key_text(const KeyValueEntry& entry) {
+  return text_in(entry.key, entry.keySize);
+}
+inline StoredText value_text(const KeyValueEntry& entry) {
+  return text_in(entry.value, entry.valueSize);
+}
 
 class StoredPairs {
  public:
