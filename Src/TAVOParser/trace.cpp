@@ -31,7 +31,8 @@ void record(const TraceFrame& frame, uint32_t probe, uint32_t line,
 
 }  // namespace
 
-void record_entry(const TraceFrame& frame, uint32_t line, std::initializer_list<TraceValue> values) {
+void record_entry(const TraceFrame& frame, uint32_t line,
+                  std::initializer_list<TraceValue> values) {
   record(frame, kProbeEntry, line, values);
   if (frame.detail != 0) record(frame, kProbeParameters, line, values);
 }
