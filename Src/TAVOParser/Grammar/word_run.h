@@ -93,8 +93,8 @@ inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   return true;
 }
 
-// Reads a run of at least sixteen characters in steps. Returns false when it is shorter or what may
-// be read ends too soon.
+// Reads a run in steps, when it could not be read in one. Returns false when what may be read ends
+// too soon for that.
 inline bool read_long_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   run.stop = text;
   unsigned length = 16;
@@ -103,7 +103,6 @@ inline bool read_long_word(const uint16_t* text, const uint16_t* end, WordRun& r
     length = read_sixteen(run.stop, false).word_length;
     run.stop += length;
   }
-  if (run.stop - text < 16) return false;
   run.head = read_sixteen(text, true).first;
   run.tail = read_sixteen(run.stop - 8, true).first;
   return true;
