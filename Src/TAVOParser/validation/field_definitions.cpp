@@ -18,15 +18,16 @@ StoredText prefix_of(const KeyValueEntry& entry) {
 }
 
 bool same_prefix(const StoredText& a, const StoredText& b) {
-  return a.length == b.length && a.begins_with(b.characters, b.length);
+  return a.length == b.length && a.begins_with({b.characters, b.length});
 }
 
 constexpr size_t kNumbers = 100;  // FLDDEF and FLDDEF1 to FLDDEF99
 
 // The definition's number, 0 for a bare keyword; kNumbers for a prefix that is no such keyword.
 size_t definition_number(const StoredText& prefix) {
-  constexpr size_t kStem = 6;
-  if (!prefix.begins_with(L"FLDDEF", kStem) || prefix.length > kStem + 2) return kNumbers;
+  constexpr std::wstring_view kKeyword = L"FLDDEF";
+  constexpr size_t kStem = kKeyword.size();
+  if (!prefix.begins_with(kKeyword) || prefix.length > kStem + 2) return kNumbers;
   size_t number = 0;
   for (size_t i = kStem; i < prefix.length; ++i) {
     const auto digit = static_cast<uint32_t>(prefix.characters[i]) - L'0';

@@ -1,6 +1,4 @@
 // Provider_Validate: runs the rule table of the provider that a request names.
-#include <cwchar>
-
 #include "error_state.h"
 #include "trace.h"
 #include "validation/field_definitions.h"
@@ -26,8 +24,7 @@ Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provid
   for (const PlaceholderRule& rule : provider.placeholders) {
     if (!pairs.has(rule.key)) continue;
     for (const KeyValueEntry* entry = pairs.find(rule.key); entry < first.insert; ++entry) {
-      if (entry->keyId == rule.key &&
-          value_text(*entry).begins_with(rule.text, std::wcslen(rule.text))) {
+      if (entry->keyId == rule.key && value_text(*entry).begins_with(rule.text)) {
         first = {rule.number, entry};
       }
     }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 
 #include "validation/stored_pairs.h"
 
@@ -20,7 +21,7 @@ struct ValidationRule {
 struct PlaceholderRule {
   uint16_t number;
   uint16_t key;
-  const wchar_t* text;
+  std::wstring_view text;
 };
 
 struct ProviderRules {
@@ -68,11 +69,11 @@ inline bool literal_seed_is_no_number(const StoredPairs& p) {
   return text.length < 1 || text.length > 11 || !in_range(to_int(text), 0, 2000000000);
 }
 
-inline constexpr const wchar_t* kMissingInteger = L"<missing INTEGER";
-inline constexpr const wchar_t* kMissingCopyColumns = L"<missing TAVO_PARSER_COPY_COL_SYNTAX";
+inline constexpr std::wstring_view kMissingInteger = L"<missing INTEGER";
+inline constexpr std::wstring_view kMissingCopyColumns = L"<missing TAVO_PARSER_COPY_COL_SYNTAX";
 // Without the leading "<", unlike the others, and that is meant.
-inline constexpr const wchar_t* kMissingQuotedString = L"missing TAVO_PARSER_STRING_WITH_QUOTES";
-inline constexpr const wchar_t* kMissingFormat = L"<missing TAVO_PARSER_NID_FORMAT_";
+inline constexpr std::wstring_view kMissingQuotedString = L"missing TAVO_PARSER_STRING_WITH_QUOTES";
+inline constexpr std::wstring_view kMissingFormat = L"<missing TAVO_PARSER_NID_FORMAT_";
 
 // Of the lookup and swap statements.
 inline constexpr PlaceholderRule kStringPlaceholders[] = {

@@ -1,5 +1,3 @@
-#include <cwchar>
-
 #include "validation/rules.h"
 
 namespace tavo {
@@ -20,8 +18,7 @@ bool is_format_key(uint32_t key) {
 // Any pair but the first one, which names the provider.
 bool a_format_is_missing(const StoredPairs& p) {
   for (const KeyValueEntry* entry = p.begin() + 1; entry < p.end(); ++entry) {
-    if (is_format_key(entry->keyId) &&
-        value_text(*entry).begins_with(kMissingFormat, std::wcslen(kMissingFormat))) {
+    if (is_format_key(entry->keyId) && value_text(*entry).begins_with(kMissingFormat)) {
       return true;
     }
   }

@@ -42,9 +42,9 @@ StoredText StoredText::trimmed() const {
   return text;
 }
 
-bool StoredText::begins_with(const wchar_t* text, size_t count) const {
-  if (length < count) return false;
-  for (size_t i = 0; i < count; ++i) {
+bool StoredText::begins_with(std::wstring_view text) const {
+  if (length < text.size()) return false;
+  for (size_t i = 0; i < text.size(); ++i) {
     // Characters that are the same, nearly all, need no look at the locale.
     if (characters[i] != text[i] &&
         towlower(static_cast<wint_t>(characters[i])) != towlower(static_cast<wint_t>(text[i]))) {
@@ -52,10 +52,6 @@ bool StoredText::begins_with(const wchar_t* text, size_t count) const {
     }
   }
   return true;
-}
-
-bool StoredText::equals(const wchar_t* text) const {
-  return length == std::wcslen(text) && begins_with(text, length);
 }
 
 StoredPairs::StoredPairs(const RequestRecord& request) : request_(request) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cwchar>
 #include <optional>
+#include <string_view>
 
 #include "TAVOParser.h"
 
@@ -19,8 +20,10 @@ struct StoredText {
 
   // Blanks and tabs dropped at both ends; no longer terminated.
   StoredText trimmed() const;
-  bool begins_with(const wchar_t* text, size_t count) const;  // in either case
-  bool equals(const wchar_t* text) const;                     // in either case
+  bool begins_with(std::wstring_view text) const;  // in either case
+  bool equals(std::wstring_view text) const {      // in either case
+    return length == text.size() && begins_with(text);
+  }
 };
 
 // The text in a buffer of so many bytes.
