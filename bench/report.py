@@ -194,7 +194,7 @@ def peers(times):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", default="build/bench", help="build folder")
-    parser.add_argument("--repetitions", type=int, default=7)
+    parser.add_argument("--repetitions", type=int, default=15)
     parser.add_argument("--min-time", type=float, default=0.02, help="seconds a repetition")
     parser.add_argument("--trace-rounds", type=int, default=41)
     arguments = parser.parse_args()
@@ -206,7 +206,7 @@ def main():
         f"^(filling)/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})/wide$",
         "^(peer|lexer)/", "^(bare|lean|pool)chain/", f"^filling/({'|'.join(LONG)})/.*/wide$"])
     times = measure(f"{folder}/bin/tavo_bench", pattern, arguments.repetitions, arguments.min_time)
-    times |= measure(f"{folder}/bin/tavo_bench", "^threads/", 3 * arguments.repetitions,
+    times |= measure(f"{folder}/bin/tavo_bench", "^threads/", 2 * arguments.repetitions,
                      5 * arguments.min_time)
     table = Table()
     print("| What | Measured | Target | Met |\n|---|---|---|---|")
