@@ -15,7 +15,7 @@ class ParserObject {
   bool open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_SHARED_STATE state);
   // Frees what the runtime made for the object, if anything, not the object.
   void close();
-  // Says that the stream reads through this window, which can then be asked without the detour.
+  // Has tokens taken from this window over the same lexer instead of from the stream.
   void read_through(TokenWindow* window) {
     window_ = window;
   }

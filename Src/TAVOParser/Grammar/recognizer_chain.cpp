@@ -22,7 +22,7 @@ bool RecognizerChain::open(uint16_t* text, uint32_t units, size_t zeros_behind) 
   if (!lexer_.open(stream_, nullptr, zeros_behind)) return false;
   tokens_ = antlr3CommonTokenStreamSourceNew(kTokenStreamSizeHint, lexer_.token_source());
   if (tokens_ == nullptr) return false;
-  window_.attach(tokens_, lexer_);
+  window_.open(lexer_);
   parser_.read_through(&window_);
   return parser_.open(tokens_, nullptr);
 }

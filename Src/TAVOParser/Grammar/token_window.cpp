@@ -37,30 +37,8 @@ pANTLR3_COMMON_TOKEN TokenWindow::take_behind_token(uint32_t type) {
   return take();
 }
 
-TokenWindow* TokenWindow::of(pANTLR3_INT_STREAM stream) {
-  auto* tokens = static_cast<pANTLR3_TOKEN_STREAM>(stream->super);
-  return static_cast<TokenWindow*>(static_cast<pANTLR3_COMMON_TOKEN_STREAM>(tokens->super)->super);
-}
-
-// Nobody looks further ahead than at the next token.
-pANTLR3_COMMON_TOKEN TokenWindow::look_ahead_of(pANTLR3_TOKEN_STREAM stream, ANTLR3_INT32 k) {
-  return k == 1 ? of(stream->istream)->current() : nullptr;
-}
-
-ANTLR3_UINT32 TokenWindow::type_ahead_of(pANTLR3_INT_STREAM stream, ANTLR3_INT32 k) {
-  return k == 1 ? of(stream)->current()->type : ANTLR3_TOKEN_INVALID;
-}
-
-void TokenWindow::consume_of(pANTLR3_INT_STREAM stream) {
-  of(stream)->take();
-}
-
-void TokenWindow::attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer) {
+void TokenWindow::open(LexerObject& lexer) {
   lexer_ = &lexer;
-  stream->super = this;
-  stream->tstream->_LT = look_ahead_of;
-  stream->tstream->istream->_LA = type_ahead_of;
-  stream->tstream->istream->consume = consume_of;
   for (size_t i = 0; i < kSlots; ++i) {
     lexer.prepare(&slots_[i].token);
     slots_[i].next = &slots_[(i + 1) % kSlots];

@@ -1,7 +1,6 @@
 // The tokens that a parse may still look at. The grammar never goes back and never looks further
-// than at the next token, so a token stream that reads on demand into a few places that are used
-// again and again does the same as one that keeps every token, and costs a long statement no
-// memory.
+// than at the next token, so reading on demand into a few places that are used again and again does
+// the same as a token stream that keeps every token, and costs a long statement no memory.
 #pragma once
 
 #include <antlr3.h>
@@ -14,9 +13,8 @@ namespace tavo {
 
 class TokenWindow {
  public:
-  // Puts the window behind a token stream of the runtime: from here on the stream reads the lexer
-  // through it. The window has to outlive every use of the stream but its freeing.
-  void attach(pANTLR3_COMMON_TOKEN_STREAM stream, LexerObject& lexer);
+  // Reads this lexer from now on.
+  void open(LexerObject& lexer);
 
   // The next token, hidden ones left out; the end-of-input token from the end on.
   pANTLR3_COMMON_TOKEN current();
@@ -37,11 +35,6 @@ class TokenWindow {
 
   pANTLR3_COMMON_TOKEN read();
   [[gnu::noinline]] pANTLR3_COMMON_TOKEN take_behind_token(uint32_t type);
-
-  static TokenWindow* of(pANTLR3_INT_STREAM stream);
-  static pANTLR3_COMMON_TOKEN look_ahead_of(pANTLR3_TOKEN_STREAM stream, ANTLR3_INT32 k);
-  static ANTLR3_UINT32 type_ahead_of(pANTLR3_INT_STREAM stream, ANTLR3_INT32 k);
-  static void consume_of(pANTLR3_INT_STREAM stream);
 
   pANTLR3_COMMON_TOKEN current_ = nullptr;  // null: not read yet
   LexerObject* lexer_ = nullptr;
