@@ -112,6 +112,25 @@ TEST(Storing, TurnsPairsOfSurrogatesIntoOneCharacter) {
   EXPECT_STREQ(L"a\x1F600z", array[0].value);
 }
 
+// The platform's word on a text is not asked for; what could not be converted is empty.
+TEST(Storing, ATextThatCannotBeConvertedIsEmptyAndThePairIsStoredAsMeant) {
+  for (const uint32_t failing : {1u, 2u, 0u}) {  // the key, the value, both
+    front::reset();
+    GuardedArray array(1, 64, 64);
+    for (size_t i = 0; i < 16; ++i) array[0].key[i] = array[0].value[i] = L'Z';
+    front::fail("Convert16To32", failing, 4711);
+    EXPECT_EQ(0u, array.store(kKey, u"SeEd", 251, u"\"a\\\"b\"", L"P:"));
+    EXPECT_EQ(1, array.request().count);
+    EXPECT_EQ(0, array.request().errorFlag);
+    EXPECT_EQ(0u, array[0].status);
+    EXPECT_STREQ(failing == 2 ? L"P:SeEd" : L"P:", array[0].key);
+    EXPECT_STREQ(failing == 1 ? L"a\"b" : L"", array[0].value);
+    EXPECT_EQ(L'\0', array[0].value[15]);
+    array.expect_intact();
+  }
+  front::reset();
+}
+
 TEST(Storing, ReturnsArrayFullWhenTheCountHasReachedTheCapacity) {
   GuardedArray array(1, 64, 64);
   EXPECT_EQ(0u, array.store(kKey, u"K", 250, u"v"));

@@ -106,6 +106,14 @@ TEST_F(Request, Version20IsToldBeforeAnythingElse) {
   EXPECT_EQ(96u, request.run());
 }
 
+TEST_F(Request, AnAnswerOf0WithoutAThreadBlockIsAFailure) {
+  FilledRequest request(L"PRO=CCN");
+  front::fail("TAVOGetThreadBlock", 1, front::kNoBlock);
+  EXPECT_EQ(0xFFFFFFFFu, request.run());
+  front::reset();
+  EXPECT_EQ(0u, request.run());
+}
+
 TEST_F(Request, Version21AndAbove) {
   for (const int16_t version : std::initializer_list<int16_t>{21, 22, 32767}) {
     FilledRequest request(L"PRO=CCN");

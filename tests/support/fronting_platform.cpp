@@ -228,7 +228,9 @@ uint32_t TAVOSetTraceLevel(const char* text) {
 }
 
 uint32_t TAVOGetThreadBlock(void** block) {
-  FRONT(TAVOGetThreadBlock, block);
+  static const auto behind = next_definition<decltype(TAVOGetThreadBlock)>("TAVOGetThreadBlock");
+  const uint32_t code = enter("TAVOGetThreadBlock");
+  return code == front::kNoBlock ? 0 : code != 0 ? code : behind(block);
 }
 uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*)) {
   FRONT(TAVOCleanThreadBlock, callback);

@@ -61,6 +61,8 @@ void watch(bool on);
 // The nth call (1-based) of a function from now on fails with the code, without reaching the
 // platform; 0 for every call.
 void fail(const std::string& function, uint32_t nth, uint32_t code);
+// As the code of TAVOGetThreadBlock: it answers 0, without a block.
+inline constexpr uint32_t kNoBlock = 0xF0000000;
 // Calls of a function since the last reset.
 uint32_t count(const std::string& function);
 // The names of all functions that stand in front.
