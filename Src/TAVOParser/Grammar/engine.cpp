@@ -26,10 +26,8 @@ class StreamTokens {
     stream_->istream->consume(stream_->istream);
     return token;
   }
-  pANTLR3_COMMON_TOKEN take_behind(Sign, uint32_t type_of_sign) {
-    if (current()->type != type_of_sign) return nullptr;
-    take();
-    return take();
+  static pANTLR3_COMMON_TOKEN take_behind(Sign) {
+    return nullptr;  // every sign is a token
   }
 
  private:
@@ -84,11 +82,19 @@ class Engine {
     if (status != 0 && status != TAVO_STATUS_ARRAY_FULL) request_->errorFlag = 1;
   }
 
+  // If the next token is a sign, goes on behind it and takes the token there; null otherwise.
   pANTLR3_COMMON_TOKEN take_behind_comma() {
-    return tokens_.take_behind(Sign::kComma, COMMA);
+    pANTLR3_COMMON_TOKEN token = tokens_.take_behind(Sign::kComma);
+    return token != nullptr ? token : take_behind_token(COMMA);
   }
   pANTLR3_COMMON_TOKEN take_behind_equal() {
-    return tokens_.take_behind(Sign::kEqual, EQUAL);
+    pANTLR3_COMMON_TOKEN token = tokens_.take_behind(Sign::kEqual);
+    return token != nullptr ? token : take_behind_token(EQUAL);
+  }
+  [[gnu::noinline]] pANTLR3_COMMON_TOKEN take_behind_token(uint32_t type) {
+    if (tokens_.current()->type != type) return nullptr;
+    tokens_.take();
+    return tokens_.take();
   }
   // Raises the mismatch if the token behind an equals sign is missing, with the sign, or another.
   bool match_behind_equal(uint32_t type) {

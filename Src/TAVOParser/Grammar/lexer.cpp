@@ -219,7 +219,7 @@ pANTLR3_COMMON_TOKEN LexerObject::new_token_of(pANTLR3_TOKEN_FACTORY factory) {
   auto* address = static_cast<char*>(static_cast<void*>(factory)) - offsetof(LexerObject, factory_);
   auto* object = static_cast<LexerObject*>(static_cast<void*>(address));
   pANTLR3_COMMON_TOKEN token = object->pool_.take();
-  if (token != nullptr) std::memcpy(token, &factory->unTruc, sizeof *token);
+  if (token != nullptr) *token = factory->unTruc;
   return token;
 }
 

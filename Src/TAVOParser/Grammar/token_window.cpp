@@ -24,17 +24,11 @@ pANTLR3_COMMON_TOKEN TokenWindow::take() {
   return token;
 }
 
-pANTLR3_COMMON_TOKEN TokenWindow::take_behind(Sign sign, uint32_t type_of_sign) {
+pANTLR3_COMMON_TOKEN TokenWindow::take_behind(Sign sign) {
   if (current_ == nullptr && lexer_->step_over(sign)) [[likely]] {
     return read();
   }
-  return take_behind_token(type_of_sign);
-}
-
-pANTLR3_COMMON_TOKEN TokenWindow::take_behind_token(uint32_t type) {
-  if (current()->type != type) return nullptr;
-  take();
-  return take();
+  return nullptr;
 }
 
 void TokenWindow::open(LexerObject& lexer) {

@@ -20,9 +20,9 @@ class TokenWindow {
   pANTLR3_COMMON_TOKEN current();
   // The same, and goes on behind it.
   pANTLR3_COMMON_TOKEN take();
-  // If the next token is a sign, goes on behind it and takes the token there; null otherwise. Makes
-  // no token of the sign if it can.
-  pANTLR3_COMMON_TOKEN take_behind(Sign sign, uint32_t type_of_sign);
+  // Takes the token behind a sign without making a token of the sign, if the next token has not
+  // been read yet and is this sign. Null says only that it has to be read.
+  pANTLR3_COMMON_TOKEN take_behind(Sign sign);
 
  private:
   // A token stays as it is until this many have been read behind it: a rule holds its keyword, the
@@ -34,7 +34,6 @@ class TokenWindow {
   };
 
   pANTLR3_COMMON_TOKEN read();
-  [[gnu::noinline]] pANTLR3_COMMON_TOKEN take_behind_token(uint32_t type);
 
   pANTLR3_COMMON_TOKEN current_ = nullptr;  // null: not read yet
   LexerObject* lexer_ = nullptr;
