@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Grammar/scanner.h"
+#include "Grammar/lexer/scanner.h"
 #include "peers/peers.h"
 #include "statements.h"
 

@@ -1,6 +1,6 @@
 // The character classes, written down a second time and compared for every character that UTF-16
 // has, and for some that nothing has.
-#include "Grammar/character_class.h"
+#include "Grammar/lexer/character_class.h"
 
 #include <gtest/gtest.h>
 

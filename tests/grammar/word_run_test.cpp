@@ -1,5 +1,5 @@
 // A word read sixteen characters at a time is the word read character by character.
-#include "Grammar/word_run.h"
+#include "Grammar/lexer/word_run.h"
 
 #include <gtest/gtest.h>
 

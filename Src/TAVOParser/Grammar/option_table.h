@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "Grammar/vocabulary.h"
+#include "Grammar/lexer/vocabulary.h"
 #include "TAVOParser.h"
 
 namespace tavo {

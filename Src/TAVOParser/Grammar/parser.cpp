@@ -5,7 +5,7 @@
 #include <new>
 
 #include "Grammar/engine.h"
-#include "Grammar/lexer.h"
+#include "Grammar/lexer/lexer.h"
 
 namespace tavo {
 namespace {

@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Grammar/lexer.h"
+#include "Grammar/lexer/lexer.h"
 #include "Grammar/parser.h"
 #include "Grammar/token_window.h"
 

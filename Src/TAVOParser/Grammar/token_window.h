@@ -7,7 +7,7 @@
 
 #include <cstddef>
 
-#include "Grammar/lexer.h"
+#include "Grammar/lexer/lexer.h"
 
 namespace tavo {
 

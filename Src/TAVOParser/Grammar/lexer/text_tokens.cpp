@@ -1,8 +1,8 @@
 // The tokens of a text, and single lexer rules, without the recognizer's objects.
-#include "Grammar/lexer.h"
-#include "Grammar/lexer_rule.h"
-#include "Grammar/scanner.h"
-#include "Grammar/vocabulary.h"
+#include "Grammar/lexer/lexer.h"
+#include "Grammar/lexer/lexer_rule.h"
+#include "Grammar/lexer/scanner.h"
+#include "Grammar/lexer/vocabulary.h"
 #include "TAVOLanguage.h"
 #include "utf16_characters.h"
 #include "utf16_text.h"

@@ -1,9 +1,9 @@
-#include "Grammar/vocabulary.h"
+#include "Grammar/lexer/vocabulary.h"
 
 #include <array>
 
-#include "Grammar/character_class.h"
-#include "Grammar/word_hash.h"
+#include "Grammar/lexer/character_class.h"
+#include "Grammar/lexer/word_hash.h"
 #include "TAVOParser.h"
 
 namespace tavo {

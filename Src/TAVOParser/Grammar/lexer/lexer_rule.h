@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "Grammar/scanner.h"
+#include "Grammar/lexer/scanner.h"
 
 namespace tavo {
 

@@ -1,12 +1,12 @@
-#include "Grammar/scanner.h"
+#include "Grammar/lexer/scanner.h"
 
 #include <bit>
 #include <cstddef>
 #include <string_view>
 
-#include "Grammar/character_class.h"
-#include "Grammar/vocabulary.h"
-#include "Grammar/word_run.h"
+#include "Grammar/lexer/character_class.h"
+#include "Grammar/lexer/vocabulary.h"
+#include "Grammar/lexer/word_run.h"
 #include "TAVOParserTokens.h"
 #include "utf16_characters.h"
 

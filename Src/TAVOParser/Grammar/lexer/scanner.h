@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-#include "Grammar/character_class.h"
-#include "Grammar/vocabulary.h"
-#include "Grammar/word_run.h"
+#include "Grammar/lexer/character_class.h"
+#include "Grammar/lexer/vocabulary.h"
+#include "Grammar/lexer/word_run.h"
 #include "TAVOParserTokens.h"
 
 namespace tavo {

@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Grammar/scanner.h"
+#include "Grammar/lexer/scanner.h"
 #include "TAVOGrammar.h"
 
 namespace tavo {

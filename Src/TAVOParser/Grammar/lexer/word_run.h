@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Grammar/character_class.h"
+#include "Grammar/lexer/character_class.h"
 
 #ifdef __SSE2__
 #include <emmintrin.h>

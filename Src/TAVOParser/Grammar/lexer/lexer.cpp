@@ -1,4 +1,4 @@
-#include "Grammar/lexer.h"
+#include "Grammar/lexer/lexer.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "Grammar/word_hash.h"
+#include "Grammar/lexer/word_hash.h"
 #include "TAVOParserTokens.h"
 
 namespace tavo {

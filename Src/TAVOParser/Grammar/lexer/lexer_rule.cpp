@@ -1,9 +1,9 @@
-#include "Grammar/lexer_rule.h"
+#include "Grammar/lexer/lexer_rule.h"
 
 #include <string_view>
 
-#include "Grammar/character_class.h"
-#include "Grammar/vocabulary.h"
+#include "Grammar/lexer/character_class.h"
+#include "Grammar/lexer/vocabulary.h"
 #include "TAVOParser.h"
 
 namespace tavo {
