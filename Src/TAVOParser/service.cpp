@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "Grammar/recognizer_chain.h"
+#include "Grammar/engine/recognizer_chain.h"
 #include "error_state.h"
 #include "parameter_text.h"
 #include "parse_session.h"

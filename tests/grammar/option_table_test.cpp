@@ -1,5 +1,5 @@
 // What the grammar tables are made of, at the ends that no table reaches.
-#include "Grammar/option_table.h"
+#include "Grammar/engine/option_table.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // (a method, a seed, a separator, a case) has a rule of its own in its provider's table.
 #pragma once
 
-#include "Grammar/option_table.h"
+#include "Grammar/engine/option_table.h"
 
 namespace tavo {
 

@@ -2,7 +2,7 @@
 // and in statements.cpp.
 #pragma once
 
-#include "Grammar/option_table.h"
+#include "Grammar/engine/option_table.h"
 
 namespace tavo {
 

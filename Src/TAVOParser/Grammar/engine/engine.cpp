@@ -1,8 +1,8 @@
-#include "Grammar/engine.h"
+#include "Grammar/engine/engine.h"
 
 #include <cstddef>
 
-#include "Grammar/option_table.h"
+#include "Grammar/engine/option_table.h"
 
 extern "C" {
 // The key prefix that was built last, by any thread. Process-wide as it always was; parses use

@@ -3,7 +3,7 @@
 
 #include <antlr3.h>
 
-#include "Grammar/token_window.h"
+#include "Grammar/engine/token_window.h"
 #include "TAVOGrammar.h"
 
 namespace tavo {

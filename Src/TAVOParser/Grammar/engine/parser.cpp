@@ -1,10 +1,10 @@
-#include "Grammar/parser.h"
+#include "Grammar/engine/parser.h"
 
 #include <cstddef>
 #include <cstring>
 #include <new>
 
-#include "Grammar/engine.h"
+#include "Grammar/engine/engine.h"
 #include "Grammar/lexer/lexer.h"
 
 namespace tavo {

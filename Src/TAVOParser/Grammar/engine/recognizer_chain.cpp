@@ -1,4 +1,4 @@
-#include "Grammar/recognizer_chain.h"
+#include "Grammar/engine/recognizer_chain.h"
 
 #include <cstdint>
 

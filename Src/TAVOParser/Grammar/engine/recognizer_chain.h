@@ -8,9 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "Grammar/engine/parser.h"
+#include "Grammar/engine/token_window.h"
 #include "Grammar/lexer/lexer.h"
-#include "Grammar/parser.h"
-#include "Grammar/token_window.h"
 
 namespace tavo {
 

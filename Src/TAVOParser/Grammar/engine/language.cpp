@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <span>
 
+#include "Grammar/engine/option_table.h"
 #include "Grammar/lexer/vocabulary.h"
-#include "Grammar/option_table.h"
 #include "validation/rules.h"
 
 namespace tavo {

@@ -4,8 +4,8 @@
 
 #include <antlr3.h>
 
-#include "Grammar/parser.h"
-#include "Grammar/token_window.h"
+#include "Grammar/engine/parser.h"
+#include "Grammar/engine/token_window.h"
 
 namespace tavo {
 

@@ -1,4 +1,4 @@
-#include "Grammar/token_window.h"
+#include "Grammar/engine/token_window.h"
 
 namespace tavo {
 
