@@ -1,6 +1,6 @@
 // LOOKUP: a value found in a lookup table replaces the source value.
-#include "Grammar/lookup_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/lookup_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

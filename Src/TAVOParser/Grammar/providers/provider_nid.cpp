@@ -1,6 +1,6 @@
 // NID: national identification numbers of six countries.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

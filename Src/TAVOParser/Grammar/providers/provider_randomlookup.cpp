@@ -1,6 +1,6 @@
 // RANDOMLOOKUP: a row of the lookup table picked at random replaces the source value.
-#include "Grammar/lookup_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/lookup_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

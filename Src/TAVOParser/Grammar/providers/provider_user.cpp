@@ -1,6 +1,6 @@
 // A provider written by the user: its library, field definitions, and pairs that nobody interprets.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

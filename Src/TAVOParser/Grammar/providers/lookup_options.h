@@ -1,7 +1,7 @@
 // Options that the three lookup providers share.
 #pragma once
 
-#include "Grammar/common_options.h"
+#include "Grammar/providers/common_options.h"
 
 namespace tavo {
 

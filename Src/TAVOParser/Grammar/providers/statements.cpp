@@ -1,4 +1,4 @@
-#include "Grammar/providers.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

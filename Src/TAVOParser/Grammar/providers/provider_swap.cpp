@@ -1,6 +1,6 @@
 // DSWAP, CDSWAP and DDSWAP: values are swapped between rows, within classes or within blocks.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

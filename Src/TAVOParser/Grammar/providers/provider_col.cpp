@@ -1,7 +1,7 @@
 // COL: a column keeps the character classes of its values, by the affinity algorithm or by
 // format-preserving encryption.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

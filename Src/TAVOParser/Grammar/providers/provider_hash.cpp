@@ -1,6 +1,6 @@
 // HASH: one or more source columns become a hash value in a destination field.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

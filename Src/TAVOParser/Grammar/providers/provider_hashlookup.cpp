@@ -1,6 +1,6 @@
 // HASHLOOKUP: a hash of the input picks the row of the lookup table.
-#include "Grammar/lookup_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/lookup_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

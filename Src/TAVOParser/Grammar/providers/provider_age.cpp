@@ -1,6 +1,6 @@
 // AGE: dates are moved by an amount, or set to a specific year.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {

@@ -1,6 +1,6 @@
 // A statement that only sets the trace level. It stores nothing, and text after it is ignored.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 

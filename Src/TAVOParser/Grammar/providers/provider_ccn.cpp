@@ -1,6 +1,6 @@
 // CCN: credit-card numbers.
-#include "Grammar/common_options.h"
-#include "Grammar/providers.h"
+#include "Grammar/providers/common_options.h"
+#include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {
