@@ -4,7 +4,7 @@
 #include <cwchar>
 
 #include "error_state.h"
-#include "trace.h"
+#include "platform/trace.h"
 
 namespace tavo {
 namespace {

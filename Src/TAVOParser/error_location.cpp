@@ -2,8 +2,8 @@
 
 #include "TAVOParserExt.h"
 #include "parse_session.h"
+#include "platform/trace.h"
 #include "token_text.h"
-#include "trace.h"
 #include "utf16_characters.h"
 
 namespace tavo {

@@ -6,7 +6,7 @@
 #include "error_location.h"
 #include "error_state.h"
 #include "parameter_text.h"
-#include "trace.h"
+#include "platform/trace.h"
 
 namespace tavo {
 namespace {

@@ -1,6 +1,6 @@
 // Hands the calling thread's recorded messages to the platform's error handler.
 #include "error_state.h"
-#include "trace.h"
+#include "platform/trace.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace tavo {
 

@@ -5,8 +5,8 @@
 #include <cwchar>
 
 #include "parse_session.h"
+#include "platform/trace.h"
 #include "token_text.h"
-#include "trace.h"
 #include "util/unicode.h"
 
 namespace tavo {

@@ -2,7 +2,7 @@
 #include <mutex>
 
 #include "error_state.h"
-#include "trace.h"
+#include "platform/trace.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "error_state.h"
 #include "parameter_text.h"
 #include "parse_session.h"
-#include "trace.h"
+#include "platform/trace.h"
 #include "utf16_text.h"
 
 namespace tavo {

@@ -4,8 +4,8 @@
 
 #include "TAVOParser.h"
 #include "TAVOText.h"
+#include "platform/trace.h"
 #include "token_text.h"
-#include "trace.h"
 
 namespace tavo {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace tavo::platform {
 

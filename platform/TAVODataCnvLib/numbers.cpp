@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 using namespace tavo::platform;
 

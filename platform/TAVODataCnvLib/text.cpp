@@ -4,7 +4,7 @@
 
 #include "common/platform_status.h"
 #include "converters.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "unicode.h"
 
 using namespace tavo::platform;

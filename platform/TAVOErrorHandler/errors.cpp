@@ -5,7 +5,7 @@
 #include "catalogue.h"
 #include "common/platform_status.h"
 #include "format.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 using namespace tavo::platform;
 

@@ -13,7 +13,7 @@
 #include "common/guard.h"
 #include "common/platform_status.h"
 #include "common/thread_exit.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 using namespace tavo::platform;
 

@@ -10,7 +10,7 @@
 
 #include "common/guard.h"
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 using namespace tavo::platform;
 

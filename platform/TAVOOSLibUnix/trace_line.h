@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace tavo::platform {
 

@@ -12,7 +12,7 @@
 #include "TAVOEnvLib/env.h"
 #include "common/guard.h"
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "trace_line.h"
 
 using namespace tavo::platform;

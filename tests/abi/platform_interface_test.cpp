@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

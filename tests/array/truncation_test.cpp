@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "array/guarded_array.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 

@@ -5,7 +5,7 @@
 #include <cwchar>
 
 #include "errors/error_list.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

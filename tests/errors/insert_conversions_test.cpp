@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "errors/error_list.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 
 namespace {

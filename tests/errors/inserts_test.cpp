@@ -6,7 +6,7 @@
 
 #include "TAVODates.h"
 #include "errors/error_list.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/parse_run.h"
 
 namespace {

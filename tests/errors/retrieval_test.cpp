@@ -5,7 +5,7 @@
 
 #include "TAVOErrorHandler.h"
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 

@@ -15,7 +15,7 @@
 #include "TAVOParser.h"
 #include "TAVOServiceRecords.h"
 #include "faults/refusals.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 #include "support/runtime_token.h"

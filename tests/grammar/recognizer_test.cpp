@@ -9,7 +9,7 @@
 
 #include "TAVOGrammar.h"
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 

@@ -4,7 +4,7 @@
 #include <cwchar>
 
 #include "TAVOParser.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/parse_run.h"
 #include "support/runtime_token.h"

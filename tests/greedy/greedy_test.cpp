@@ -13,7 +13,7 @@
 #include "array/guarded_array.h"
 #include "errors/error_list.h"
 #include "greedy/greedy_platform.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/parse_run.h"
 #include "support/runtime_token.h"
 

@@ -8,7 +8,7 @@
 
 #include "TAVOErrorHandler.h"
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

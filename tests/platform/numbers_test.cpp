@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

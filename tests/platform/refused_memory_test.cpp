@@ -7,7 +7,7 @@
 
 #include "TAVOErrorHandler.h"
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 extern "C" {
 void* __libc_malloc(size_t);

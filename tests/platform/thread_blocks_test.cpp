@@ -10,7 +10,7 @@
 
 #include "TAVOParser.h"
 #include "common/platform_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "TAVOServiceRecords.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "records/internal_records.h"
 #include "support/util_platform_double.h"
 

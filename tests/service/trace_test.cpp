@@ -8,7 +8,7 @@
 
 #include "TAVOParser.h"
 #include "TAVOParserExt.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "support/own_process.h"
 #include "support/parse_run.h"

@@ -8,7 +8,7 @@
 #include <map>
 #include <mutex>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace front {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace util_platform {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform.h"
+#include "platform/platform.h"
 #include "support/fronting_platform.h"
 #include "validation/caller_array.h"
 

@@ -1,7 +1,7 @@
 // The control block with its chains of field definitions and group nodes.
 #include "TAVOServiceRecords.h"
+#include "platform/trace.h"
 #include "records/record_bytes.h"
-#include "trace.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // One field definition, one operator definition.
 #include "TAVOServiceRecords.h"
+#include "platform/trace.h"
 #include "records/record_bytes.h"
-#include "trace.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <cwchar>
 
 #include "TAVOServiceRecords.h"
-#include "platform.h"
-#include "trace.h"
+#include "platform/platform.h"
+#include "platform/trace.h"
 
 namespace {
 

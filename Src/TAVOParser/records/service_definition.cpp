@@ -1,7 +1,7 @@
 // The service definition with its chain of operator definitions, and what frees them.
 #include "TAVOServiceRecords.h"
+#include "platform/trace.h"
 #include "records/record_bytes.h"
-#include "trace.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "util/unicode.h"
 
 #include "TAVOText.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "util/util_common.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Provider_Validate: runs the rule table of the provider that a request names.
 #include "error_state.h"
-#include "trace.h"
+#include "platform/trace.h"
 #include "validation/field_definitions.h"
 #include "validation/rules.h"
 

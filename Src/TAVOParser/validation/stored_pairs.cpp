@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <cwctype>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace tavo {
 namespace {

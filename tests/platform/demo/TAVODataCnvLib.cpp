@@ -6,7 +6,7 @@
 #include <cwchar>
 
 #include "demo_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "TAVOErrorHandler.h"
 #include "demo_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <new>
 
 #include "demo_status.h"
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <cwchar>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 extern "C" const char* TAVOProviderName(void);
 extern "C" uint32_t TAVOEnvGetSetting(const char*, char*, uint32_t, uint32_t*);

@@ -1,5 +1,5 @@
 // What a trace frame does while tracing is on.
-#include "trace.h"
+#include "platform/trace.h"
 
 #include <cstring>
 

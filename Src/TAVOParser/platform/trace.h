@@ -5,7 +5,7 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "platform.h"
+#include "platform/platform.h"
 
 namespace tavo {
 
