@@ -3,8 +3,8 @@
 #include "TAVOParserExt.h"
 #include "parse_session.h"
 #include "platform/trace.h"
-#include "token_text.h"
-#include "utf16_characters.h"
+#include "text/token_text.h"
+#include "text/utf16_characters.h"
 
 namespace tavo {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "error_location.h"
 #include "error_state.h"
-#include "parameter_text.h"
 #include "platform/trace.h"
+#include "text/parameter_text.h"
 
 namespace tavo {
 namespace {

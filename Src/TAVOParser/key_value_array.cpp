@@ -6,7 +6,7 @@
 
 #include "parse_session.h"
 #include "platform/trace.h"
-#include "token_text.h"
+#include "text/token_text.h"
 #include "util/unicode.h"
 
 namespace tavo {

@@ -5,10 +5,10 @@
 
 #include "Grammar/engine/recognizer_chain.h"
 #include "error_state.h"
-#include "parameter_text.h"
 #include "parse_session.h"
 #include "platform/trace.h"
-#include "utf16_text.h"
+#include "text/parameter_text.h"
+#include "text/utf16_text.h"
 
 namespace tavo {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "utf16_characters.h"
+#include "text/utf16_characters.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "utf16_characters.h"
+#include "text/utf16_characters.h"
 
 namespace tavo {
 namespace {

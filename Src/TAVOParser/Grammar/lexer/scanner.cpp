@@ -8,7 +8,7 @@
 #include "Grammar/lexer/vocabulary.h"
 #include "Grammar/lexer/word_run.h"
 #include "TAVOParserTokens.h"
-#include "utf16_characters.h"
+#include "text/utf16_characters.h"
 
 namespace tavo {
 

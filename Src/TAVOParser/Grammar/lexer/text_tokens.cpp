@@ -4,8 +4,8 @@
 #include "Grammar/lexer/scanner.h"
 #include "Grammar/lexer/vocabulary.h"
 #include "TAVOLanguage.h"
-#include "utf16_characters.h"
-#include "utf16_text.h"
+#include "text/utf16_characters.h"
+#include "text/utf16_text.h"
 
 namespace tavo {
 namespace {

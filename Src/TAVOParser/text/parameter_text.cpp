@@ -1,4 +1,4 @@
-#include "parameter_text.h"
+#include "text/parameter_text.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -5,7 +5,7 @@
 #include "TAVOParser.h"
 #include "TAVOText.h"
 #include "platform/trace.h"
-#include "token_text.h"
+#include "text/token_text.h"
 
 namespace tavo {
 namespace {
