@@ -1,7 +1,7 @@
 // Counted start and stop of the library.
 #include <mutex>
 
-#include "error_state.h"
+#include "errors/error_state.h"
 #include "platform/trace.h"
 
 namespace {

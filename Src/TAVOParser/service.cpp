@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "Grammar/engine/recognizer_chain.h"
-#include "error_state.h"
+#include "errors/error_state.h"
 #include "parse_session.h"
 #include "platform/trace.h"
 #include "text/parameter_text.h"

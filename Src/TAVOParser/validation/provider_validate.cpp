@@ -1,5 +1,5 @@
 // Provider_Validate: runs the rule table of the provider that a request names.
-#include "error_state.h"
+#include "errors/error_state.h"
 #include "platform/trace.h"
 #include "validation/field_definitions.h"
 #include "validation/rules.h"

@@ -1,5 +1,5 @@
 // Hands the calling thread's recorded messages to the platform's error handler.
-#include "error_state.h"
+#include "errors/error_state.h"
 #include "platform/trace.h"
 
 namespace {

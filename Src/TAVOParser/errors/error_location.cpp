@@ -1,4 +1,4 @@
-#include "error_location.h"
+#include "errors/error_location.h"
 
 #include "TAVOParserExt.h"
 #include "parse_session.h"

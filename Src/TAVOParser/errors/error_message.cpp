@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "error_location.h"
-#include "error_state.h"
+#include "errors/error_location.h"
+#include "errors/error_state.h"
 #include "platform/trace.h"
 #include "text/parameter_text.h"
 

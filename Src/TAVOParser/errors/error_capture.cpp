@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "error_state.h"
+#include "errors/error_state.h"
 #include "platform/trace.h"
 
 namespace tavo {
