@@ -1,5 +1,5 @@
 // The two-run protocol: pairs are measured when the request has no array, and stored otherwise.
-#include "key_value_array.h"
+#include "array/key_value_array.h"
 
 #include <algorithm>
 #include <cwchar>
