@@ -3,7 +3,7 @@
 
     tests/mutation.py --count 200 --seed 1
     tests/mutation.py --count 20 --only Grammar --list
-    tests/mutation.py --apply 'Src/TAVOParser/service.cpp:73:...'   (see --list for the names)
+    tests/mutation.py --apply 'Src/TAVOParser/service/service.cpp:73:...'   (see --list for the names)
 
 A mutant turns a comparison, a condition, a sign, a constant, a truth value or an entry of a table into
 another one. The tree is copied into a folder of its own and built there with little optimisation; for
