@@ -8,7 +8,7 @@
 #include "language.h"
 #include "nearest.h"
 #include "statement_reader.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "status_table.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {

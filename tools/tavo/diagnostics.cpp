@@ -6,7 +6,7 @@
 
 #include "cures.h"
 #include "secrets.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {

@@ -7,7 +7,7 @@
 #include "TAVOParserCpp.hpp"
 #include "nearest.h"
 #include "status_table.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {

@@ -4,7 +4,7 @@
 #include <clocale>
 
 #include "TAVOParserCpp.hpp"
-#include "terminal.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

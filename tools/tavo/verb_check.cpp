@@ -8,10 +8,10 @@
 #include <iostream>
 
 #include "check_report.h"
-#include "progress.h"
 #include "statement_reader.h"
 #include "syntax.h"
-#include "terminal.h"
+#include "terminal/progress.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

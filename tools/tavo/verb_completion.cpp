@@ -6,7 +6,7 @@
 
 #include "complete.h"
 #include "language.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

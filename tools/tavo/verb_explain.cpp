@@ -7,7 +7,7 @@
 #include "nearest.h"
 #include "reference.h"
 #include "status_table.h"
-#include "terminal.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

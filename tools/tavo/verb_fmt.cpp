@@ -12,9 +12,9 @@
 #include "diagnostics.h"
 #include "format_statement.h"
 #include "secrets.h"
-#include "standard_input.h"
 #include "statement_reader.h"
-#include "terminal.h"
+#include "terminal/standard_input.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

@@ -6,8 +6,8 @@
 #include "language.h"
 #include "secrets.h"
 #include "show_options.h"
-#include "standard_input.h"
-#include "terminal.h"
+#include "terminal/standard_input.h"
+#include "terminal/terminal.h"
 #include "verbs.h"
 
 namespace tavo::cli {

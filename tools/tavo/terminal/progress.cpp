@@ -1,4 +1,4 @@
-#include "progress.h"
+#include "terminal/progress.h"
 
 #include <fmt/format.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "terminal.h"
+#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {

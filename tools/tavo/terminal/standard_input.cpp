@@ -1,4 +1,4 @@
-#include "standard_input.h"
+#include "terminal/standard_input.h"
 
 #include <iostream>
 #include <iterator>
