@@ -5,8 +5,8 @@
 
 #include "TAVOParserCpp.hpp"
 #include "complete.h"
-#include "language.h"
-#include "nearest.h"
+#include "language/language.h"
+#include "language/nearest.h"
 #include "statement_reader.h"
 #include "terminal/terminal.h"
 

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "status_table.h"
+#include "language/status_table.h"
 #include "terminal/terminal.h"
 
 namespace tavo::cli {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "nearest.h"
+#include "language/nearest.h"
 #include "syntax.h"
 
 namespace tavo::cli {

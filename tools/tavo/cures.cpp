@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "language.h"
-#include "nearest.h"
+#include "language/language.h"
+#include "language/nearest.h"
 
 namespace tavo::cli {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "nearest.h"
+#include "language/nearest.h"
 #include "syntax.h"
 
 namespace tavo::cli {

@@ -4,7 +4,7 @@
 #include <cwctype>
 #include <set>
 
-#include "language.h"
+#include "language/language.h"
 
 namespace tavo::cli {
 namespace {

@@ -1,6 +1,6 @@
 #include "statement_reader.h"
 
-#include "nearest.h"
+#include "language/nearest.h"
 #include "statement_text.h"
 
 namespace tavo::cli {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "language.h"
+#include "language/language.h"
 #include "statement_text.h"
 
 namespace tavo::cli {

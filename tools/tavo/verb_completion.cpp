@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "complete.h"
-#include "language.h"
+#include "language/language.h"
 #include "terminal/terminal.h"
 #include "verbs.h"
 

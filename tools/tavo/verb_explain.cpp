@@ -3,10 +3,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "explain.h"
-#include "nearest.h"
-#include "reference.h"
-#include "status_table.h"
+#include "language/explain.h"
+#include "language/nearest.h"
+#include "language/reference.h"
+#include "language/status_table.h"
 #include "terminal/terminal.h"
 #include "verbs.h"
 

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "language.h"
+#include "language/language.h"
 #include "secrets.h"
 #include "show_options.h"
 #include "terminal/standard_input.h"

@@ -1,13 +1,13 @@
-#include "reference.h"
+#include "language/reference.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "explain.h"
-#include "language.h"
-#include "railroad.h"
-#include "status_table.h"
+#include "language/explain.h"
+#include "language/language.h"
+#include "language/railroad.h"
+#include "language/status_table.h"
 
 namespace tavo::cli {
 namespace {

@@ -1,4 +1,4 @@
-#include "railroad.h"
+#include "language/railroad.h"
 
 #include <algorithm>
 

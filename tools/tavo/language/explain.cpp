@@ -1,12 +1,12 @@
-#include "explain.h"
+#include "language/explain.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
 #include "TAVOParserCpp.hpp"
-#include "nearest.h"
-#include "status_table.h"
+#include "language/nearest.h"
+#include "language/status_table.h"
 #include "terminal/terminal.h"
 
 namespace tavo::cli {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "language.h"
+#include "language/language.h"
 
 namespace tavo::cli {
 

@@ -1,4 +1,4 @@
-#include "status_table.h"
+#include "language/status_table.h"
 
 #include "TAVOParserCpp.hpp"
 

@@ -1,4 +1,4 @@
-#include "nearest.h"
+#include "language/nearest.h"
 
 #include <algorithm>
 #include <numeric>
