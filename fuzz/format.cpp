@@ -1,6 +1,6 @@
 // The layout of `tavo fmt`: an accepted statement stays accepted and stores the same in every
 // style, and a layout is its own layout.
-#include "format_statement.h"
+#include "statement/format_statement.h"
 
 #include "check.h"
 #include "service_run.h"

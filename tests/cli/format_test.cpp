@@ -3,8 +3,8 @@
 #include <rapidcheck/gtest.h>
 
 #include "corpus.h"
-#include "format_statement.h"
-#include "syntax.h"
+#include "statement/format_statement.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 namespace {

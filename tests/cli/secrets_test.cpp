@@ -4,7 +4,7 @@
 
 #include "corpus.h"
 #include "diagnostics.h"
-#include "secrets.h"
+#include "statement/secrets.h"
 
 namespace tavo::cli {
 namespace {

@@ -4,9 +4,9 @@
 #include <sstream>
 
 #include "TAVOParserCpp.hpp"
-#include "complete.h"
 #include "language/language.h"
 #include "language/nearest.h"
+#include "statement/complete.h"
 #include "statement_reader.h"
 #include "terminal/terminal.h"
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "cures.h"
-#include "secrets.h"
+#include "statement/cures.h"
+#include "statement/secrets.h"
 #include "terminal/terminal.h"
 
 namespace tavo::cli {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 namespace tavo::cli {
 

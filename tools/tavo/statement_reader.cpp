@@ -1,7 +1,7 @@
 #include "statement_reader.h"
 
 #include "language/nearest.h"
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 namespace tavo::cli {
 namespace {

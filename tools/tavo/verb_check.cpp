@@ -8,8 +8,8 @@
 #include <iostream>
 
 #include "check_report.h"
+#include "statement/syntax.h"
 #include "statement_reader.h"
-#include "syntax.h"
 #include "terminal/progress.h"
 #include "terminal/terminal.h"
 #include "verbs.h"

@@ -4,8 +4,8 @@
 
 #include <fstream>
 
-#include "complete.h"
 #include "language/language.h"
+#include "statement/complete.h"
 #include "terminal/terminal.h"
 #include "verbs.h"
 

@@ -10,8 +10,8 @@
 #include <sstream>
 
 #include "diagnostics.h"
-#include "format_statement.h"
-#include "secrets.h"
+#include "statement/format_statement.h"
+#include "statement/secrets.h"
 #include "statement_reader.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "language/language.h"
-#include "secrets.h"
 #include "show_options.h"
+#include "statement/secrets.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"
 #include "verbs.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "language/language.h"
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 namespace tavo::cli {
 

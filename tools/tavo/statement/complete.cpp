@@ -1,9 +1,9 @@
-#include "complete.h"
+#include "statement/complete.h"
 
 #include <algorithm>
 
 #include "language/nearest.h"
-#include "syntax.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 namespace {

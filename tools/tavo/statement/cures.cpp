@@ -1,4 +1,4 @@
-#include "cures.h"
+#include "statement/cures.h"
 
 #include <fmt/format.h>
 

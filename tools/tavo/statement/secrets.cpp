@@ -1,4 +1,4 @@
-#include "secrets.h"
+#include "statement/secrets.h"
 
 #include <algorithm>
 #include <cwctype>

@@ -1,4 +1,4 @@
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "secrets.h"
+#include "statement/secrets.h"
 
 namespace tavo::cli {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "diagnostics.h"
-#include "syntax.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 

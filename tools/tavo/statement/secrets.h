@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "TAVOParserCpp.hpp"
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 namespace tavo::cli {
 

@@ -1,10 +1,10 @@
-#include "format_statement.h"
+#include "statement/format_statement.h"
 
 #include <algorithm>
 #include <set>
 
 #include "language/nearest.h"
-#include "syntax.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "statement_text.h"
+#include "statement/statement_text.h"
 
 namespace tavo::cli {
 

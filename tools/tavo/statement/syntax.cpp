@@ -1,4 +1,4 @@
-#include "syntax.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 namespace {
