@@ -6,8 +6,8 @@
 #include "TAVOParserCpp.hpp"
 #include "language/language.h"
 #include "language/nearest.h"
+#include "reading/statement_reader.h"
 #include "statement/complete.h"
-#include "statement_reader.h"
 #include "terminal/terminal.h"
 
 namespace tavo::cli {

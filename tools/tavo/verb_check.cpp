@@ -8,8 +8,8 @@
 #include <iostream>
 
 #include "check_report.h"
+#include "reading/statement_reader.h"
 #include "statement/syntax.h"
-#include "statement_reader.h"
 #include "terminal/progress.h"
 #include "terminal/terminal.h"
 #include "verbs.h"

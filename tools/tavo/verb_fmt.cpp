@@ -10,9 +10,9 @@
 #include <sstream>
 
 #include "diagnostics.h"
+#include "reading/statement_reader.h"
 #include "statement/format_statement.h"
 #include "statement/secrets.h"
-#include "statement_reader.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"
 #include "verbs.h"

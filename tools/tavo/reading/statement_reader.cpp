@@ -1,4 +1,4 @@
-#include "statement_reader.h"
+#include "reading/statement_reader.h"
 
 #include "language/nearest.h"
 #include "statement/statement_text.h"
