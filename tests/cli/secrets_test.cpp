@@ -3,7 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "corpus.h"
-#include "diagnostics.h"
+#include "showing/diagnostics.h"
 #include "statement/secrets.h"
 
 namespace tavo::cli {

@@ -7,8 +7,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "check_report.h"
 #include "reading/statement_reader.h"
+#include "showing/check_report.h"
 #include "statement/syntax.h"
 #include "terminal/progress.h"
 #include "terminal/terminal.h"

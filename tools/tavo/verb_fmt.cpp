@@ -9,8 +9,8 @@
 #include <iostream>
 #include <sstream>
 
-#include "diagnostics.h"
 #include "reading/statement_reader.h"
+#include "showing/diagnostics.h"
 #include "statement/format_statement.h"
 #include "statement/secrets.h"
 #include "terminal/standard_input.h"

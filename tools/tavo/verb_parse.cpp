@@ -5,8 +5,8 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "diagnostics.h"
 #include "show_options.h"
+#include "showing/diagnostics.h"
 #include "statement/secrets.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "diagnostics.h"
+#include "showing/diagnostics.h"
 
 namespace tavo::cli {
 

@@ -1,4 +1,4 @@
-#include "diagnostics.h"
+#include "showing/diagnostics.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "check_report.h"
+#include "showing/check_report.h"
 
 #include <fmt/format.h>
 
