@@ -5,7 +5,7 @@
 
 #include "TAVOParserCpp.hpp"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

@@ -12,7 +12,7 @@
 #include "statement/syntax.h"
 #include "terminal/progress.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

@@ -8,7 +8,7 @@
 #include "language/reference.h"
 #include "language/status_table.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

@@ -15,7 +15,7 @@
 #include "statement/secrets.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

@@ -7,7 +7,7 @@
 #include "language/language.h"
 #include "statement/complete.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

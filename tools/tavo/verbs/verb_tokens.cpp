@@ -4,11 +4,11 @@
 #include <nlohmann/json.hpp>
 
 #include "language/language.h"
-#include "show_options.h"
 #include "statement/secrets.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/show_options.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {

@@ -5,12 +5,12 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "show_options.h"
 #include "showing/diagnostics.h"
 #include "statement/secrets.h"
 #include "terminal/standard_input.h"
 #include "terminal/terminal.h"
-#include "verbs.h"
+#include "verbs/show_options.h"
+#include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {
