@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "parse_session.h"
+#include "array/stored_keys.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "parse_session.h"
+#include "array/stored_keys.h"
 #include "platform/trace.h"
 #include "text/token_text.h"
 #include "util/unicode.h"
@@ -127,7 +127,7 @@ uint32_t measure(RequestRecord* request, const TokenText& key, const TokenText& 
 bool is_stored(const RequestRecord* request, uint32_t key_id) {
   constexpr int32_t kSearchedFaster = 16;
   if (request->count > kSearchedFaster && key_id < StoredKeys::kKeys) {
-    StoredKeys& stored = parse_session().stored_keys;
+    StoredKeys& stored = stored_keys();
     if (stored.follows(request)) return stored.contains(key_id);
   }
   return find_key(request, key_id) != TAVO_NO_KEY_INDEX;

@@ -1,7 +1,7 @@
 #include "errors/error_location.h"
 
 #include "TAVOParserExt.h"
-#include "parse_session.h"
+#include "errors/last_location.h"
 #include "platform/trace.h"
 #include "text/token_text.h"
 #include "text/utf16_characters.h"
@@ -70,9 +70,7 @@ void remember_location(pANTLR3_BASE_RECOGNIZER recognizer) {
   location.offset = count_characters(begin, place.start);
   location.length = count_characters(place.start, place.stop);
   location.column = count_characters(line_start, place.start) + 1;
-  ParseSession& session = parse_session();
-  session.location = location;
-  session.has_location = true;
+  last_location() = {true, location};
 }
 
 }  // namespace tavo
@@ -84,9 +82,9 @@ uint32_t TAVOParser_GetErrorLocation(TAVOErrorLocation* location) noexcept {
   TAVO_TRACE_FUNCTION(tavo::kIdGetErrorLocation, uint32_t);
   TAVO_TRACE_ENTRY(tavo::trace_pointer("location", location));
   if (location == nullptr) TAVO_TRACE_RETURN(kFailure);
-  const tavo::ParseSession& session = tavo::parse_session();
-  if (!session.has_location) TAVO_TRACE_RETURN(TAVO_STATUS_NO_ERRORS_HELD);
-  *location = session.location;
+  const tavo::LastLocation& last = tavo::last_location();
+  if (!last.known) TAVO_TRACE_RETURN(TAVO_STATUS_NO_ERRORS_HELD);
+  *location = last.location;
   TAVO_TRACE_RETURN(0);
 }
 

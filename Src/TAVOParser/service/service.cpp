@@ -4,8 +4,9 @@
 #include <cstdlib>
 
 #include "Grammar/engine/recognizer_chain.h"
+#include "array/stored_keys.h"
 #include "errors/error_state.h"
-#include "parse_session.h"
+#include "errors/last_location.h"
 #include "platform/trace.h"
 #include "text/parameter_text.h"
 #include "text/utf16_text.h"
@@ -41,7 +42,7 @@ uint32_t recognize(RequestRecord* request, ErrorState* state, Utf16Text& text) {
   if (!chain.open(text.units(), text.count(), Utf16Text::kZeros)) {
     return refuse(state, TAVO_STATUS_NO_MEMORY_FOR_TEXT);
   }
-  StoredKeys& stored = parse_session().stored_keys;
+  StoredKeys& stored = stored_keys();
   stored.begin(request);
   chain.parse(request);
   stored.end();
@@ -80,7 +81,7 @@ extern "C" uint32_t Parser_Service(RequestRecord* request) noexcept {
   if (__atomic_load_n(&SetKeyValuePair, __ATOMIC_RELAXED) != &SetKeyValuePairW) {
     __atomic_store_n(&SetKeyValuePair, &SetKeyValuePairW, __ATOMIC_RELAXED);
   }
-  tavo::parse_session().has_location = false;
+  tavo::last_location().known = false;
 
   void* block;
   uint32_t status = tavo::get_thread_block(&block);

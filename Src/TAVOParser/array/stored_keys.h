@@ -1,11 +1,10 @@
-// What a parse keeps for its thread while it runs: which keys are stored already, so that a
-// statement of thousands of pairs does not search them all for each one, and where its syntax error
-// is.
+// The index of the keys that a running parse has stored, so that a statement of thousands of pairs
+// does not search them all for each one.
 #pragma once
 
 #include <cstdint>
 
-#include "TAVOParserExt.h"
+#include "TAVOParser.h"
 
 namespace tavo {
 
@@ -43,15 +42,10 @@ class StoredKeys {
   uint64_t keys_[kKeys / 64] = {};
 };
 
-struct ParseSession {
-  StoredKeys stored_keys;
-  bool has_location = false;
-  TAVOErrorLocation location = {};
-};
-
-inline ParseSession& parse_session() {
-  static thread_local constinit ParseSession session;
-  return session;
+// The index of the calling thread's parse.
+inline StoredKeys& stored_keys() {
+  static thread_local constinit StoredKeys keys;
+  return keys;
 }
 
 }  // namespace tavo
