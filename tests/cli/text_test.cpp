@@ -8,7 +8,6 @@
 #include "language/nearest.h"
 #include "reading/statement_reader.h"
 #include "statement/complete.h"
-#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {
@@ -83,10 +82,6 @@ TEST(Language, GivesEveryStatementANameAndEveryOptionASpelling) {
     EXPECT_FALSE(title(statement).empty());
     for (const Option& option : statement.options) EXPECT_FALSE(long_spelling(option).empty());
   }
-}
-
-TEST(Printable, LetsNothingReachTheTerminalThatIsNoText) {
-  EXPECT_EQ(printable(L"a\x1b[31m\n\u202e"), "a\\u{1B}[31m\\n\\u{202E}");
 }
 
 }  // namespace

@@ -36,16 +36,6 @@ Range line_around(const std::wstring& text, size_t offset) {
   return line;
 }
 
-// One character, one cell: what would move the caret away is replaced.
-std::wstring flat(std::wstring text) {
-  for (wchar_t& c : text) {
-    if (c == L'\t') c = L' ';
-    if (printable(std::wstring_view(&c, 1)).size() > 4) c = L'\uFFFD';
-    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) c = L'\uFFFD';
-  }
-  return text;
-}
-
 // Cuts a long line around the columns that matter.
 void cut(std::wstring& line, size_t& begin, size_t& end) {
   if (line.size() <= kWindow) return;
@@ -88,7 +78,7 @@ std::string snippet(FILE* stream, const StatementText& statement, const Finding&
   const auto& secrets = statement.secrets();
   const Range line = line_around(text, finding.place.begin);
   const auto shown = [&](size_t begin, size_t end) {
-    return flat(masked(text, secrets, {begin, std::max(begin, end)}, show_secrets));
+    return one_cell_each(masked(text, secrets, {begin, std::max(begin, end)}, show_secrets));
   };
   const size_t place_begin = std::clamp(finding.place.begin, line.begin, line.end);
   const size_t place_end = std::clamp(finding.place.end, place_begin, line.end);

@@ -7,8 +7,6 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "TAVOParserCpp.hpp"
-
 namespace tavo::cli {
 namespace {
 
@@ -33,12 +31,6 @@ const char* code_of(Style style) {
     case Style::kFaint: return "\033[2m";
     default: return "";
   }
-}
-
-bool is_control(wchar_t c) {
-  // Also what reorders or hides the text around it.
-  return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x200B && c <= 0x200F) ||
-         (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
 }  // namespace
@@ -66,24 +58,6 @@ size_t width_of(std::wstring_view text) {
   size_t width = 0;
   for (const wchar_t c : text) width += width_of(c);
   return width;
-}
-
-std::string printable(std::wstring_view text) {
-  std::wstring shown;
-  for (const wchar_t c : text) {
-    switch (c) {
-      case L'\n': shown += L"\\n"; break;
-      case L'\r': shown += L"\\r"; break;
-      case L'\t': shown += L"\\t"; break;
-      default:
-        if (is_control(c)) {
-          shown += from_utf8(fmt::format("\\u{{{:X}}}", static_cast<uint32_t>(c)));
-        } else {
-          shown.push_back(c);
-        }
-    }
-  }
-  return to_utf8(shown);
 }
 
 void write(FILE* stream, std::string_view text) {

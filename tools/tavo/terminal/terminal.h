@@ -1,9 +1,11 @@
-// Standard streams: colours, widths, text that cannot harm a terminal.
+// Standard streams: colours and widths.
 #pragma once
 
 #include <cstdio>
 #include <string>
 #include <string_view>
+
+#include "terminal/visible_text.h"
 
 namespace tavo::cli {
 
@@ -18,9 +20,6 @@ std::string styled(FILE* stream, Style style, std::string_view text);
 // Columns that a character takes on a terminal.
 size_t width_of(wchar_t character);
 size_t width_of(std::wstring_view text);
-
-// UTF-8 with control characters escaped, for one line of a report.
-std::string printable(std::wstring_view text);
 
 void write(FILE* stream, std::string_view text);
 
