@@ -1,6 +1,6 @@
 // What the grammar tables are made of. A provider's table reads like its reference page: option
-// keywords, value syntax, stored key type, stored value types. The engine in engine.cpp runs the
-// tables; `tavo explain`, completion and the language reference list them.
+// keywords, value syntax, stored key type, stored value types. The engine in table_engine.h runs
+// the tables; `tavo explain`, completion and the language reference list them.
 #pragma once
 
 #include <array>

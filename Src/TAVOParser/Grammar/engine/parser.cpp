@@ -5,6 +5,7 @@
 #include <new>
 
 #include "Grammar/engine/engine.h"
+#include "Grammar/engine/table_engine.h"
 #include "Grammar/lexer/lexer.h"
 
 namespace tavo {

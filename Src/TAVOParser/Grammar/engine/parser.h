@@ -49,13 +49,4 @@ class ParserObject {
   RequestRecord* request_;
 };
 
-// A token that stands where a free string is expected: any real token but a quoted string becomes
-// an unquoted one.
-inline void take_as_string(pANTLR3_COMMON_TOKEN token) {
-  const bool real = token->type > TAVO_TOKEN_UP && token->type < TAVO_TOKEN_NAME_COUNT;
-  if (real && token->type != TAVO_PARSER_STRING_WITH_QUOTES) {
-    token->type = TAVO_PARSER_STRING_WITHOUT_QUOTES;
-  }
-}
-
 }  // namespace tavo

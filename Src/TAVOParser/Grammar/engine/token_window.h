@@ -13,6 +13,8 @@ namespace tavo {
 
 class TokenWindow {
  public:
+  using Token = pANTLR3_COMMON_TOKEN;
+
   // Reads this lexer from now on.
   void open(LexerObject& lexer);
 

@@ -1,0 +1,236 @@
+// Runs the grammar tables: the one place that knows how a statement is put together. It reads
+// tokens from a source, hands what the tables say to a set of actions, and stops at the first
+// syntax error.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "Grammar/engine/option_table.h"
+#include "Grammar/lexer/scanner.h"
+#include "TAVOParser.h"
+
+namespace tavo {
+
+// Kinds of syntax error, numbered as the runtime numbers its exceptions.
+enum class SyntaxError : uint32_t {
+  kMismatchedToken = 2,
+  kNoViableAlternative = 3,
+  kMismatchedSet = 4,
+  kBadSeparator = TAVO_STATUS_BAD_SEPARATOR,
+};
+
+// Made for one statement.
+//
+// Tokens is a source of tokens:
+//   Token                  pointer to a token with a member `type`; it stays as it is until three
+//                          more tokens have been read
+//   Token current()        the next token, hidden ones left out; the end-of-input token from the
+//                          end on
+//   Token take()           the same, and goes on after it
+//   Token take_behind(Sign)  goes on after this sign and takes the token there, if the source can
+//                          do so without making a token of the sign; null says only that it did not
+//
+// Actions decide what is done with what is found; none of them can stop the engine:
+//   Prefix                 pointer to a key prefix
+//   void store(key, key type, value, value type, prefix or null)
+//   void set_trace_level(key, key type, value, value type, prefix or null)
+//   void run_trace_statement(keyword, key type)
+//   Prefix make_prefix(keyword)
+//   bool raise(SyntaxError, misfit), bool raise_mismatch(expected type, misfit)   always false
+template <typename Tokens, typename Actions>
+class TableEngine {
+ public:
+  using Token = typename Tokens::Token;
+  using Prefix = typename Actions::Prefix;
+
+  // The further arguments make the actions, in their place here.
+  template <typename... Arguments>
+  explicit TableEngine(Tokens& tokens, Arguments&&... arguments)
+      : tokens_(tokens), actions_(std::forward<Arguments>(arguments)...) {}
+
+  // The top rule. Like every rule here it raises a syntax error, stops and returns false.
+  bool parse_tavo_provider_syntax();
+
+ private:
+  bool run_provider_statement(Token keyword);
+  bool run_trace_statement(const StatementRule& statement, Token keyword);
+  // With all it calls for an option in one place: this is where a parse spends its time.
+  [[gnu::flatten]] bool run_options(const StatementRule& statement);
+  bool run_option(const OptionRule& option, Token keyword, Prefix prefix);
+  [[gnu::noinline]] bool run_parameters(const OptionRule& option, Token keyword);
+  [[gnu::always_inline]] bool run_token_value(const OptionRule& option, Token keyword, Token token,
+                                              Prefix prefix);
+  [[gnu::always_inline]] bool tavo_string_value(const OptionRule& option, Token keyword,
+                                                Token token, Prefix prefix);
+
+  void store_accepted(const OptionRule& option, Token keyword, const AcceptedValue& value,
+                      Token token, Prefix prefix) {
+    const uint32_t key_type = value.key_type == kKeyOfOption ? option.key_type : value.key_type;
+    const uint32_t value_type = value.value_type == kAsTyped ? token->type : value.value_type;
+    actions_.store(keyword, key_type, token, value_type, prefix);
+    if (option.sets_trace_level) {
+      actions_.set_trace_level(keyword, key_type, token, value_type, prefix);
+    }
+  }
+
+  // If the next token is a sign, goes on behind it and takes the token there; null otherwise.
+  Token take_behind_comma() {
+    Token token = tokens_.take_behind(Sign::kComma);
+    return token != nullptr ? token : take_behind_token(COMMA);
+  }
+  Token take_behind_equal() {
+    Token token = tokens_.take_behind(Sign::kEqual);
+    return token != nullptr ? token : take_behind_token(EQUAL);
+  }
+  [[gnu::noinline]] Token take_behind_token(uint32_t type) {
+    if (tokens_.current()->type != type) return nullptr;
+    tokens_.take();
+    return tokens_.take();
+  }
+  // Raises the mismatch if the token behind an equals sign is missing, with the sign, or another.
+  bool match_behind_equal(uint32_t type) {
+    Token token = take_behind_equal();
+    if (token == nullptr) return actions_.raise_mismatch(EQUAL, tokens_.current());
+    return token->type == type || actions_.raise_mismatch(type, token);
+  }
+  bool match(uint32_t type) {
+    Token token = tokens_.take();
+    return token->type == type || actions_.raise_mismatch(type, token);
+  }
+
+  Tokens& tokens_;
+  Actions actions_;
+};
+
+// The entry of a value list for a token type, or null.
+inline const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
+  for (const AcceptedValue& value : values.entries) {
+    if (value.token == 0) break;
+    if (value.token == type) return &value;
+  }
+  return nullptr;
+}
+
+// A token that stands where a free string is expected: any real token but a quoted string becomes
+// an unquoted one.
+template <typename Token>
+void take_as_string(Token token) {
+  const bool real = token->type > TAVO_TOKEN_UP && token->type < TAVO_TOKEN_NAME_COUNT;
+  if (real && token->type != TAVO_PARSER_STRING_WITH_QUOTES) {
+    token->type = TAVO_PARSER_STRING_WITHOUT_QUOTES;
+  }
+}
+
+// ---- values ------------------------------------------------------------------------------------
+
+template <typename Tokens, typename Actions>
+inline bool TableEngine<Tokens, Actions>::run_token_value(const OptionRule& option, Token keyword,
+                                                          Token token, Prefix prefix) {
+  const AcceptedValue* value = find_value(option.values, token->type);
+  if (value == nullptr) {
+    // One accepted token is matched as a token, several as a set.
+    return option.values.size() == 1
+               ? actions_.raise_mismatch(option.values.entries[0].token, token)
+               : actions_.raise(SyntaxError::kMismatchedSet, token);
+  }
+  store_accepted(option, keyword, *value, token, prefix);
+  return true;
+}
+
+template <typename Tokens, typename Actions>
+inline bool TableEngine<Tokens, Actions>::tavo_string_value(const OptionRule& option, Token keyword,
+                                                            Token token, Prefix prefix) {
+  take_as_string(token);
+  // Stored before it is looked at, and that is meant: at the end of the input a pair with the
+  // end-of-input token is stored, then the error is raised.
+  actions_.store(keyword, option.key_type, token, token->type, prefix);
+  return token->type == TAVO_PARSER_STRING_WITHOUT_QUOTES ||
+         token->type == TAVO_PARSER_STRING_WITH_QUOTES ||
+         actions_.raise(SyntaxError::kMismatchedSet, token);
+}
+
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::run_parameters(const OptionRule& option, Token keyword) {
+  Prefix prefix = actions_.make_prefix(keyword);
+  if (!match_behind_equal(LEFT_PARENTHESIS)) return false;
+  Token token = tokens_.take();
+  do {
+    const OptionRule* parameter =
+        option_beginning_with(option.parameters, *option.parameter_index, token->type);
+    if (parameter == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, token);
+    if (!run_option(*parameter, token, prefix)) return false;
+    token = take_behind_comma();
+  } while (token != nullptr);
+  return match(RIGHT_PARENTHESIS);
+}
+
+// ---- options -----------------------------------------------------------------------------------
+
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::run_option(const OptionRule& option, Token keyword,
+                                              Prefix prefix) {
+  if (option.syntax == ValueSyntax::kParameters) return run_parameters(option, keyword);
+  Token token = take_behind_equal();
+  if (token == nullptr) return actions_.raise_mismatch(EQUAL, tokens_.current());
+  return option.syntax == ValueSyntax::kString ? tavo_string_value(option, keyword, token, prefix)
+                                               : run_token_value(option, keyword, token, prefix);
+}
+
+// What follows a statement's head: nothing, or commas, each with an option behind it. The list
+// ends at the first token that is no separator; text after that is ignored, and that is meant.
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::run_options(const StatementRule& statement) {
+  bool is_list = false;
+  while (Token keyword = take_behind_comma()) {
+    is_list = true;
+    const OptionRule* option =
+        option_beginning_with(statement.options, *statement.index, keyword->type);
+    if (option == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, keyword);
+    if (!run_option(*option, keyword, nullptr)) return false;
+  }
+  Token token = tokens_.current();
+  if (token->type == BAD_SEP) return actions_.raise(SyntaxError::kBadSeparator, token);
+  return is_list || token->type == TAVO_TOKEN_END_OF_INPUT ||
+         actions_.raise(SyntaxError::kNoViableAlternative, token);
+}
+
+// ---- statements --------------------------------------------------------------------------------
+
+// The quoted string must stand there, but it is the keyword that is handed on, twice; that is
+// meant.
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::run_trace_statement(const StatementRule& statement,
+                                                       Token keyword) {
+  if (!match_behind_equal(statement.head.values.entries[0].token)) return false;
+  actions_.run_trace_statement(keyword, statement.head.key_type);
+  return true;
+}
+
+// The statements that begin with the provider keyword are chosen by the name behind it.
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::run_provider_statement(Token keyword) {
+  Token name = take_behind_equal();
+  if (name == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, tokens_.current());
+  for (const StatementRule* statement : statements()) {
+    const AcceptedValue& value = statement->head.values.entries[0];
+    if (value.token != name->type || !statement->begins_with(keyword->type)) continue;
+    store_accepted(statement->head, keyword, value, name, nullptr);
+    return run_options(*statement);
+  }
+  return actions_.raise(SyntaxError::kNoViableAlternative, name);
+}
+
+template <typename Tokens, typename Actions>
+bool TableEngine<Tokens, Actions>::parse_tavo_provider_syntax() {
+  Token keyword = tokens_.take();
+  if (keyword->type == TAVO_PARSER_PROVIDER) return run_provider_statement(keyword);
+  for (const StatementRule* statement : statements()) {
+    if (!statement->begins_with(keyword->type)) continue;
+    if (!statement->takes_options()) return run_trace_statement(*statement, keyword);
+    return run_option(statement->head, keyword, nullptr) && run_options(*statement);
+  }
+  return actions_.raise(SyntaxError::kNoViableAlternative, keyword);
+}
+
+}  // namespace tavo
