@@ -1,7 +1,7 @@
 // Where the violation of a rule is in a statement, and what may help against an error.
 #pragma once
 
-#include "showing/diagnostics.h"
+#include "statement/statement_text.h"
 #include "statement/syntax.h"
 
 namespace tavo::cli {
