@@ -18,28 +18,6 @@ bool is_sizing_run(const RequestRecord* request) {
   return request->pKeyValueArr == nullptr && request->capacity == 0;
 }
 
-// The value identifiers whose texts lose their quotes.
-bool is_quoted(uint32_t value_id) {
-  return value_id == TAVO_PARSER_STRING_WITH_QUOTES || value_id == TAVO_PARSER_SEED_LITERAL ||
-         value_id == TAVO_PARSER_KEY_LITERAL;
-}
-
-// The keys that may repeat; of all others the first pair wins, silently.
-bool is_repeatable(uint32_t key_id) {
-  switch (key_id) {
-    case TAVO_PARSER_AFF_PARM_CLASS:
-    case TAVO_PARSER_PARAM_FLDDEF_CODEPAGE:
-    case TAVO_PARSER_PARAM_FLDDEF_DATATYPE:
-    case TAVO_PARSER_PARAM_FLDDEF_DBMSTYPE:
-    case TAVO_PARSER_PARAM_FLDDEF_LENGTH:
-    case TAVO_PARSER_PARAM_FLDDEF_NAME:
-    case TAVO_PARSER_PARAM_FLDDEF_PRECISION:
-    case TAVO_PARSER_PARAM_FLDDEF_SCALE:
-    case TAVO_PARSER_USER_PROVIDER_KEY: return true;
-    default: return false;
-  }
-}
-
 uint32_t bytes_needed(uint64_t characters) {
   return static_cast<uint32_t>((characters + 1) * kWide);
 }

@@ -7,6 +7,28 @@
 
 namespace tavo {
 
+// The value identifiers whose texts lose their quotes.
+constexpr bool is_quoted(uint32_t value_id) {
+  return value_id == TAVO_PARSER_STRING_WITH_QUOTES || value_id == TAVO_PARSER_SEED_LITERAL ||
+         value_id == TAVO_PARSER_KEY_LITERAL;
+}
+
+// The keys that may repeat; of all others the first pair wins, silently.
+constexpr bool is_repeatable(uint32_t key_id) {
+  switch (key_id) {
+    case TAVO_PARSER_AFF_PARM_CLASS:
+    case TAVO_PARSER_PARAM_FLDDEF_CODEPAGE:
+    case TAVO_PARSER_PARAM_FLDDEF_DATATYPE:
+    case TAVO_PARSER_PARAM_FLDDEF_DBMSTYPE:
+    case TAVO_PARSER_PARAM_FLDDEF_LENGTH:
+    case TAVO_PARSER_PARAM_FLDDEF_NAME:
+    case TAVO_PARSER_PARAM_FLDDEF_PRECISION:
+    case TAVO_PARSER_PARAM_FLDDEF_SCALE:
+    case TAVO_PARSER_USER_PROVIDER_KEY: return true;
+    default: return false;
+  }
+}
+
 // Index of the first stored pair with this key, or TAVO_NO_KEY_INDEX.
 uint32_t find_key(const RequestRecord* request, uint32_t key_id);
 

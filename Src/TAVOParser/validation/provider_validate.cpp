@@ -1,4 +1,6 @@
 // Provider_Validate: runs the rule table of the provider that a request names.
+#include "validation/provider_validate.h"
+
 #include "errors/error_state.h"
 #include "platform/trace.h"
 #include "validation/field_definitions.h"
@@ -10,12 +12,6 @@ namespace {
 constexpr const ProviderRules* kProviderRules[] = {
     &kAgeRules,        &kCcnRules,          &kColRules, &kEmlRules,   &kHashRules,   &kLookupRules,
     &kHashLookupRules, &kRandomLookupRules, &kNidRules, &kDswapRules, &kCdswapRules, &kDdswapRules,
-};
-
-// A violation: its number, and the pair whose key text is the message's insert, if any.
-struct Violation {
-  uint32_t number = 0;
-  const KeyValueEntry* insert = nullptr;
 };
 
 // The first pair that has a placeholder, in the order of the array.
@@ -31,6 +27,18 @@ Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provid
   }
   return first;
 }
+
+void record(ErrorState* state, const Violation& violation) {
+  constexpr int16_t kWideText = 4;
+  const int16_t slots = violation.insert == nullptr ? 0 : 1;
+  // Without a block of its own an insert would land in an earlier message.
+  if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
+  const StoredText key = key_text(*violation.insert);
+  capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
+                static_cast<uint32_t>(key.length * sizeof(wchar_t)));
+}
+
+}  // namespace
 
 Violation find_violation(const StoredPairs& pairs) {
   const ProviderRules* provider = rules_of(pairs.value_type(TAVO_PARSER_PROVIDER));
@@ -54,18 +62,6 @@ Violation find_violation(const StoredPairs& pairs) {
   return {};
 }
 
-void record(ErrorState* state, const Violation& violation) {
-  constexpr int16_t kWideText = 4;
-  const int16_t slots = violation.insert == nullptr ? 0 : 1;
-  // Without a block of its own an insert would land in an earlier message.
-  if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
-  const StoredText key = key_text(*violation.insert);
-  capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
-                static_cast<uint32_t>(key.length * sizeof(wchar_t)));
-}
-
-}  // namespace
-
 const ProviderRules* rules_of(uint32_t provider) {
   for (const ProviderRules* rules : kProviderRules) {
     if (rules->provider == provider) return rules;
@@ -85,7 +81,8 @@ extern "C" uint32_t Provider_Validate(RequestRecord* request) noexcept {
   if (status != 0) TAVO_TRACE_RETURN(status);
   if (request->pKeyValueArr == nullptr || request->count <= 0) TAVO_TRACE_RETURN(0);
 
-  const tavo::Violation violation = tavo::find_violation(tavo::StoredPairs(*request));
+  const tavo::Violation violation = tavo::find_violation(
+      tavo::StoredPairs(request->pKeyValueArr, static_cast<size_t>(request->count)));
   if (violation.number != 0) {
     tavo::record(tavo::error_state_of(block), violation);
     request->errorFlag = 1;

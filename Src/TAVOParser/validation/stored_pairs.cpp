@@ -54,7 +54,8 @@ bool StoredText::begins_with(std::wstring_view text) const {
   return true;
 }
 
-StoredPairs::StoredPairs(const RequestRecord& request) : request_(request) {
+StoredPairs::StoredPairs(const KeyValueEntry* pairs, size_t count)
+    : begin_(pairs), end_(pairs + count) {
   uint8_t place = 1;
   for (const KeyValueEntry& pair : *this) {
     if (pair.keyId < first_.size() && first_[pair.keyId] == 0) first_[pair.keyId] = place;

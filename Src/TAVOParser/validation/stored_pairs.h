@@ -42,14 +42,14 @@ inline StoredText value_text(const KeyValueEntry& entry) {
 
 class StoredPairs {
  public:
-  // The request must have an array and outlive the object.
-  explicit StoredPairs(const RequestRecord& request);
+  // The pairs of an array, which must outlive the object.
+  StoredPairs(const KeyValueEntry* pairs, size_t count);
 
   // The first pair with a key, or null.
   const KeyValueEntry* find(uint32_t key) const {
     const uint8_t place = first_[key];
     if (place == 0) return nullptr;
-    const KeyValueEntry* entry = request_.pKeyValueArr + (place - 1);
+    const KeyValueEntry* entry = begin_ + (place - 1);
     while (entry->keyId != key) ++entry;
     return entry;
   }
@@ -72,14 +72,15 @@ class StoredPairs {
   }
 
   const KeyValueEntry* begin() const {
-    return request_.pKeyValueArr;
+    return begin_;
   }
   const KeyValueEntry* end() const {
-    return request_.pKeyValueArr + request_.count;
+    return end_;
   }
 
  private:
-  const RequestRecord& request_;
+  const KeyValueEntry* begin_;
+  const KeyValueEntry* end_;
   // Index of the first pair with a key, plus 1; from kFar on only where to begin to search for it.
   static constexpr uint8_t kFar = UINT8_MAX;
   std::array<uint8_t, TAVO_TOKEN_NAME_COUNT> first_{};

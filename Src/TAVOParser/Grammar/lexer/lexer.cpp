@@ -66,20 +66,6 @@ ANTLR3_COMMON_TOKEN* TokenPool::take_from_new_chunk() {
   return next_++;
 }
 
-void LineCursor::advance(const uint16_t* from, const uint16_t* to) {
-  for (const uint16_t* p = from; p != to; ++p) {
-    if (*p == '\n') {
-      ++line;
-      line_start = p + 1;
-      uncounted = 0;
-    } else if (next_character(p, to) == p + 2) {
-      ++p;
-      ++uncounted;
-      ++pairs;
-    }
-  }
-}
-
 pANTLR3_COMMON_TOKEN LexerObject::make_token(const uint16_t* start, const Lexeme& lexeme) {
   pANTLR3_COMMON_TOKEN token = pool_.take();
   if (token == nullptr) {

@@ -1,6 +1,6 @@
 // The tokens of a text, and single lexer rules, without the recognizer's objects.
-#include "Grammar/lexer/lexer.h"
 #include "Grammar/lexer/lexer_rule.h"
+#include "Grammar/lexer/line_cursor.h"
 #include "Grammar/lexer/scanner.h"
 #include "Grammar/lexer/vocabulary.h"
 #include "TAVOLanguage.h"

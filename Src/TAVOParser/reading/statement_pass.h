@@ -1,0 +1,115 @@
+// One statement, read in one pass: the grammar tables over the scanner's lexemes, pairs stored as
+// they are found, the provider's rules at the end. Says what a sizing run and a filling run of
+// Parser_Service say, without the runtime, without memory of its own and without a platform's
+// conversion. Nothing is recorded for a thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "TAVOParser.h"
+#include "reading/lexeme_window.h"
+
+namespace tavo {
+
+// The text of a statement, in the two forms that a pass works on.
+struct PassText {
+  // Units after the UTF-16 text that may be read; they are 0.
+  static constexpr size_t kZeros = 16;
+
+  const uint16_t* units = nullptr;  // UTF-16 without lone halves of pairs
+  uint32_t unit_count = 0;
+  // The same text in wide characters, with room for one more. The pass ends stored texts in it, in
+  // the place of the sign or blank after each: it is no longer the text then.
+  wchar_t* wide = nullptr;
+  // What a syntax error at the first character is said to be at: characters, or bytes of 8-bit
+  // text.
+  uint32_t reported_length = 0;
+};
+
+// An option as the text has it. Offsets and lengths count characters and are those of the tokens as
+// typed, quotes included.
+struct StoredOption {
+  static constexpr uint32_t kNoPair = 0xFFFFFFFF;
+  enum TraceLevel : uint32_t { kNone, kSet, kNotConvertible };
+
+  uint32_t key_type;
+  uint32_t value_type;
+  uint32_t key;
+  uint32_t key_length;
+  uint32_t value;
+  uint32_t value_length;
+  uint32_t pair;  // index of its pair; kNoPair when an earlier one of its key counts
+  uint32_t trace_level;
+};
+
+// Where a pass stores.
+struct PassMemory {
+  KeyValueEntry* pairs = nullptr;   // as many as the text has equals signs
+  StoredOption* options = nullptr;  // as many
+  wchar_t* keys = nullptr;          // keys with a prefix: see key_room
+  char* bytes = nullptr;            // as many bytes as the text has characters and one more
+};
+
+// Wide characters that keys with prefixes can need: all keys of a text, and a prefix and a
+// terminator for each equals sign after the first parenthesis.
+constexpr size_t kLongestKeyPrefix = 15;  // without its ":"
+constexpr size_t key_room(size_t characters, size_t equals) {
+  return characters + equals * (kLongestKeyPrefix + 2);
+}
+
+// A syntax error, or the first violation of a rule.
+struct PassError {
+  uint32_t number = 0;    // 0: none
+  uint32_t position = 0;  // of 7139: the recorded place, which counts within its line
+  // Of a syntax error: where it is in the whole text, in characters.
+  uint32_t offset = 0;
+  uint32_t length = 0;
+  uint32_t line = 0;  // from 1; 0: of a violation
+  uint32_t column = 0;
+  const KeyValueEntry* insert = nullptr;  // of a violation: the pair whose key is its insert
+};
+
+class StatementPass {
+ public:
+  StatementPass(const PassText& text, const PassMemory& memory) : text_(text), memory_(memory) {}
+  StatementPass(const StatementPass&) = delete;
+  StatementPass& operator=(const StatementPass&) = delete;
+
+  // Reads the statement. Returns whether it is accepted: no error, no trace level that cannot be
+  // converted.
+  bool run();
+
+  // What is stored. After a syntax error: what had been stored before.
+  uint32_t pair_count() const {
+    return pair_count_;
+  }
+  uint32_t option_count() const {
+    return option_count_;
+  }
+  // Options whose trace level has no 8-bit form (7175): recorded before the error, if there is one
+  // that is no syntax error.
+  uint32_t refused_trace_levels() const {
+    return refused_trace_levels_;
+  }
+  const PassError& error() const {
+    return error_;
+  }
+
+ private:
+  friend class PassActions;
+
+  void fail_at(uint32_t kind, const uint16_t* start, const uint16_t* stop);
+  uint32_t offset_of(const LexemeToken& token) const {
+    return static_cast<uint32_t>(token.start - text_.units) - token.pairs;
+  }
+
+  PassText text_;
+  PassMemory memory_;
+  uint32_t pair_count_ = 0;
+  uint32_t option_count_ = 0;
+  uint32_t refused_trace_levels_ = 0;
+  PassError error_;
+};
+
+}  // namespace tavo

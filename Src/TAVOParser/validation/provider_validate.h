@@ -1,0 +1,19 @@
+// The verdict of the validation rules on stored pairs.
+#pragma once
+
+#include <cstdint>
+
+#include "validation/stored_pairs.h"
+
+namespace tavo {
+
+// A violation: its number, and the pair whose key text is the message's insert, if any.
+struct Violation {
+  uint32_t number = 0;  // 0: no rule is violated
+  const KeyValueEntry* insert = nullptr;
+};
+
+// The first violation of the rules of the provider that the pairs name; none without a provider.
+Violation find_violation(const StoredPairs& pairs);
+
+}  // namespace tavo
