@@ -103,6 +103,31 @@ typedef struct TAVORuleInfo {
 TAVO_API uint32_t TAVOLanguage_GetRule(uint32_t statement, uint32_t index,
                                        TAVORuleInfo* info) TAVO_NOEXCEPT;
 
+/* ---- meaning ---------------------------------------------------------------------------------*/
+
+/* What a statement, an option or a parameter means, and an example of it. Static texts, UTF-8. */
+typedef struct TAVOMeaning {
+  const char*
+      meaning; /* one sentence; where the masking provider decides, it says what is stored */
+  const char* example; /* of a statement: a valid one; else keyword, "=" and value */
+  const char* start;   /* of an option: start, ", " and example are a valid statement; else null */
+} TAVOMeaning;
+
+/* Tells what the index-th statement means. Returns 0 or TAVO_LANGUAGE_END. */
+TAVO_API uint32_t TAVOLanguage_GetStatementMeaning(uint32_t statement,
+                                                   TAVOMeaning* meaning) TAVO_NOEXCEPT;
+
+/* Tells what an option of a statement, or a parameter of that option, means.
+ * parameter: TAVO_LANGUAGE_NO_PARAMETER for the option itself. Returns 0 or TAVO_LANGUAGE_END. */
+TAVO_API uint32_t TAVOLanguage_GetOptionMeaning(uint32_t statement, uint32_t option,
+                                                uint32_t parameter,
+                                                TAVOMeaning* meaning) TAVO_NOEXCEPT;
+
+/* One sentence on an accepted token of an option or parameter, indexed as by
+ * TAVOLanguage_GetValue; static, or null for no such index. */
+TAVO_API const char* TAVOLanguage_GetValueMeaning(uint32_t statement, uint32_t option,
+                                                  uint32_t parameter, uint32_t index) TAVO_NOEXCEPT;
+
 /* ---- tokens of a text ------------------------------------------------------------------------*/
 
 /* One token of a text, or a broken place. Offsets count characters. */

@@ -70,6 +70,7 @@ std::string value_lines(const Option& option) {
     for (const Option& parameter : option.parameters) {
       text += fmt::format("    {} = {}\n", join(spellings(parameter), " | "),
                           join(value_notations(parameter), " | "));
+      text += wrapped(parameter.meaning, 8);
     }
     return text;
   }
@@ -80,7 +81,7 @@ std::string value_lines(const Option& option) {
     text += fmt::format("  stored as {}", stored_value(value, data_type));
     if (value.keyType != option.key_type)
       text += fmt::format(" under {}", named_type(value.keyType));
-    text += "\n";
+    text += "\n" + wrapped(option.meaning_of_value(value.tokenType), 6);
   }
   return text;
 }
@@ -169,7 +170,8 @@ std::string explain_all() {
 }
 
 std::string explain_statement(const Statement& statement) {
-  std::string text = bold(head(statement)) + "\n";
+  std::string text = bold(head(statement)) + "\n" + wrapped(statement.meaning, 2);
+  text += wrapped("example: " + statement.example, 2);
   text += fmt::format("  names: {}\n", join(names(statement)));
   if (statement.key_type == 0) {
     return text + "  stores nothing; sets the trace level; text behind it is ignored\n";
@@ -184,6 +186,7 @@ std::string explain_statement(const Statement& statement) {
     text += fmt::format("  {}\n", bold(written.empty() ? notations(option.keywords.front()).front()
                                                        : join(written, " | ")));
     text += wrapped("= " + join(value_notations(option), " | "), 6);
+    text += wrapped(option.meaning, 6);
   }
   if (!statement.rules.empty()) {
     text += bold("Rules, in the order in which they are tried") + "\n";
@@ -199,6 +202,8 @@ std::string explain_option(const Statement& statement, const Option& option,
                   parameter_of == nullptr
                       ? ""
                       : fmt::format(", in the parentheses of {}", long_spelling(*parameter_of)));
+  text += wrapped(option.meaning, 2);
+  text += wrapped("example: " + example_statement(option, parameter_of), 2);
   const std::vector<std::string> written = spellings(option);
   text += fmt::format("  spellings: {}\n",
                       written.empty() ? notations(option.keywords.front()).front() : join(written));
@@ -221,6 +226,7 @@ std::string explain_option_everywhere(const std::vector<const Statement*>& owner
   for (const Statement* statement : owners) {
     const Option* option = find_option(statement->options, name);
     text += fmt::format("  {}\n", bold(title(*statement)));
+    text += wrapped(option->meaning, 6);
     text += wrapped("= " + join(value_notations(*option), " | "), 6);
   }
   return text +

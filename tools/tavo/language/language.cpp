@@ -27,9 +27,17 @@ Option read_option(uint32_t statement, uint32_t option, uint32_t parameter,
   read.key_type = info.keyType;
   read.syntax = static_cast<TAVOValueSyntax>(info.syntax);
   read.sets_trace_level = info.setsTraceLevel != 0;
+  TAVOMeaning meaning{};
+  if (TAVOLanguage_GetOptionMeaning(statement, option, parameter, &meaning) == 0) {
+    read.meaning = meaning.meaning;
+    read.example = meaning.example;
+    if (meaning.start != nullptr) read.start = meaning.start;
+  }
   TAVOValueInfo value{};
   for (uint32_t i = 0; TAVOLanguage_GetValue(statement, option, parameter, i, &value) == 0; ++i) {
     read.values.push_back(value);
+    const char* sentence = TAVOLanguage_GetValueMeaning(statement, option, parameter, i);
+    read.value_meanings.emplace_back(sentence != nullptr ? sentence : "");
   }
   if (parameter != TAVO_LANGUAGE_NO_PARAMETER) return read;
   TAVOOptionInfo inner{};
@@ -48,6 +56,11 @@ Statement read_statement(uint32_t index, const TAVOStatementInfo& info) {
   read.name_token = info.nameToken;
   read.key_type = info.keyType;
   read.value_type = info.valueType;
+  TAVOMeaning meaning{};
+  if (TAVOLanguage_GetStatementMeaning(index, &meaning) == 0) {
+    read.meaning = meaning.meaning;
+    read.example = meaning.example;
+  }
   TAVOOptionInfo option{};
   for (uint32_t i = 0; TAVOLanguage_GetOption(index, i, TAVO_LANGUAGE_NO_PARAMETER, &option) == 0;
        ++i) {
@@ -83,6 +96,14 @@ const TAVOValueInfo* Option::find_value(uint32_t type) const {
     if (value.tokenType == type) return &value;
   }
   return nullptr;
+}
+
+const std::string& Option::meaning_of_value(uint32_t type) const {
+  static const std::string kNone;
+  for (size_t i = 0; i < values.size(); ++i) {
+    if (values[i].tokenType == type) return value_meanings[i];
+  }
+  return kNone;
 }
 
 bool Statement::begins_with(uint32_t type) const {
@@ -176,6 +197,13 @@ std::string head(const Statement& statement) {
   return fmt::format(
       "{}={}", spellings(statement.keywords.front()).front(),
       statement.has_fixed_name() ? title(statement) : notations(statement.name_token).front());
+}
+
+std::string example_statement(const Option& option, const Option* parameter_of) {
+  if (parameter_of == nullptr) return fmt::format("{}, {}", option.start, option.example);
+  const size_t open = std::min(parameter_of->example.find('('), parameter_of->example.size());
+  return fmt::format("{}, {}({})", parameter_of->start, parameter_of->example.substr(0, open),
+                     option.example);
 }
 
 const Option* option_of_key(const Statement& statement, uint32_t key_type) {

@@ -16,10 +16,16 @@ struct Option {
   TAVOValueSyntax syntax = TAVO_SYNTAX_TOKEN;
   bool sets_trace_level = false;
   std::vector<TAVOValueInfo> values;
-  std::vector<Option> parameters;  // in parentheses
+  std::vector<Option> parameters;           // in parentheses
+  std::string meaning;                      // one sentence
+  std::string example;                      // keyword, "=", value
+  std::string start;                        // start, ", ", example: a valid statement
+  std::vector<std::string> value_meanings;  // one sentence a value, in their order
 
   bool begins_with(uint32_t type) const;
   const TAVOValueInfo* find_value(uint32_t type) const;
+  // One sentence on an accepted token; empty when it is not accepted.
+  const std::string& meaning_of_value(uint32_t type) const;
 };
 
 struct Statement {
@@ -32,6 +38,8 @@ struct Statement {
   uint32_t value_type = 0;
   std::vector<Option> options;
   std::vector<TAVORuleInfo> rules;
+  std::string meaning;  // one sentence
+  std::string example;  // a valid statement
 
   bool begins_with(uint32_t type) const;
   // Chosen by a name behind the keyword, like the providers, and not by the keyword alone.
@@ -59,6 +67,8 @@ std::string title(const Statement& statement);
 std::vector<std::string> names(const Statement& statement);
 // How it begins, such as "PRO=EML" or "LIB=<word>".
 std::string head(const Statement& statement);
+// An example of an option as a statement; of a parameter, as it stands in the option's parentheses.
+std::string example_statement(const Option& option, const Option* parameter_of);
 // The option of a key type in a statement, looked for in parameter lists too; or null.
 const Option* option_of_key(const Statement& statement, uint32_t key_type);
 // Whether its keyword may carry a number, such as FLDDEF1.

@@ -114,15 +114,34 @@ std::string parameters_link(const Option& option) {
 }
 
 std::string option_table(const Statement& statement) {
-  std::string text = "| Option | Values | Stored under | Rules |\n|---|---|---|---|\n";
+  std::string text =
+      "| Option | Meaning | Values | Stored under | Rules |\n|---|---|---|---|---|\n";
   for (const Option& option : statement.options) {
     const bool list = option.syntax == TAVO_SYNTAX_PARAMETERS;
-    text += fmt::format("| {} | {} | {} | {} |\n", codes(written_keywords(option)),
-                        list ? parameters_link(option) : codes(value_notations(option)),
-                        list ? "its parameters" : named_type(option.key_type),
-                        rule_list(statement, option));
+    text += fmt::format(
+        "| {} | {} | {} | {} | {} |\n", codes(written_keywords(option)), cell(option.meaning),
+        list ? parameters_link(option) : codes(value_notations(option)),
+        list ? "its parameters" : named_type(option.key_type), rule_list(statement, option));
   }
   return text + "\n";
+}
+
+// What each value means, and one example an option.
+std::string meaning_table(const std::vector<Option>& options, const Option* parameter_of) {
+  std::string text = "| Option | Example |\n|---|---|\n";
+  std::string rows;
+  for (const Option& option : options) {
+    text += fmt::format(
+        "| {} | {} |\n", code(long_spelling(option)),
+        code(parameter_of == nullptr ? example_statement(option, nullptr) : option.example));
+    for (const TAVOValueInfo& value : option.values) {
+      rows += fmt::format("| {} | {} | {} |\n", code(long_spelling(option)),
+                          codes(notations(value.tokenType)),
+                          cell(option.meaning_of_value(value.tokenType)));
+    }
+  }
+  return text + "\nWhat the values mean:\n\n| Option | Value | Meaning |\n|---|---|---|\n" + rows +
+         "\n";
 }
 
 std::string stored_table(const std::vector<Option>& options) {
@@ -158,22 +177,24 @@ std::string rules_section(const Statement& statement) {
 }
 
 std::string statement_section(const Statement& statement) {
-  std::string text = fmt::format("## {}\n\n", join(names(statement), ", "));
+  std::string text =
+      fmt::format("## {}\n\n{}\n\n", join(names(statement), ", "), statement.meaning);
   text += fenced(draw_statement(statement));
+  text += fmt::format("For example:\n\n```text\n{}\n```\n\n", statement.example);
   if (!statement.takes_options()) {
-    return text + "Sets the trace level, stores nothing. Text behind it is ignored.\n\n";
+    return text + "Stores nothing. Text after it is ignored.\n\n";
   }
   text += fmt::format("Stored as value type {} under key type {}. The option:\n\n",
                       statement.value_type == 0 ? "0" : named_type(statement.value_type),
                       named_type(statement.key_type));
   text += fenced(draw_options(statement.options));
-  return text + option_table(statement) + stored_table(statement.options) +
-         rules_section(statement);
+  return text + option_table(statement) + meaning_table(statement.options, nullptr) +
+         stored_table(statement.options) + rules_section(statement);
 }
 
 std::string parameters_section(const Option& option) {
   const Railroad parameter = Railroad::word("parameter");
-  std::string text = fmt::format("## {}\n\n", parameters_title(option));
+  std::string text = fmt::format("## {}\n\n{}\n\n", parameters_title(option), option.meaning);
   text += fenced(Railroad::sequence(
       {Railroad::word("("), parameter,
        Railroad::choice({Railroad::line(),
@@ -181,12 +202,13 @@ std::string parameters_section(const Option& option) {
        Railroad::word(")")}));
   text += "The parameter; its key text is the option's keyword as typed, a colon, and its own:\n\n";
   text += fenced(draw_options(option.parameters));
-  text += "| Parameter | Values | Stored under |\n|---|---|---|\n";
+  text += "| Parameter | Meaning | Values | Stored under |\n|---|---|---|---|\n";
   for (const Option& inner : option.parameters) {
-    text += fmt::format("| {} | {} | {} |\n", codes(written_keywords(inner)),
-                        codes(value_notations(inner)), named_type(inner.key_type));
+    text +=
+        fmt::format("| {} | {} | {} | {} |\n", codes(written_keywords(inner)), cell(inner.meaning),
+                    codes(value_notations(inner)), named_type(inner.key_type));
   }
-  return text + "\n" + stored_table(option.parameters);
+  return text + "\n" + meaning_table(option.parameters, &option) + stored_table(option.parameters);
 }
 
 // Lists in parentheses, each once: they are the same wherever they stand.
