@@ -21,7 +21,8 @@ std::string everything(const std::string& bytes) {
   const StatementText text(bytes, std::nullopt);
   std::string said = to_utf8(shown(bytes));
   for (const Finding& finding : find_errors(text, text.parse(), false)) {
-    said.append("\n").append(report(stdout, text, finding, false));
+    said.append("\n").append(
+        report(Stream(1, "standard output", Stream::Buffering::kFull), text, finding, false));
     said += to_utf8(finding.message);
   }
   return said;

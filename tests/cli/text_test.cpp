@@ -1,8 +1,6 @@
 // The pieces that the verbs share: near names, statements in files, completion.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "TAVOParserCpp.hpp"
 #include "language/language.h"
 #include "language/nearest.h"
@@ -25,7 +23,7 @@ TEST(Nearest, FindsASlipAndNothingFartherAway) {
 }
 
 Names statements_of(const std::string& file, Layout layout) {
-  std::istringstream input(file);
+  Input input = Input::of_text(file);
   StatementReader reader(input, layout);
   FileStatement statement;
   Names all;

@@ -2,9 +2,12 @@
 #include <fmt/format.h>
 
 #include <clocale>
+#include <sstream>
 
 #include "TAVOParserCpp.hpp"
-#include "terminal/terminal.h"
+#include "reading/input.h"
+#include "terminal/output.h"
+#include "verbs/choices.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
@@ -15,32 +18,66 @@ std::string version_text() {
                      TAVOParser_GetVersion(), TAVOParser_GetAbiVersion());
 }
 
-int run(int argc, char** argv) {
+int parse_and_run(int argc, char** argv, Output& output) {
   CLI::App app("Parse, check, explain and format parameter statements of the masking suite.",
                "tavo");
-  CommonOptions common;
+  ColorChoice color = ColorChoice::kAuto;
   int status = kClean;
   app.set_version_flag("--version", version_text, "Show the versions of tool and library");
-  app.add_flag("--show-secrets", common.show_secrets,
+  app.add_flag("--show-secrets", output.show_secrets,
                "Show values of PASS, CONN, KEY and literal SEED");
-  app.add_option("--color", common.color, "auto, always or never")
-      ->check(CLI::IsMember({"auto", "always", "never"}))
-      ->capture_default_str();
+  add_choice(app, "--color", color, "auto, always or never", kColorChoices);
   app.require_subcommand(1);
   app.fallthrough();
-  app.parse_complete_callback([&] { set_color(common.color); });
-  add_parse(app, common, &status);
-  add_check(app, common, &status);
-  add_tokens(app, common, &status);
-  add_explain(app, &status);
-  add_fmt(app, common, &status);
-  add_completion(app, &status);
+  app.parse_complete_callback([&] { output.choose_color(color); });
+  add_parse(app, output, &status);
+  add_check(app, output, &status);
+  add_tokens(app, output, &status);
+  add_explain(app, output, &status);
+  add_fmt(app, output, &status);
+  add_completion(app, output, &status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kClean : kCouldNotRun;
+    std::ostringstream help, complaint;
+    const bool clean = app.exit(error, help, complaint) == 0;
+    output.answer().write(help.str());
+    if (!complaint.str().empty()) output.messages().write(complaint.str());
+    return clean ? kClean : kCouldNotRun;
   }
   return status;
+}
+
+// Starts the library and does what the command line asks for.
+int run(int argc, char** argv, Output& output) {
+  const Library library;
+  if (!library) {
+    output.complain(fmt::format("the library does not start: platform code {}", library.status()));
+    return kCouldNotRun;
+  }
+  const int status = parse_and_run(argc, argv, output);
+  output.finish();
+  return status;
+}
+
+// The exit status of whatever happens.
+int guarded_run(int argc, char** argv) {
+  Output output;
+  output.choose_color(ColorChoice::kAuto);
+  try {
+    return run(argc, argv, output);
+  } catch (const ReaderGone&) {
+    end_by_broken_pipe();
+    return kCouldNotRun;
+  } catch (const OutputError& error) {
+    // Nothing is pending any more that could fail again.
+    output.complain(error.what());
+  } catch (const InputError& error) {
+    output.complain(fmt::format("standard input: {}", error.what()));
+  } catch (const std::exception& error) {
+    output.complain(error.what());
+  }
+  return kCouldNotRun;
 }
 
 }  // namespace
@@ -49,15 +86,12 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // Character types only, for the widths of characters; numbers stay as they are.
   if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) std::setlocale(LC_CTYPE, "");
-  const tavo::Library library;
-  if (!library) {
-    fmt::print(stderr, "tavo: the library does not start: platform code {}\n", library.status());
-    return tavo::cli::kCouldNotRun;
-  }
+  tavo::cli::prepare_standard_streams();
+  tavo::cli::choose_language();
   try {
-    return tavo::cli::run(argc, argv);
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "tavo: {}\n", error.what());
+    return tavo::cli::guarded_run(argc, argv);
+  } catch (...) {
+    // Standard error cannot be written either.
     return tavo::cli::kCouldNotRun;
   }
 }

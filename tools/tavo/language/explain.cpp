@@ -7,16 +7,11 @@
 #include "TAVOParserCpp.hpp"
 #include "language/nearest.h"
 #include "language/status_table.h"
-#include "terminal/terminal.h"
 
 namespace tavo::cli {
 namespace {
 
 constexpr size_t kWidth = 96;
-
-std::string bold(const std::string& text) {
-  return styled(stdout, Style::kBold, text);
-}
 
 // Words broken into lines that begin with `indent` blanks.
 std::string wrapped(const std::string& text, size_t indent) {
@@ -34,20 +29,6 @@ std::string wrapped(const std::string& text, size_t indent) {
     start = end + 1;
   }
   return result + std::string(indent, ' ') + line + "\n";
-}
-
-std::string rule_lines(const Statement& statement, const Option* only) {
-  std::string text;
-  for (const TAVORuleInfo& rule : statement.rules) {
-    const bool touches = std::any_of(std::begin(rule.keys), std::end(rule.keys), [&](uint32_t key) {
-      return key != 0 && only != nullptr && option_of_key(statement, key) == only;
-    });
-    if (only != nullptr && !touches) continue;
-    text += fmt::format("  {} {}\n", bold(std::to_string(rule.number)),
-                        join(options_of_rule(statement, rule)));
-    text += wrapped(message_of(rule.number), 7);
-  }
-  return text;
 }
 
 std::string stored_value(const TAVOValueInfo& value, bool data_type) {
@@ -153,7 +134,25 @@ std::vector<const Statement*> statements_with(const std::string& option) {
   return found;
 }
 
-std::string explain_all() {
+std::string Explainer::bold(const std::string& text) const {
+  return out_.styled(Style::kBold, text);
+}
+
+std::string Explainer::rule_lines(const Statement& statement, const Option* only) const {
+  std::string text;
+  for (const TAVORuleInfo& rule : statement.rules) {
+    const bool touches = std::any_of(std::begin(rule.keys), std::end(rule.keys), [&](uint32_t key) {
+      return key != 0 && only != nullptr && option_of_key(statement, key) == only;
+    });
+    if (only != nullptr && !touches) continue;
+    text += fmt::format("  {} {}\n", bold(std::to_string(rule.number)),
+                        join(options_of_rule(statement, rule)));
+    text += wrapped(message_of(rule.number), 7);
+  }
+  return text;
+}
+
+std::string Explainer::all() const {
   std::string text;
   size_t width = 0;
   for (const Statement& statement : statements()) {
@@ -169,7 +168,7 @@ std::string explain_all() {
          "option,\ntavo explain NUMBER an error.\n";
 }
 
-std::string explain_statement(const Statement& statement) {
+std::string Explainer::statement(const Statement& statement) const {
   std::string text = bold(head(statement)) + "\n" + wrapped(statement.meaning, 2);
   text += wrapped("example: " + statement.example, 2);
   text += fmt::format("  names: {}\n", join(names(statement)));
@@ -195,8 +194,8 @@ std::string explain_statement(const Statement& statement) {
   return text;
 }
 
-std::string explain_option(const Statement& statement, const Option& option,
-                           const Option* parameter_of) {
+std::string Explainer::option(const Statement& statement, const Option& option,
+                              const Option* parameter_of) const {
   std::string text =
       fmt::format("{} of {}{}\n", bold(long_spelling(option)), head(statement),
                   parameter_of == nullptr
@@ -220,8 +219,8 @@ std::string explain_option(const Statement& statement, const Option& option,
   return text;
 }
 
-std::string explain_option_everywhere(const std::vector<const Statement*>& owners,
-                                      const std::string& name) {
+std::string Explainer::option_everywhere(const std::vector<const Statement*>& owners,
+                                         const std::string& name) const {
   std::string text = fmt::format("{} is an option of:\n", bold(upper(name)));
   for (const Statement* statement : owners) {
     const Option* option = find_option(statement->options, name);
@@ -233,7 +232,7 @@ std::string explain_option_everywhere(const std::vector<const Statement*>& owner
          fmt::format("\ntavo explain {} {} tells more.\n", title(*owners.front()), upper(name));
 }
 
-std::string explain_number(uint32_t number) {
+std::string Explainer::number(uint32_t number) const {
   const StatusInfo* status = find_status(number);
   if (status == nullptr && !has_message(number)) return "";
   std::string text = fmt::format("{} {}\n", bold(std::to_string(number)),

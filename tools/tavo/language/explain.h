@@ -5,19 +5,33 @@
 #include <vector>
 
 #include "language/language.h"
+#include "terminal/output.h"
 
 namespace tavo::cli {
 
-std::string explain_all();
-std::string explain_statement(const Statement& statement);
-// parameter_of: the option that a parameter belongs to, or null.
-std::string explain_option(const Statement& statement, const Option& option,
-                           const Option* parameter_of);
-// An option without its statement: who has it.
-std::string explain_option_everywhere(const std::vector<const Statement*>& owners,
-                                      const std::string& name);
-// Empty when the number is not known.
-std::string explain_number(uint32_t number);
+// Texts for a stream, in its style.
+class Explainer {
+ public:
+  explicit Explainer(const Stream& out) : out_(out) {}
+
+  std::string all() const;
+  std::string statement(const Statement& statement) const;
+  // parameter_of: the option that a parameter belongs to, or null.
+  std::string option(const Statement& statement, const Option& option,
+                     const Option* parameter_of) const;
+  // An option without its statement: who has it.
+  std::string option_everywhere(const std::vector<const Statement*>& owners,
+                                const std::string& name) const;
+  // Empty when the number is not known.
+  std::string number(uint32_t number) const;
+
+ private:
+  std::string bold(const std::string& text) const;
+  // The rules of a statement, or those that look at one of its options.
+  std::string rule_lines(const Statement& statement, const Option* only) const;
+
+  const Stream& out_;
+};
 
 const Statement* find_statement(const std::string& name);
 const Option* find_option(const std::vector<Option>& options, const std::string& name);

@@ -7,7 +7,6 @@ namespace tavo::cli {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\f\r";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool is_blank(const std::string& line) {
   return line.find_first_not_of(kBlanks) == std::string::npos;
@@ -50,10 +49,8 @@ bool StatementReader::read_line(std::string& line) {
     holds_ = false;
     return true;
   }
-  if (!std::getline(input_, line)) return false;
+  if (!input_.read_line(line)) return false;
   ++line_;
-  bytes_read_ += line.size() + 1;
-  if (line_ == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
   return true;
 }
 

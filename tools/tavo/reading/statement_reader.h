@@ -1,8 +1,9 @@
 // Reads statements out of a file, one at a time.
 #pragma once
 
-#include <istream>
 #include <string>
+
+#include "reading/input.h"
 
 namespace tavo::cli {
 
@@ -24,22 +25,17 @@ struct FileStatement {
 
 class StatementReader {
  public:
-  StatementReader(std::istream& input, Layout layout) : input_(input), layout_(layout) {}
+  StatementReader(Input& input, Layout layout) : input_(input), layout_(layout) {}
 
-  // False at the end of the file; `lead` then holds the lines behind the last statement.
+  // False at the end of the file, throws InputError where it cannot be read; `lead` then holds the
+  // lines behind the last statement.
   bool next(FileStatement& statement);
-
-  // So far, for showing the progress.
-  size_t bytes_read() const {
-    return bytes_read_;
-  }
 
  private:
   bool read_line(std::string& line);
 
-  std::istream& input_;
+  Input& input_;
   Layout layout_;
-  size_t bytes_read_ = 0;
   size_t line_ = 0;   // of the line that was read last
   std::string held_;  // read, but of the next statement
   bool holds_ = false;

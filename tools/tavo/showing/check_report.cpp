@@ -13,7 +13,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 const char* severity(const Finding& finding) {
-  return finding.number == 0 ? "warning" : "error";
+  return finding.severity == Severity::kWarning ? "warning" : "error";
 }
 
 std::string counted(size_t count, std::string_view what) {
@@ -22,54 +22,61 @@ std::string counted(size_t count, std::string_view what) {
 
 class TextReport : public CheckReport {
  public:
-  explicit TextReport(bool show_secrets) : show_secrets_(show_secrets) {}
+  explicit TextReport(Output& output) : output_(output) {}
 
   void add(const CheckedStatement& statement, const Finding& finding) override {
-    const std::string place = fmt::format("{}:{}:{}:", printable(from_utf8(statement.file)),
+    const std::string place = fmt::format("{}:{}:{}:", printable_bytes(statement.file),
                                           statement.first_line + finding.line - 1, finding.column);
-    const std::string kind =
-        finding.number == 0 ? "warning:" : fmt::format("error {}:", finding.number);
-    write(stdout, fmt::format("{} {} {}\n{}", styled(stdout, Style::kBold, place),
-                              styled(stdout, Style::kError, kind), printable(finding.message),
-                              snippet(stdout, statement.text, finding, statement.first_line,
-                                      show_secrets_)));
+    Stream& out = output_.answer();
+    out.write(fmt::format(
+        "{} {}{}", out.styled(Style::kBold, place), headline(out, finding),
+        snippet(out, statement.text, finding, statement.first_line, output_.show_secrets)));
     for (const std::wstring& cure : finding.cures) {
-      write(stdout,
-            fmt::format("      {} {}\n", styled(stdout, Style::kNote, "= help:"), printable(cure)));
+      out.write(fmt::format("      {} {}\n", out.styled(Style::kNote, "= help:"), printable(cure)));
     }
   }
 
   void end(const CheckTotals& totals) override {
     std::string text = fmt::format("{}, {}: ", counted(totals.files, "file"),
                                    counted(totals.statements, "statement"));
-    text += totals.errors == 0 ? "no errors"
-                               : fmt::format("{} in {}", counted(totals.errors, "error"),
-                                             counted(totals.wrong, "statement"));
-    if (totals.warnings != 0) text += fmt::format(", {}", counted(totals.warnings, "warning"));
-    if (totals.unreadable != 0) text += fmt::format(", {} not read", totals.unreadable);
-    write(stdout, text + "\n");
+    std::vector<std::string> told;
+    if (totals.errors != 0) {
+      told.push_back(fmt::format("{} in {}", counted(totals.errors, "error"),
+                                 counted(totals.wrong, "statement")));
+    } else if (totals.unreadable == 0) {
+      told.emplace_back("no errors");
+    } else if (totals.statements != 0) {
+      told.emplace_back("no errors in what was read");
+    }
+    if (totals.warnings != 0) told.push_back(counted(totals.warnings, "warning"));
+    if (totals.unreadable != 0) told.push_back(counted(totals.unreadable, "file") + " not read");
+    text += fmt::format("{}", fmt::join(told, ", "));
+    output_.answer().write(text + "\n");
   }
 
  private:
-  bool show_secrets_;
+  Output& output_;
 };
 
 // A list that is written entry by entry.
 class StreamedList {
  public:
+  explicit StreamedList(Stream& out) : out_(out) {}
   void add(const Json& entry) {
-    write(stdout, fmt::format("{}{}", first_ ? "\n" : ",\n", entry.dump()));
+    out_.write(fmt::format("{}{}", first_ ? "\n" : ",\n", entry.dump()));
     first_ = false;
   }
 
  private:
+  Stream& out_;
   bool first_ = true;
 };
 
 class JsonReport : public CheckReport {
  public:
+  explicit JsonReport(Stream& out) : out_(out), list_(out) {}
   void begin() override {
-    write(stdout, "{\"findings\": [");
+    out_.write("{\"findings\": [");
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     Json help = Json::array();
@@ -87,10 +94,11 @@ class JsonReport : public CheckReport {
     const Json summary = {{"files", totals.files},           {"filesNotRead", totals.unreadable},
                           {"statements", totals.statements}, {"wrongStatements", totals.wrong},
                           {"errors", totals.errors},         {"warnings", totals.warnings}};
-    write(stdout, fmt::format("\n], \"summary\": {}}}\n", summary.dump()));
+    out_.write(fmt::format("\n], \"summary\": {}}}\n", summary.dump()));
   }
 
  private:
+  Stream& out_;
   StreamedList list_;
 };
 
@@ -112,6 +120,7 @@ std::string rule_id(uint32_t number) {
 
 class SarifReport : public CheckReport {
  public:
+  explicit SarifReport(Stream& out) : out_(out), list_(out) {}
   void begin() override {
     Json rules = Json::array();
     rules.push_back({{"id", rule_id(0)}, {"name", "IgnoredText"}});
@@ -121,10 +130,11 @@ class SarifReport : public CheckReport {
                        {"shortDescription", {{"text", message_of(status.number)}}}});
     }
     const Json driver = {{"name", "tavo"}, {"version", TAVOParser_GetVersion()}, {"rules", rules}};
-    write(stdout, fmt::format("{{\"$schema\": \"https://json.schemastore.org/sarif-2.1.0.json\", "
-                              "\"version\": \"2.1.0\", \"runs\": [{{\"tool\": {{\"driver\": {}}}, "
-                              "\"columnKind\": \"unicodeCodePoints\", \"results\": [",
-                              driver.dump()));
+    out_.write(
+        fmt::format("{{\"$schema\": \"https://json.schemastore.org/sarif-2.1.0.json\", "
+                    "\"version\": \"2.1.0\", \"runs\": [{{\"tool\": {{\"driver\": {}}}, "
+                    "\"columnKind\": \"unicodeCodePoints\", \"results\": [",
+                    driver.dump()));
   }
   void add(const CheckedStatement& statement, const Finding& finding) override {
     std::string text = to_utf8(finding.message);
@@ -146,19 +156,20 @@ class SarifReport : public CheckReport {
   }
   void end(const CheckTotals& totals) override {
     const Json invocation = {{"executionSuccessful", totals.unreadable == 0}};
-    write(stdout, fmt::format("\n], \"invocations\": [{}]}}]}}\n", invocation.dump()));
+    out_.write(fmt::format("\n], \"invocations\": [{}]}}]}}\n", invocation.dump()));
   }
 
  private:
+  Stream& out_;
   StreamedList list_;
 };
 
 }  // namespace
 
-std::unique_ptr<CheckReport> make_check_report(const std::string& format, bool show_secrets) {
-  if (format == "json") return std::make_unique<JsonReport>();
-  if (format == "sarif") return std::make_unique<SarifReport>();
-  return std::make_unique<TextReport>(show_secrets);
+std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output& output) {
+  if (format == "json") return std::make_unique<JsonReport>(output.answer());
+  if (format == "sarif") return std::make_unique<SarifReport>(output.answer());
+  return std::make_unique<TextReport>(output);
 }
 
 }  // namespace tavo::cli

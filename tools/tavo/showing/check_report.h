@@ -32,7 +32,7 @@ class CheckReport {
   virtual void end(const CheckTotals& totals) = 0;
 };
 
-// format: text, json or sarif.
-std::unique_ptr<CheckReport> make_check_report(const std::string& format, bool show_secrets);
+// format: text, json or sarif. The output outlives the report.
+std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output& output);
 
 }  // namespace tavo::cli

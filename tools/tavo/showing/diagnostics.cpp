@@ -72,7 +72,7 @@ std::vector<Finding> find_errors(const StatementText& statement, const ParseResu
   return findings;
 }
 
-std::string snippet(FILE* stream, const StatementText& statement, const Finding& finding,
+std::string snippet(const Stream& stream, const StatementText& statement, const Finding& finding,
                     size_t first_line, bool show_secrets) {
   const std::wstring& text = statement.text();
   const auto& secrets = statement.secrets();
@@ -102,19 +102,26 @@ std::string snippet(FILE* stream, const StatementText& statement, const Finding&
     margin = fmt::format("{:5} | ", first_line + finding.line - 1);
     blank = "      | ";
   }
-  return fmt::format("{}{}\n{}{}{}\n", styled(stream, Style::kFaint, margin), to_utf8(whole),
-                     styled(stream, Style::kFaint, blank), std::string(indent, ' '),
-                     styled(stream, Style::kPlace, mark));
+  return fmt::format("{}{}\n{}{}{}\n", stream.styled(Style::kFaint, margin), to_utf8(whole),
+                     stream.styled(Style::kFaint, blank), std::string(indent, ' '),
+                     stream.styled(Style::kPlace, mark));
 }
 
-std::string report(FILE* stream, const StatementText& statement, const Finding& finding,
+std::string headline(const Stream& stream, const Finding& finding) {
+  const bool warning = finding.severity == Severity::kWarning;
+  std::string kind = warning ? "warning" : "error";
+  if (finding.number != 0) kind += fmt::format(" {}", finding.number);
+  return fmt::format("{} {}\n",
+                     stream.styled(warning ? Style::kWarning : Style::kError, kind + ":"),
+                     printable(finding.message));
+}
+
+std::string report(const Stream& stream, const StatementText& statement, const Finding& finding,
                    bool show_secrets) {
-  std::string text = fmt::format(
-      "{} {}\n", styled(stream, Style::kError, fmt::format("error {}:", finding.number)),
-      printable(finding.message));
+  std::string text = headline(stream, finding);
   text += snippet(stream, statement, finding, 0, show_secrets);
   for (const std::wstring& cure : finding.cures) {
-    text += fmt::format("{} {}\n", styled(stream, Style::kNote, "help:"), printable(cure));
+    text += fmt::format("{} {}\n", stream.styled(Style::kNote, "help:"), printable(cure));
   }
   return text;
 }

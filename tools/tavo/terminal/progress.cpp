@@ -1,12 +1,10 @@
 #include "terminal/progress.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 
-#include "terminal/terminal.h"
+#include "TAVOParserCpp.hpp"
 
 namespace tavo::cli {
 namespace {
@@ -14,36 +12,57 @@ namespace {
 constexpr auto kDelay = std::chrono::seconds(1);
 constexpr auto kInterval = std::chrono::milliseconds(100);
 constexpr size_t kBarWidth = 30;
+constexpr size_t kRoomForWords = 40;
+constexpr std::string_view kClear = "\r\033[K";
+
+// The beginning of a text that takes no more than so many columns.
+std::string cut_to(const std::string& text, size_t columns) {
+  std::wstring shown;
+  size_t width = 0;
+  for (const wchar_t c : from_utf8(text)) {
+    width += width_of(c);
+    if (width > columns) break;
+    shown.push_back(c);
+  }
+  return to_utf8(shown);
+}
 
 }  // namespace
 
-Progress::Progress(size_t total)
-    : total_(total), on_terminal_(isatty(STDERR_FILENO) == 1), next_(Clock::now() + kDelay) {}
+Progress::Progress(Output& output, size_t total)
+    : output_(output), total_(total), next_(Clock::now() + kDelay) {}
 
-Progress::~Progress() {
-  hide();
+std::string Progress::line(size_t bytes_done, size_t statements, const std::string& file,
+                           size_t columns) const {
+  std::string text = fmt::format("{} statements, {}", statements, printable_bytes(file));
+  if (total_ != 0) {
+    const size_t done = std::min(bytes_done, total_);
+    std::string percent = fmt::format("{:3}% ", 100 * done / total_);
+    if (columns >= kBarWidth + kRoomForWords) {
+      const size_t filled = kBarWidth * done / total_;
+      percent = fmt::format("[{:#<{}}{:.<{}}] {}", "", filled, "", kBarWidth - filled, percent);
+    }
+    text = percent + text;
+  }
+  return cut_to(text, columns);
 }
 
 void Progress::show(size_t bytes_done, size_t statements, const std::string& file) {
-  if (!on_terminal_) return;
   const Clock::time_point now = Clock::now();
   if (now < next_) return;
   next_ = now + kInterval;
+  Stream& messages = output_.messages();
+  if (!messages.has_escapes()) return;
   shown_ = true;
-  if (total_ == 0) {
-    write(stderr, fmt::format("\r\033[K{} statements, {}", statements, file));
-    return;
-  }
-  const size_t done = std::min(bytes_done, total_);
-  const size_t filled = kBarWidth * done / total_;
-  write(stderr, fmt::format("\r\033[K[{:#<{}}{:.<{}}] {:3}% {} statements, {}", "", filled, "",
-                            kBarWidth - filled, 100 * done / total_, statements, file));
+  // The last column stays free: some terminals break the line there.
+  const size_t columns = messages.columns() - 1;
+  messages.write(fmt::format("{}{}", kClear, line(bytes_done, statements, file, columns)));
 }
 
 void Progress::hide() {
   if (!shown_) return;
-  write(stderr, "\r\033[K");
   shown_ = false;
+  output_.messages().write(kClear);
 }
 
 }  // namespace tavo::cli

@@ -1,12 +1,9 @@
 // tavo check: what is wrong with the statements of files.
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
 
+#include "reading/input.h"
 #include "reading/statement_reader.h"
 #include "showing/check_report.h"
 #include "statement/syntax.h"
@@ -45,6 +42,7 @@ std::optional<Finding> find_ignored_text(const StatementText& text) {
   const TAVOTextToken& first = written.tokens[written.past];
   const TAVOTextToken& last = written.tokens.back();
   Finding finding;
+  finding.severity = Severity::kWarning;
   finding.message = L"The text from here on is ignored: no comma stands before it.";
   finding.place = {first.offset, size_t{last.offset} + last.length};
   finding.line = first.line;
@@ -55,21 +53,15 @@ std::optional<Finding> find_ignored_text(const StatementText& text) {
 
 class Checker {
  public:
-  Checker(const CheckOptions& options, const CommonOptions& common)
+  Checker(const CheckOptions& options, Output& output)
       : options_(options),
-        common_(common),
-        report_(make_check_report(options.format, common.show_secrets)),
-        progress_(total_bytes(options.files)) {}
+        output_(output),
+        report_(make_check_report(options.format, output)),
+        progress_(output, total_bytes(options.files)) {}
 
   int run() {
     report_->begin();
-    for (const std::string& file : options_.files) {
-      if (file == "-") {
-        check_stream(std::cin, "stdin");
-      } else {
-        check_file(file);
-      }
-    }
+    for (const std::string& file : options_.files) check_file(file);
     progress_.hide();
     if (!options_.quiet || options_.format != "text") report_->end(totals_);
     if (totals_.unreadable != 0) return kCouldNotRun;
@@ -77,32 +69,30 @@ class Checker {
   }
 
  private:
-  void complain(const std::string& file, const std::string& why) {
-    progress_.hide();
-    ++totals_.unreadable;
-    write(stderr, fmt::format("tavo: {}: {}\n", printable(from_utf8(file)), why));
-  }
-
+  // Whatever was found before an error of reading has been told, and the file counts as not read.
   void check_file(const std::string& file) {
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error)) return complain(file, "is a directory");
-    errno = 0;
-    std::ifstream input(file, std::ios::binary);
-    if (!input) return complain(file, std::strerror(errno));
-    check_stream(input, file);
+    const InputOptions options{.code_page = options_.code_page};
+    try {
+      Input input(file, options);
+      ++totals_.files;
+      check_input(input);
+    } catch (const InputError& error) {
+      progress_.hide();
+      ++totals_.unreadable;
+      output_.complain(
+          fmt::format("{}: {}", file == "-" ? options.stdin_name : file, error.what()));
+    }
   }
 
-  void check_stream(std::istream& input, const std::string& name) {
-    ++totals_.files;
+  void check_input(Input& input) {
     StatementReader reader(input, options_.layout);
     FileStatement statement;
     while (reader.next(statement)) {
       ++totals_.statements;
-      check(name, statement);
-      progress_.show(bytes_before_ + reader.bytes_read(), totals_.statements, name);
+      check(input.name(), statement);
+      progress_.show(bytes_before_ + input.bytes_read(), totals_.statements, input.name());
     }
-    bytes_before_ += reader.bytes_read();
-    if (input.bad()) complain(name, "reading failed");
+    bytes_before_ += input.bytes_read();
   }
 
   void check(const std::string& file, const FileStatement& statement) {
@@ -117,7 +107,7 @@ class Checker {
       return;
     }
     ++totals_.wrong;
-    for (const Finding& finding : find_errors(text, result, common_.show_secrets)) {
+    for (const Finding& finding : find_errors(text, result, output_.show_secrets)) {
       ++totals_.errors;
       tell(checked, finding);
     }
@@ -129,7 +119,7 @@ class Checker {
   }
 
   const CheckOptions& options_;
-  const CommonOptions& common_;
+  Output& output_;
   std::unique_ptr<CheckReport> report_;
   Progress progress_;
   CheckTotals totals_;
@@ -138,7 +128,7 @@ class Checker {
 
 }  // namespace
 
-void add_check(CLI::App& app, CommonOptions& common, int* status) {
+void add_check(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<CheckOptions>();
   const std::map<std::string, Layout> layouts = {
       {"auto", Layout::kAuto}, {"lines", Layout::kLines}, {"paragraphs", Layout::kParagraphs}};
@@ -169,7 +159,7 @@ void add_check(CLI::App& app, CommonOptions& common, int* status) {
       "  tavo check masks/*.txt\n"
       "  tavo check --format sarif masks.txt > masks.sarif\n"
       "  grep -v '^--' job.cfg | tavo check --layout paragraphs -");
-  verb->callback([options, &common, status] { *status = Checker(*options, common).run(); });
+  verb->callback([options, &output, status] { *status = Checker(*options, output).run(); });
 }
 
 }  // namespace tavo::cli

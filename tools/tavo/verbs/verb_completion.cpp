@@ -6,7 +6,6 @@
 
 #include "language/language.h"
 #include "statement/complete.h"
-#include "terminal/terminal.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
@@ -194,21 +193,21 @@ std::string script(const std::string& shell, const CLI::App& app) {
   return replaced(text, "@NAMES@", explained_names());
 }
 
-int write_script(const std::string& text, const std::string& file) {
+int write_script(Output& out, const std::string& text, const std::string& file) {
   if (file.empty()) {
-    cli::write(stdout, text);
+    out.answer().write(text);
     return kClean;
   }
   std::ofstream output(file, std::ios::binary | std::ios::trunc);
   output << text << std::flush;
   if (output) return kClean;
-  cli::write(stderr, fmt::format("tavo: {}: cannot be written\n", file));
+  out.complain(fmt::format("{}: cannot be written", file));
   return kCouldNotRun;
 }
 
 }  // namespace
 
-void add_completion(CLI::App& app, int* status) {
+void add_completion(CLI::App& app, Output& output, int* status) {
   struct Options {
     std::string shell, output, text;
   };
@@ -223,16 +222,16 @@ void add_completion(CLI::App& app, int* status) {
       "Examples:\n"
       "  source <(tavo completion bash)\n"
       "  tavo completion fish > ~/.config/fish/completions/tavo.fish");
-  verb->callback([options, &app, status] {
-    *status = write_script(script(options->shell, app), options->output);
+  verb->callback([options, &app, &output, status] {
+    *status = write_script(output, script(options->shell, app), options->output);
   });
 
   CLI::App* hidden = app.add_subcommand("complete-statement", "For the completion scripts");
   hidden->group("");
   hidden->add_option("text", options->text, "The statement so far");
-  hidden->callback([options, status] {
+  hidden->callback([options, &output, status] {
     for (const std::string& line : complete_statement(options->text)) {
-      cli::write(stdout, line + "\n");
+      output.answer().write(line + "\n");
     }
     *status = kClean;
   });

@@ -7,7 +7,6 @@
 #include "language/nearest.h"
 #include "language/reference.h"
 #include "language/status_table.h"
-#include "terminal/terminal.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
@@ -18,28 +17,6 @@ struct ExplainOptions {
   std::string format = "text";
   bool errors = false;
 };
-
-int unknown(const std::string& what, const std::string& name,
-            const std::vector<std::string>& known) {
-  std::string text = fmt::format("tavo: no {} is called {}", what, name);
-  const std::vector<std::string> near = nearest(name, known, 3);
-  if (!near.empty()) text += fmt::format("; did you mean {}?", join(near, " or "));
-  write(stderr, text + "\n");
-  return kCouldNotRun;
-}
-
-int unknown_number(uint32_t number) {
-  uint32_t below = 0, above = 0;
-  for (const StatusInfo& status : status_table()) {
-    if (status.number < number) below = status.number;
-    if (status.number > number && above == 0) above = status.number;
-  }
-  std::string text = fmt::format("tavo: no error is called {}; the nearest:", number);
-  if (below != 0) text += fmt::format(" {}", below);
-  if (above != 0) text += fmt::format(" {}", above);
-  write(stderr, text + "\n");
-  return kCouldNotRun;
-}
 
 std::vector<std::string> everything() {
   std::vector<std::string> all;
@@ -55,51 +32,6 @@ std::vector<std::string> everything() {
 bool is_number(const std::string& text) {
   return !text.empty() && text.size() <= 9 &&
          text.find_first_not_of("0123456789") == std::string::npos;
-}
-
-int show(const std::string& text) {
-  write(stdout, text);
-  return kClean;
-}
-
-int explain_one(const std::string& name) {
-  if (is_number(name)) {
-    const std::string text = explain_number(static_cast<uint32_t>(std::stoul(name)));
-    if (!text.empty()) return show(text);
-    return unknown_number(static_cast<uint32_t>(std::stoul(name)));
-  }
-  const Statement* statement = find_statement(name);
-  const std::vector<const Statement*> owners = statements_with(name);
-  // A name may be both: the provider HASH, the trace level.
-  if (statement != nullptr && (statement->takes_options() || owners.empty())) {
-    return show(explain_statement(*statement));
-  }
-  if (!owners.empty()) return show(explain_option_everywhere(owners, name));
-  return unknown("provider, option or error", name, everything());
-}
-
-int explain_names(const std::vector<std::string>& given) {
-  if (given.size() == 1) return explain_one(given[0]);
-  const Statement* statement = find_statement(given[0]);
-  if (statement == nullptr) {
-    std::vector<std::string> known;
-    for (const Statement& candidate : statements()) {
-      for (std::string& name : names(candidate)) known.push_back(std::move(name));
-    }
-    return unknown("provider", given[0], known);
-  }
-  const Option* option = find_option(statement->options, given[1]);
-  if (option == nullptr) {
-    return unknown(fmt::format("option of {}", title(*statement)), given[1],
-                   all_spellings(statement->options));
-  }
-  if (given.size() == 2) return show(explain_option(*statement, *option, nullptr));
-  const Option* parameter = find_option(option->parameters, given[2]);
-  if (parameter == nullptr) {
-    return unknown(fmt::format("parameter of {}", long_spelling(*option)), given[2],
-                   all_spellings(option->parameters));
-  }
-  return show(explain_option(*statement, *parameter, option));
 }
 
 nlohmann::ordered_json option_json(const Option& option) {
@@ -140,25 +72,101 @@ std::string language_json() {
   return nlohmann::ordered_json{{"statements", list}}.dump(2) + "\n";
 }
 
-int run_explain(const ExplainOptions& options) {
-  const bool all = options.names.empty();
-  if (options.format != "text" && !all) {
-    write(stderr, "tavo explain: --format markdown and json are for the whole language\n");
+class ExplainRun {
+ public:
+  explicit ExplainRun(Output& output) : output_(output), explain_(output.answer()) {}
+
+  int unknown(const std::string& what, const std::string& name,
+              const std::vector<std::string>& known) {
+    std::string text = fmt::format("no {} is called {}", what, name);
+    const std::vector<std::string> near = nearest(name, known, 3);
+    if (!near.empty()) text += fmt::format("; did you mean {}?", join(near, " or "));
+    output_.complain(text);
     return kCouldNotRun;
   }
-  if (options.errors) {
-    if (options.format == "markdown") return show(error_reference());
-    for (const StatusInfo& status : status_table()) write(stdout, explain_number(status.number));
+
+  int unknown_number(uint32_t number) {
+    uint32_t below = 0, above = 0;
+    for (const StatusInfo& status : status_table()) {
+      if (status.number < number) below = status.number;
+      if (status.number > number && above == 0) above = status.number;
+    }
+    std::string text = fmt::format("no error is called {}; the nearest:", number);
+    if (below != 0) text += fmt::format(" {}", below);
+    if (above != 0) text += fmt::format(" {}", above);
+    output_.complain(text);
+    return kCouldNotRun;
+  }
+
+  int show(const std::string& text) {
+    output_.answer().write(text);
     return kClean;
   }
-  if (options.format == "markdown") return show(language_reference());
-  if (options.format == "json") return show(language_json());
-  return all ? show(explain_all()) : explain_names(options.names);
-}
+
+  int one(const std::string& name) {
+    if (is_number(name)) {
+      const std::string text = explain_.number(static_cast<uint32_t>(std::stoul(name)));
+      if (!text.empty()) return show(text);
+      return unknown_number(static_cast<uint32_t>(std::stoul(name)));
+    }
+    const Statement* statement = find_statement(name);
+    const std::vector<const Statement*> owners = statements_with(name);
+    // A name may be both: the provider HASH, the trace level.
+    if (statement != nullptr && (statement->takes_options() || owners.empty())) {
+      return show(explain_.statement(*statement));
+    }
+    if (!owners.empty()) return show(explain_.option_everywhere(owners, name));
+    return unknown("provider, option or error", name, everything());
+  }
+
+  int by_names(const std::vector<std::string>& given) {
+    if (given.size() == 1) return one(given[0]);
+    const Statement* statement = find_statement(given[0]);
+    if (statement == nullptr) {
+      std::vector<std::string> known;
+      for (const Statement& candidate : statements()) {
+        for (std::string& name : names(candidate)) known.push_back(std::move(name));
+      }
+      return unknown("provider", given[0], known);
+    }
+    const Option* option = find_option(statement->options, given[1]);
+    if (option == nullptr) {
+      return unknown(fmt::format("option of {}", title(*statement)), given[1],
+                     all_spellings(statement->options));
+    }
+    if (given.size() == 2) return show(explain_.option(*statement, *option, nullptr));
+    const Option* parameter = find_option(option->parameters, given[2]);
+    if (parameter == nullptr) {
+      return unknown(fmt::format("parameter of {}", long_spelling(*option)), given[2],
+                     all_spellings(option->parameters));
+    }
+    return show(explain_.option(*statement, *parameter, option));
+  }
+
+  int run(const ExplainOptions& options) {
+    const bool all = options.names.empty();
+    if (options.format != "text" && !all) {
+      output_.complain("explain: --format markdown and json are for the whole language");
+      return kCouldNotRun;
+    }
+    if (options.errors) {
+      if (options.format == "markdown") return show(error_reference());
+      for (const StatusInfo& status : status_table()) show(explain_.number(status.number));
+      return kClean;
+    }
+    if (options.format == "markdown") return show(language_reference());
+    if (options.format == "json") return show(language_json());
+    return all ? show(explain_.all()) : by_names(options.names);
+  }
+
+ private:
+  Output& output_;
+  Explainer explain_;
+};
 
 }  // namespace
 
-void add_explain(CLI::App& app, int* status) {
+void add_explain(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<ExplainOptions>();
   CLI::App* verb = app.add_subcommand("explain", "Explain providers, options and error numbers");
   verb->add_option("name", options->names,
@@ -176,7 +184,7 @@ void add_explain(CLI::App& app, int* status) {
       "  tavo explain EML FLDDEF NAME\n"
       "  tavo explain 7139\n"
       "  tavo explain --format markdown > docs/language.md");
-  verb->callback([options, status] { *status = run_explain(*options); });
+  verb->callback([options, &output, status] { *status = ExplainRun(output).run(*options); });
 }
 
 }  // namespace tavo::cli

@@ -2,18 +2,15 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <sstream>
 
+#include "reading/input.h"
 #include "reading/statement_reader.h"
 #include "showing/diagnostics.h"
 #include "statement/format_statement.h"
 #include "statement/secrets.h"
-#include "terminal/standard_input.h"
 #include "terminal/terminal.h"
 #include "verbs/verbs.h"
 
@@ -32,15 +29,13 @@ struct FmtOptions {
 
 class FormatRun {
  public:
-  FormatRun(const FmtOptions& options, const CommonOptions& common)
-      : options_(options), common_(common) {}
+  FormatRun(const FmtOptions& options, Output& output) : options_(options), output_(output) {}
 
   int run() {
     if (options_.statement) {
-      const bool piped = *options_.statement == "-";
-      const std::string given = piped ? read_standard_input() : *options_.statement;
+      const std::string given = given_statement(*options_.statement, {});
       const std::string laid_out = format_one(given, "statement", 1).value_or(given);
-      if (!options_.check && !options_.diff) cli::write(stdout, laid_out + "\n");
+      if (!options_.check && !options_.diff) output_.answer().write(laid_out + "\n");
     }
     for (const std::string& file : options_.files) format_file(file);
     return status_;
@@ -57,9 +52,10 @@ class FormatRun {
     const StatementText text(bytes, std::nullopt);
     const ParseResult before = text.parse();
     if (!before) {
-      for (const Finding& finding : find_errors(text, before, common_.show_secrets)) {
-        cli::write(stderr, fmt::format("{}:{}: {}", name, line + finding.line - 1,
-                                       report(stderr, text, finding, common_.show_secrets)));
+      for (const Finding& finding : find_errors(text, before, output_.show_secrets)) {
+        Stream& messages = output_.messages();
+        messages.write(fmt::format("{}:{}: {}", printable_bytes(name), line + finding.line - 1,
+                                   report(messages, text, finding, output_.show_secrets)));
       }
       raise_to(kViolations);
       return std::nullopt;
@@ -68,9 +64,9 @@ class FormatRun {
     const StatementText after(laid_out, std::nullopt);
     if (!stores_the_same(before, after.parse())) {
       // Never change what a statement means, whatever the reason.
-      cli::write(stderr, fmt::format("tavo: {}:{}: left alone: its layout cannot be changed "
-                                     "without changing what it stores\n",
-                                     name, line));
+      output_.complain(fmt::format(
+          "{}:{}: left alone: its layout cannot be changed without changing what it stores", name,
+          line));
       raise_to(kCouldNotRun);
       return std::nullopt;
     }
@@ -82,63 +78,63 @@ class FormatRun {
                    size_t line) {
     if (options_.check) {
       raise_to(kViolations);
-      if (!options_.diff) cli::write(stdout, fmt::format("{}:{}: would change\n", name, line));
+      if (!options_.diff)
+        output_.answer().write(fmt::format("{}:{}: would change\n", printable_bytes(name), line));
     }
     if (!options_.diff) return;
-    std::string shown = fmt::format("@@ {}:{} @@\n", name, line);
+    std::string shown = fmt::format("@@ {}:{} @@\n", printable_bytes(name), line);
     append_side(shown, '-', Style::kError, before);
     append_side(shown, '+', Style::kPlace, after);
-    cli::write(stdout, shown);
+    output_.answer().write(shown);
   }
 
   void append_side(std::string& shown, char sign, Style style, const StatementText& text) {
     const std::wstring all =
-        masked(text.text(), text.secrets(), {0, text.text().size()}, common_.show_secrets);
+        masked(text.text(), text.secrets(), {0, text.text().size()}, output_.show_secrets);
     std::istringstream lines(to_utf8(all));
     for (std::string line; std::getline(lines, line);) {
-      shown += styled(stdout, style, fmt::format("{}{}", sign, printable(from_utf8(line)))) + "\n";
+      shown +=
+          output_.answer().styled(style, fmt::format("{}{}", sign, printable(from_utf8(line)))) +
+          "\n";
     }
   }
 
   void complain(const std::string& file, const std::string& why) {
     raise_to(kCouldNotRun);
-    cli::write(stderr, fmt::format("tavo: {}: {}\n", printable(from_utf8(file)), why));
+    output_.complain(fmt::format("{}: {}", file, why));
   }
 
   void format_file(const std::string& file) {
-    const bool to_file = options_.write && file != "-";
-    std::ostringstream kept;
-    std::ostream& out = to_file ? static_cast<std::ostream&>(kept) : std::cout;
-    if (file == "-") {
-      format_stream(std::cin, "stdin", out);
-      return;
+    const InputOptions options;
+    try {
+      Input input(file, options);
+      const std::string laid_out = format_input(input);
+      if (options_.write && file != "-") {
+        replace(file, laid_out);
+      } else if (!options_.check && (!options_.diff || options_.write)) {
+        output_.answer().write(laid_out);
+      }
+    } catch (const InputError& error) {
+      complain(file == "-" ? options.stdin_name : file, error.what());
     }
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error)) return complain(file, "is a directory");
-    errno = 0;
-    std::ifstream input(file, std::ios::binary);
-    if (!input) return complain(file, std::strerror(errno));
-    format_stream(input, file, out);
-    input.close();
-    if (to_file) replace(file, kept.str());
   }
 
-  void format_stream(std::istream& input, const std::string& name, std::ostream& out) {
-    const bool silent = options_.check || (options_.diff && !options_.write);
+  // The whole file in its new layout; what is wrong stays as it is.
+  std::string format_input(Input& input) {
     StatementReader reader(input, options_.layout);
     FileStatement statement;
+    std::string out;
     while (reader.next(statement)) {
       const std::optional<std::string> laid_out =
-          format_one(statement.bytes, name, statement.first_line);
-      if (silent) continue;
-      out << statement.lead;
+          format_one(statement.bytes, input.name(), statement.first_line);
+      out += statement.lead;
       if (laid_out) {
-        out << statement.inner << *laid_out << (statement.raw.ends_with('\r') ? "\r\n" : "\n");
+        out += statement.inner + *laid_out + (statement.raw.ends_with('\r') ? "\r\n" : "\n");
       } else {
-        out << statement.raw << '\n';
+        out += statement.raw + '\n';
       }
     }
-    if (!silent) out << statement.lead << std::flush;
+    return out + statement.lead;
   }
 
   // By way of a second file, so that the first is there until the second is whole.
@@ -162,21 +158,21 @@ class FormatRun {
   }
 
   const FmtOptions& options_;
-  const CommonOptions& common_;
+  Output& output_;
   int status_ = kClean;
 };
 
-int run_fmt(const FmtOptions& options, const CommonOptions& common) {
+int run_fmt(const FmtOptions& options, Output& output) {
   if (!options.statement && options.files.empty()) {
-    cli::write(stderr, "tavo fmt: a statement or --file is required\n");
+    output.complain("fmt: a statement or --file is required");
     return kCouldNotRun;
   }
-  return FormatRun(options, common).run();
+  return FormatRun(options, output).run();
 }
 
 }  // namespace
 
-void add_fmt(CLI::App& app, CommonOptions& common, int* status) {
+void add_fmt(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<FmtOptions>();
   CLI::App* verb = app.add_subcommand("fmt", "Give statements one canonical layout");
   verb->add_option("statement", options->statement,
@@ -213,7 +209,7 @@ void add_fmt(CLI::App& app, CommonOptions& common, int* status) {
       "  tavo fmt --spelling long --option-a-line - < statement.txt\n"
       "  tavo fmt --check --diff -f masks.txt\n"
       "  tavo fmt --write -f masks.txt");
-  verb->callback([options, &common, status] { *status = run_fmt(*options, common); });
+  verb->callback([options, &output, status] { *status = run_fmt(*options, output); });
 }
 
 }  // namespace tavo::cli

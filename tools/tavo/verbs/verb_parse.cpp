@@ -5,9 +5,9 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "reading/input.h"
 #include "showing/diagnostics.h"
 #include "statement/secrets.h"
-#include "terminal/standard_input.h"
 #include "terminal/terminal.h"
 #include "verbs/show_options.h"
 #include "verbs/verbs.h"
@@ -31,12 +31,12 @@ std::wstring shown_value(const Pair& pair, bool show_secrets) {
 constexpr size_t kColumns = 6;
 using Row = std::array<std::string, kColumns>;
 
-void print_table(const std::vector<Pair>& pairs, bool show_secrets) {
+void print_table(Output& output, const std::vector<Pair>& pairs) {
   std::vector<Row> rows = {{"KEY", "TYPE", "NAME", "VALUE", "TYPE", "NAME"}};
   for (const Pair& pair : pairs) {
     rows.push_back({printable(pair.key), std::to_string(pair.key_type), type_name(pair, false),
-                    printable(shown_value(pair, show_secrets)), std::to_string(pair.value_type),
-                    type_name(pair, true)});
+                    printable(shown_value(pair, output.show_secrets)),
+                    std::to_string(pair.value_type), type_name(pair, true)});
   }
   std::array<size_t, kColumns> widths{};
   for (const Row& row : rows) {
@@ -53,55 +53,56 @@ void print_table(const std::vector<Pair>& pairs, bool show_secrets) {
       line += "  ";
     }
     line.erase(line.find_last_not_of(' ') + 1);
-    write(stdout,
-          styled(stdout, &row == &rows.front() ? Style::kBold : Style::kPlain, line) + "\n");
+    Stream& out = output.answer();
+    out.write(out.styled(&row == &rows.front() ? Style::kBold : Style::kPlain, line) + "\n");
   }
 }
 
-void print_json(const std::vector<Pair>& pairs, bool show_secrets) {
+void print_json(Output& output, const std::vector<Pair>& pairs) {
   auto list = nlohmann::ordered_json::array();
   for (const Pair& pair : pairs) {
     list.push_back({{"key", to_utf8(pair.key)},
                     {"keyType", pair.key_type},
                     {"keyName", type_name(pair, false)},
-                    {"value", to_utf8(shown_value(pair, show_secrets))},
+                    {"value", to_utf8(shown_value(pair, output.show_secrets))},
                     {"valueType", pair.value_type},
                     {"valueName", type_name(pair, true)}});
   }
-  write(stdout, nlohmann::ordered_json{{"pairs", list}}.dump(2) + "\n");
+  output.answer().write(nlohmann::ordered_json{{"pairs", list}}.dump(2) + "\n");
 }
 
-void print_tsv(const std::vector<Pair>& pairs, bool show_secrets) {
+void print_tsv(Output& output, const std::vector<Pair>& pairs) {
   for (const Pair& pair : pairs) {
-    write(stdout, fmt::format("{}\t{}\t{}\t{}\t{}\t{}\n", printable(pair.key), pair.key_type,
-                              type_name(pair, false), printable(shown_value(pair, show_secrets)),
-                              pair.value_type, type_name(pair, true)));
+    output.answer().write(fmt::format(
+        "{}\t{}\t{}\t{}\t{}\t{}\n", printable(pair.key), pair.key_type, type_name(pair, false),
+        printable(shown_value(pair, output.show_secrets)), pair.value_type, type_name(pair, true)));
   }
 }
 
-int run_parse(const ShowOptions& options, const CommonOptions& common) {
+int run_parse(const ShowOptions& options, Output& output) {
   const StatementText statement(
-      options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
+      given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
   const ParseResult result = statement.parse();
   if (!result) {
-    for (const Finding& finding : find_errors(statement, result, common.show_secrets)) {
-      write(stderr, report(stderr, statement, finding, common.show_secrets));
+    for (const Finding& finding : find_errors(statement, result, output.show_secrets)) {
+      Stream& messages = output.messages();
+      messages.write(report(messages, statement, finding, output.show_secrets));
     }
     return kViolations;
   }
   if (options.format == "json") {
-    print_json(result.pairs, common.show_secrets);
+    print_json(output, result.pairs);
   } else if (options.format == "tsv") {
-    print_tsv(result.pairs, common.show_secrets);
+    print_tsv(output, result.pairs);
   } else {
-    print_table(result.pairs, common.show_secrets);
+    print_table(output, result.pairs);
   }
   return kClean;
 }
 
 }  // namespace
 
-void add_parse(CLI::App& app, CommonOptions& common, int* status) {
+void add_parse(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = app.add_subcommand("parse", "Show the pairs that a statement stores");
   add_show_options(verb, *options);
@@ -110,7 +111,7 @@ void add_parse(CLI::App& app, CommonOptions& common, int* status) {
       "  tavo parse 'PRO=HASH, DSTFLD=X'\n"
       "  tavo parse --format json 'PRO=EML, MTD=HASH' | jq '.pairs[].key'\n"
       "  tavo parse --code-page 850 - < statement.txt");
-  verb->callback([options, &common, status] { *status = run_parse(*options, common); });
+  verb->callback([options, &output, status] { *status = run_parse(*options, output); });
 }
 
 }  // namespace tavo::cli

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "language/language.h"
+#include "reading/input.h"
 #include "statement/secrets.h"
-#include "terminal/standard_input.h"
 #include "terminal/terminal.h"
 #include "verbs/show_options.h"
 #include "verbs/verbs.h"
@@ -37,10 +37,10 @@ Row make_row(const StatementText& statement, const TAVOTextToken& token, bool sh
   return row;
 }
 
-void print_table(const StatementText& statement, bool show_secrets) {
+void print_table(Output& output, const StatementText& statement) {
   std::vector<Row> rows = {{"TYPE", "NAME", "TEXT", "PLACE", false, false}};
   for (const TAVOTextToken& token : statement.tokens()) {
-    rows.push_back(make_row(statement, token, show_secrets));
+    rows.push_back(make_row(statement, token, output.show_secrets));
   }
   size_t name_width = 0, place_width = 0;
   for (const Row& row : rows) {
@@ -60,40 +60,42 @@ void print_table(const StatementText& statement, bool show_secrets) {
                         : row.broken ? Style::kError
                         : row.hidden ? Style::kFaint
                                      : Style::kPlain;
-    write(stdout, styled(stdout, style, line) + "\n");
+    Stream& out = output.answer();
+    out.write(out.styled(style, line) + "\n");
   }
 }
 
-void print_json(const StatementText& statement, bool show_secrets) {
+void print_json(Output& output, const StatementText& statement) {
   auto list = nlohmann::ordered_json::array();
   for (const TAVOTextToken& token : statement.tokens()) {
-    nlohmann::ordered_json entry = {{"type", token.type},
-                                    {"name", token.type == 0 ? "broken" : token_name(token.type)},
-                                    {"text", to_utf8(shown_text(statement, token, show_secrets))},
-                                    {"offset", token.offset},
-                                    {"length", token.length},
-                                    {"line", token.line},
-                                    {"column", token.column},
-                                    {"hidden", token.hidden != 0}};
+    nlohmann::ordered_json entry = {
+        {"type", token.type},
+        {"name", token.type == 0 ? "broken" : token_name(token.type)},
+        {"text", to_utf8(shown_text(statement, token, output.show_secrets))},
+        {"offset", token.offset},
+        {"length", token.length},
+        {"line", token.line},
+        {"column", token.column},
+        {"hidden", token.hidden != 0}};
     if (token.type == 0) entry["offending"] = token.offending;
     list.push_back(std::move(entry));
   }
-  write(stdout, nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
+  output.answer().write(nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
 }
 
-int run_tokens(const ShowOptions& options, const CommonOptions& common) {
+int run_tokens(const ShowOptions& options, Output& output) {
   const StatementText statement(
-      options.statement == "-" ? read_standard_input() : options.statement, options.code_page);
+      given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
   if (options.format == "json") {
-    print_json(statement, common.show_secrets);
+    print_json(output, statement);
   } else if (options.format == "tsv") {
     for (const TAVOTextToken& token : statement.tokens()) {
-      const Row row = make_row(statement, token, common.show_secrets);
-      write(stdout, fmt::format("{}\t{}\t{}\t{}\t{}\n", row.number, row.name, row.place,
-                                row.hidden ? "hidden" : "", row.text));
+      const Row row = make_row(statement, token, output.show_secrets);
+      output.answer().write(fmt::format("{}\t{}\t{}\t{}\t{}\n", row.number, row.name, row.place,
+                                        row.hidden ? "hidden" : "", row.text));
     }
   } else {
-    print_table(statement, common.show_secrets);
+    print_table(output, statement);
   }
   for (const TAVOTextToken& token : statement.tokens()) {
     if (token.type == 0) return kViolations;
@@ -103,7 +105,7 @@ int run_tokens(const ShowOptions& options, const CommonOptions& common) {
 
 }  // namespace
 
-void add_tokens(CLI::App& app, CommonOptions& common, int* status) {
+void add_tokens(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<ShowOptions>();
   CLI::App* verb = app.add_subcommand("tokens", "Show what the lexer sees in a statement");
   add_show_options(verb, *options);
@@ -113,7 +115,7 @@ void add_tokens(CLI::App& app, CommonOptions& common, int* status) {
       "Examples:\n"
       "  tavo tokens 'PRO=NID, SWI=US, FMT=3X-2X-4X'\n"
       "  tavo tokens --format json 'PRO=AFF /* a column */'");
-  verb->callback([options, &common, status] { *status = run_tokens(*options, common); });
+  verb->callback([options, &output, status] { *status = run_tokens(*options, output); });
 }
 
 }  // namespace tavo::cli

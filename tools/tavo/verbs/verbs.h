@@ -3,27 +3,24 @@
 
 #include <CLI/CLI.hpp>
 
+#include "terminal/output.h"
+
 namespace tavo::cli {
 
 // Exit status of every verb.
 enum ExitStatus : int {
   kClean = 0,
   kViolations = 1,   // a statement is wrong, or a file is not in its canonical layout
-  kCouldNotRun = 2,  // wrong usage, a file that cannot be read, a library that does not start
+  kCouldNotRun = 2,  // wrong usage, something that cannot be read or written, no library
 };
 
-// What every verb has.
-struct CommonOptions {
-  bool show_secrets = false;
-  std::string color = "auto";
-};
-
-// Each adds its subcommand; the subcommand's callback leaves the exit status in *status.
-void add_parse(CLI::App& app, CommonOptions& common, int* status);
-void add_check(CLI::App& app, CommonOptions& common, int* status);
-void add_tokens(CLI::App& app, CommonOptions& common, int* status);
-void add_explain(CLI::App& app, int* status);
-void add_fmt(CLI::App& app, CommonOptions& common, int* status);
-void add_completion(CLI::App& app, int* status);
+// Each adds its subcommand, which says what it has to say to the output; the subcommand's callback
+// leaves the exit status in *status.
+void add_parse(CLI::App& app, Output& output, int* status);
+void add_check(CLI::App& app, Output& output, int* status);
+void add_tokens(CLI::App& app, Output& output, int* status);
+void add_explain(CLI::App& app, Output& output, int* status);
+void add_fmt(CLI::App& app, Output& output, int* status);
+void add_completion(CLI::App& app, Output& output, int* status);
 
 }  // namespace tavo::cli
