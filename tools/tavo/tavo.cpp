@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "TAVOParserCpp.hpp"
-#include "reading/input.h"
 #include "terminal/output.h"
 #include "verbs/choices.h"
 #include "verbs/verbs.h"
@@ -72,8 +71,6 @@ int guarded_run(int argc, char** argv) {
   } catch (const OutputError& error) {
     // Nothing is pending any more that could fail again.
     output.complain(error.what());
-  } catch (const InputError& error) {
-    output.complain(fmt::format("standard input: {}", error.what()));
   } catch (const std::exception& error) {
     output.complain(error.what());
   }

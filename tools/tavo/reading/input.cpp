@@ -110,7 +110,12 @@ std::string Input::read_rest() {
 
 std::string given_statement(const std::string& argument, const InputOptions& options) {
   if (argument != "-") return argument;
-  std::string text = Input(argument, options).read_rest();
+  std::string text;
+  try {
+    text = Input(argument, options).read_rest();
+  } catch (const InputError& error) {
+    throw InputError(options.stdin_name + ": " + error.what());
+  }
   if (text.ends_with('\n')) text.pop_back();
   if (text.ends_with('\r')) text.pop_back();
   return text;

@@ -70,7 +70,7 @@ class Input {
 };
 
 // The statement that a verb was given on its command line; "-" reads all of standard input, without
-// the line end that ends it.
+// the line end that ends it. The reason that an InputError gives begins with the input's name here.
 std::string given_statement(const std::string& argument, const InputOptions& options);
 
 }  // namespace tavo::cli
