@@ -1,5 +1,5 @@
 /*
- * What every public header of libTAVOParser needs: visibility and the versions of the ABI.
+ * What every public header of libTAVOParser needs: symbol visibility and the ABI version.
  * Compiles as C11 and as C++20.
  */
 #ifndef TAVO_API_H
@@ -9,13 +9,13 @@
 #include <stdint.h>
 #include <wchar.h>
 
-/* The ABI version is the number in the shared object's soname. It changes when a declaration of
- * these headers changes in a way that a compiled caller would notice. */
+/* The ABI version is the number in the shared object's soname. It changes when a declaration in
+ * these headers changes incompatibly for compiled callers. */
 #define TAVO_ABI_VERSION 1
 #define TAVO_LIBRARY_VERSION "1.0.0"
 
-/* Marks what the shared library exports; the linker's version script is made from these marks, so
- * a declaration carries its name on the line of its TAVO_API. */
+/* Marks an exported function. The linker's version script is generated from these marks, so the
+ * name of a function must be on the same line as its TAVO_API. */
 #define TAVO_API __attribute__((visibility("default")))
 
 #ifdef __cplusplus
@@ -37,7 +37,7 @@
 
 TAVO_STATIC_ASSERT(sizeof(wchar_t) == 4, "wide text is 4 bytes a character");
 
-/* Wide text means zero-terminated wchar_t, 4 bytes a character, unless a function says otherwise.
+/* Wide text means zero-terminated wchar_t, 4 bytes per character, unless a function says otherwise.
  */
 
 #endif /* TAVO_API_H */

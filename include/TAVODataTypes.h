@@ -1,8 +1,8 @@
 /*
  * The suite's field data types: names, sizes and display lengths, buffers for values, digit counts.
- * Compiles as C11 and as C++20. Nothing here keeps state; every function may be called from any
- * thread. Arguments called fieldDef point to a field definition, of which the two members of
- * TAVOFieldType are read and nothing else.
+ * Compiles as C11 and as C++20. The functions keep no state and may be called from any thread. A
+ * fieldDef argument points to a field definition, of which only the two members of TAVOFieldType
+ * are read.
  */
 #ifndef TAVO_DATA_TYPES_H
 #define TAVO_DATA_TYPES_H
@@ -14,7 +14,7 @@ TAVO_BEGIN_DECLS
 /* Data-type codes. 0, 11 and 12 are placeholders. */
 typedef enum TAVODataType {
   TAVO_TYPE_CHAR = 1,
-  TAVO_TYPE_VARCHAR = 2,    /* text behind a 16-bit length in bytes */
+  TAVO_TYPE_VARCHAR = 2,    /* text after a 16-bit length in bytes */
   TAVO_TYPE_VARCHAR_SZ = 3, /* zero-terminated text */
   TAVO_TYPE_WCHAR = 4,
   TAVO_TYPE_WVARCHAR = 5,
@@ -39,7 +39,7 @@ typedef enum TAVODataType {
   TAVO_TYPE_DATETIME_VARCHAR = 26,
   TAVO_TYPE_DATETIME_WCHAR = 27,
   TAVO_TYPE_DATETIME_WVARCHAR = 28,
-  TAVO_TYPE_UNNAMED_101 = 101 /* has sizes, but no name and no place in the table */
+  TAVO_TYPE_UNNAMED_101 = 101 /* has sizes, but no name and no row in the table */
 } TAVODataType;
 
 #define TAVO_DATA_TYPE_COUNT 29 /* codes 0 to 28 */
@@ -51,7 +51,7 @@ typedef enum TAVODataType {
 #define TAVO_TYPE_STATUS_DATE_TEXT 65u      /* a date held as text; the length was stored */
 #define TAVO_TYPE_STATUS_FAILED 0xFFFFFFFFu /* another null argument, refused memory, see there */
 
-/* What is read of a field definition. */
+/* The members of a field definition that are read. */
 typedef struct TAVOFieldType {
   uint8_t other[16];
   int16_t dataType;
@@ -71,14 +71,14 @@ TAVO_API const char* TAVOGetDataTypeName(int16_t code) TAVO_NOEXCEPT;
 /* 0 for the wide character codes 4, 5, 6, 18, 27 and 28, -1 for every other code. */
 TAVO_API int32_t TAVO_IsWideCharacterDatatype(int16_t code) TAVO_NOEXCEPT;
 
-/* Bytes of a value's data; neither the 16-bit length nor the terminator of a text is counted.
- * bytes: out, untouched on failure.
- * Returns 0; 48 for a null argument; 49 for an unknown code, and for a wide text whose bytes do not
- * fit 32 bits. */
+/* Bytes of a value's data, without the 16-bit length or the terminator of a text. bytes: out,
+ * untouched on failure.
+ * Returns 0; 48 for a null argument; 49 for an unknown code, and for a wide text whose size in
+ * bytes does not fit in 32 bits. */
 TAVO_API uint32_t GetDataTypeBytes(const void* fieldDef, uint32_t* bytes) TAVO_NOEXCEPT;
 
-/* Characters that show a value.
- * length: out; stored with the results 0 and 65 only.
+/* Characters that display a value.
+ * length: out; stored only with results 0 and 65.
  * Returns 0; 65 for a date held as text, with length 50 stored; 50 for codes 1 to 6; 49 for an
  * unknown code; 48 for a null argument. */
 TAVO_API uint32_t GetDataTypeLengths(const void* fieldDef, uint32_t* length) TAVO_NOEXCEPT;
@@ -91,26 +91,26 @@ TAVO_API uint32_t TAVOGetLongLongDigitCount(int64_t value, uint32_t* counter) TA
 /* ---- values and their buffers ----------------------------------------------------------------*/
 
 /* Bytes of the buffer that one value of a field needs: the bytes of its data, and 2 for the length
- * in front of a VARCHAR (codes 2, 5, 26, 28) or one character for the terminator behind a
- * zero-terminated text (codes 3, 6, 17, 18).
+ * before a VARCHAR (codes 2, 5, 26, 28) or one character for the terminator of a zero-terminated
+ * text (codes 3, 6, 17, 18).
  * bytes: out, untouched on failure.
  * Returns 0, 48 for no field definition, 49 for an unknown code, 0xFFFFFFFF for a null bytes or a
- * size that does not fit 32 bits. */
+ * size that does not fit in 32 bits. */
 TAVO_API uint32_t GetSrcBufLen(const void* fieldDef, uint32_t* bytes) TAVO_NOEXCEPT;
 
 /* Allocates a zeroed buffer for one value of a field, GetSrcBufLen bytes (at least one).
- * buffer: out, to be freed with free(); null on failure.
- * Returns as GetSrcBufLen does; also 0xFFFFFFFF for refused memory. */
+ * buffer: out, free it with free(); null on failure.
+ * Returns the codes of GetSrcBufLen; also 0xFFFFFFFF when memory cannot be allocated. */
 TAVO_API uint32_t TAVOAllocateBuffer(const void* fieldDef, void** buffer) TAVO_NOEXCEPT;
 
-/* The same for `count` values that stand one after the other, GetSrcBufLen bytes each.
+/* The same for `count` consecutive values of GetSrcBufLen bytes each.
  * A count of 0 is 0xFFFFFFFF. */
 TAVO_API uint32_t TAVOAllocateBuffer1(const void* fieldDef, uint32_t count,
                                       void** buffer) TAVO_NOEXCEPT;
 
-/* Bytes of data that a value holds: the declared length of CHAR and WCHAR, whole; the length in
- * front of a VARCHAR; up to the terminator of a zero-terminated text, DATETIME_CHAR or
- * DATETIME_WCHAR, at most the bytes of the type; the size of anything else.
+/* Bytes of data that a value holds: the whole declared length of a CHAR or WCHAR; the length prefix
+ * of a VARCHAR; the bytes before the terminator of a zero-terminated text, DATETIME_CHAR or
+ * DATETIME_WCHAR, at most the size of the type; the size of any other type.
  * data: a buffer as GetSrcBufLen describes it, of any alignment.
  * bytes: out, untouched on failure.
  * Returns 0; 48 for no field definition; 49 for an unknown code; 0xFFFFFFFF for another null
@@ -118,8 +118,8 @@ TAVO_API uint32_t TAVOAllocateBuffer1(const void* fieldDef, uint32_t count,
 TAVO_API uint32_t TAVOGetSourceDataLen(const void* fieldDef, const void* data,
                                        uint32_t* bytes) TAVO_NOEXCEPT;
 
-/* Whether a value is numerically zero or a text of length zero; such a value may be left as it is,
- * so in doubt the answer is no.
+/* Whether a value is numerically zero or a text of length zero; such a value may be left unmasked,
+ * so the answer is no in case of doubt.
  * Zero: integers of value 0, DOUBLE and FLOAT of value 0 or -0, DECIMAL_K48 of 16 zero bytes.
  * Length zero: TAVOGetSourceDataLen is 0; CHAR and WCHAR also when all their characters are zero
  * (blanks are characters). Dates and times in binary form are neither.

@@ -1,5 +1,5 @@
 /*
- * Dates: leap days, day numbers, the local time. The calendar is the proleptic Gregorian one, with
+ * Dates: leap days, day numbers, local time. The calendar is the proleptic Gregorian calendar, with
  * a year 0 before the year 1. Compiles as C11 and as C++20; every function may be called from any
  * thread.
  */
@@ -38,17 +38,17 @@ TAVO_ASSERT_OFFSET(TimestampRecord, minute, 8);
 TAVO_ASSERT_OFFSET(TimestampRecord, second, 10);
 TAVO_ASSERT_OFFSET(TimestampRecord, fraction, 12);
 
-/* Sets a day of 29 or more in February to 28 when the year is no leap year. In a leap year the day
- * stays as it is, even above 29. A null argument is ignored. */
+/* Sets a day of 29 or more in February to 28 when the year is not a leap year. In a leap year the
+ * day is unchanged, even above 29. A null argument is ignored. */
 TAVO_API void FixLeapYearDay(DateRecord* date) TAVO_NOEXCEPT;
 
-/* Turns a day number (0 is 1900-01-01) into a date. Returns the record; null, with the record
- * untouched, when the record is null or the year does not fit it (day numbers below -12662227 or
+/* Converts a day number (0 is 1900-01-01) to a date. Returns the record; null, with the record
+ * untouched, when the record is null or the year does not fit in it (day numbers below -12662227 or
  * above 11274304). */
 TAVO_API DateRecord* TAVOIntSYBToODBC(int32_t day, DateRecord* date) TAVO_NOEXCEPT;
 
-/* Turns a date into its day number. A month or day out of range is carried on by the calendar: the
- * 31st of April is the first of May. Returns 0, or 0xFFFFFFFF for a null argument. */
+/* Converts a date to its day number. A month or day out of range carries over: April 31 is May 1.
+ * Returns 0, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TAVOIntODBCToSYB(const DateRecord* date, int64_t* day) TAVO_NOEXCEPT;
 
 /* Days from one date to another: positive when `to` is later, 0 on the same day.
@@ -57,8 +57,8 @@ TAVO_API uint32_t TAVOIntODBCToSYB(const DateRecord* date, int64_t* day) TAVO_NO
 TAVO_API uint32_t TAVOGetDiffDays(const DateRecord* from, const DateRecord* to,
                                   int64_t* days) TAVO_NOEXCEPT;
 
-/* Writes the current local time as "%d/%b/%Y %H:%M:%S" (strftime, so the month is named in the
- * process's language). size: bytes of the buffer; a text that does not fit leaves it empty.
+/* Writes the current local time as "%d/%b/%Y %H:%M:%S" (strftime, so the month name follows the
+ * process's locale). size: bytes of the buffer; it is left empty when the text does not fit.
  * Returns the buffer. A null buffer or a size of 0 writes nothing. */
 TAVO_API char* TAVOGetLocalTime(char* buffer, uint32_t size) TAVO_NOEXCEPT;
 

@@ -1,6 +1,6 @@
 /*
- * The requests that the retrieval functions of TAVOParser.h hand to the platform's error handler,
- * as the embedded platform understands them. Another platform may want records of its own there.
+ * The requests that the retrieval functions of TAVOParser.h pass to the platform's error handler,
+ * as the embedded platform defines them. Another platform may define its own records.
  *
  *   uint32_t count = 0, largest = 0;
  *   if (Parser_GetErrorCount(&count, &largest) == 0) {
@@ -27,9 +27,9 @@ TAVO_BEGIN_DECLS
 
 /* Results of the retrieval functions, besides those of TAVOParser.h. */
 enum {
-  TAVO_ERROR_REQUEST_INVALID = 73,    /* null request, or a version or size that is not known */
+  TAVO_ERROR_REQUEST_INVALID = 73,    /* null request, or an unknown version or size */
   TAVO_ERROR_INDEX_OUT_OF_RANGE = 74, /* fewer messages are recorded */
-  TAVO_ERROR_TEXT_CUT = 75,           /* the buffer was too small; the text is cut and terminated */
+  TAVO_ERROR_TEXT_CUT = 75,           /* buffer too small; the text is truncated and terminated */
   TAVO_ERROR_MESSAGE_UNKNOWN = 76     /* the catalogue has no such number; the text says so */
 };
 
@@ -47,16 +47,16 @@ typedef struct TAVOErrorRequest {
 
 TAVO_ASSERT_SIZE(TAVOErrorRequest, 32);
 
-/* Parser_GetFormattedErrorMsg. A message is one line that tells what is wrong and what to do, in
- * the language that the first of the environment variables TAVO_LANG, LC_ALL, LC_MESSAGES and LANG
- * that is set asks for (de for German), else in English. An insert that the block does not hold is
- * left as {NAME}. */
+/* Parser_GetFormattedErrorMsg. A message is one line that says what is wrong and what to do. Its
+ * language is that of the first environment variable that is set, of TAVO_LANG, LC_ALL, LC_MESSAGES
+ * and LANG (de for German), else English. An insert that the block does not have is left as {NAME}.
+ */
 typedef struct TAVOMessageRequest {
   uint16_t version;        /* in: 21 */
   uint16_t size;           /* in: sizeof(TAVOMessageRequest) */
   uint32_t messageId;      /* in: the message when block is null; inserts are left as {NAME} */
   const ErrorBlock* block; /* in: a recorded message, or null */
-  wchar_t* text;           /* in: buffer for the formatted message, or null to ask for its size */
+  wchar_t* text;           /* in: buffer for the formatted message, or null to request its size */
   uint32_t textBytes;      /* in: size of the buffer in bytes */
   uint32_t neededBytes;    /* out: bytes the whole message needs, terminator included */
 } TAVOMessageRequest;

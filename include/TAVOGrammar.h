@@ -1,7 +1,7 @@
 /*
  * The recognizer objects: lexer and parser of the parameter language on the ANTLR 3 C runtime.
- * Parser_Service builds them itself; this header is for callers that want tokens or want to drive
- * the recognizer. Needs the runtime's headers (antlr3.h).
+ * Parser_Service builds them itself; this header is for callers that need tokens or run the
+ * recognizer themselves. Needs the runtime's headers (antlr3.h).
  */
 #ifndef TAVO_GRAMMAR_H
 #define TAVO_GRAMMAR_H
@@ -33,24 +33,24 @@ struct TAVOParser_Ctx_struct {
   void (*free)(pTAVOParser ctx); /* frees the object, not the token stream */
 };
 
-/* A lexer over an input stream of UTF-16 in the machine's byte order, which stays the caller's and
- * must outlive the lexer and its tokens. Null when memory is refused or the stream is null or in
- * another encoding. */
+/* Creates a lexer over an input stream of UTF-16 in native byte order. The caller keeps the stream,
+ * which must outlive the lexer and its tokens. Returns null when memory cannot be allocated, or
+ * when the stream is null or has another encoding. */
 TAVO_API pTAVOLexer TAVOLexerNew(pANTLR3_INPUT_STREAM instream) TAVO_NOEXCEPT;
-/* The same with a recognizer state of the caller's, which must have come from malloc; the lexer
- * owns it from then on. Null makes a state. */
+/* The same with the caller's recognizer state, which must come from malloc; the lexer takes
+ * ownership of it. Null creates a state. */
 TAVO_API pTAVOLexer TAVOLexerNewSSD(pANTLR3_INPUT_STREAM instream,
                                     pANTLR3_RECOGNIZER_SHARED_STATE state) TAVO_NOEXCEPT;
 
-/* A parser over a token stream, which stays the caller's and must outlive the parser. Null when
- * memory is refused or the stream is null. */
+/* Creates a parser over a token stream. The caller keeps the stream, which must outlive the parser.
+ * Returns null when memory cannot be allocated or the stream is null. */
 TAVO_API pTAVOParser TAVOParserNew(pANTLR3_COMMON_TOKEN_STREAM instream) TAVO_NOEXCEPT;
-/* The same with a recognizer state of the caller's, as for the lexer. */
+/* The same with the caller's recognizer state, as for the lexer. */
 TAVO_API pTAVOParser TAVOParserNewSSD(pANTLR3_COMMON_TOKEN_STREAM instream,
                                       pANTLR3_RECOGNIZER_SHARED_STATE state) TAVO_NOEXCEPT;
 
-/* Called before a free string value is matched: a next token that is a word, a keyword, a number
- * or any other token but a quoted string becomes an unquoted string, text unchanged. */
+/* Called before a free string value is matched: changes the type of the next token to unquoted
+ * string, unless it is a quoted string. Its text is unchanged. */
 TAVO_API void TAVO_HandlePossibleStringTokenMatch(pTAVOParser ctx) TAVO_NOEXCEPT;
 
 TAVO_END_DECLS

@@ -3,8 +3,8 @@
  * read from the tables that the parser itself runs on. For tools that explain, complete, format or
  * document. Extensions of this library.
  *
- * Every list is walked by index from 0 until a function answers TAVO_LANGUAGE_END. Texts are
- * static. Any thread may call. Compiles as C11 and as C++20.
+ * Iterate over each list by index, from 0 until a function returns TAVO_LANGUAGE_END. Returned
+ * texts are static. The functions may be called from any thread. Compiles as C11 and as C++20.
  */
 #ifndef TAVO_LANGUAGE_H
 #define TAVO_LANGUAGE_H
@@ -15,20 +15,20 @@ TAVO_BEGIN_DECLS
 
 /* No such index, or a null argument. */
 #define TAVO_LANGUAGE_END 0xFFFFFFFFu
-/* Where a function takes the index of a parameter: the option itself is meant. */
+/* As the index of a parameter: the option itself. */
 #define TAVO_LANGUAGE_NO_PARAMETER 0xFFFFFFFFu
 
 /* ---- tokens ----------------------------------------------------------------------------------*/
 
 typedef enum TAVOTokenKind {
-  TAVO_KIND_RESERVED = 0,         /* a number of the recognizer's own, or none at all */
+  TAVO_KIND_RESERVED = 0,         /* a number that the recognizer reserves, or no token */
   TAVO_KIND_PUNCTUATION = 1,      /* one character */
   TAVO_KIND_PATTERN = 2,          /* described by a rule: see description */
   TAVO_KIND_KEYWORD = 3,          /* a word in either case */
   TAVO_KIND_NUMBERED_KEYWORD = 4, /* a word in either case, bare or with a number from 1 to 99 */
   TAVO_KIND_VALUE = 5,            /* a structured value in either case */
   TAVO_KIND_KEY_LITERAL = 6,      /* a word in exactly this case */
-  TAVO_KIND_FRAGMENT = 7          /* never a token itself */
+  TAVO_KIND_FRAGMENT = 7          /* never a token by itself */
 } TAVOTokenKind;
 
 typedef struct TAVOTokenInfo {
@@ -38,7 +38,7 @@ typedef struct TAVOTokenInfo {
   uint32_t spellings;      /* how many */
 } TAVOTokenInfo;
 
-/* Tells about a token type, 0 to 350. Returns 0 or TAVO_LANGUAGE_END. */
+/* Describes a token type, 0 to 350. Returns 0 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_GetToken(uint32_t tokenType, TAVOTokenInfo* info) TAVO_NOEXCEPT;
 
 /* The index-th spelling of a token type, upper case, or null. */
@@ -51,19 +51,19 @@ typedef struct TAVOStatementInfo {
   const char* listRule;   /* rule of one separator and one option, or null */
   const char* optionRule; /* rule that chooses an option, or null */
   uint32_t keywords[4];   /* token types of the first word, 0 when unused */
-  uint32_t nameToken;     /* token type behind "=" */
+  uint32_t nameToken;     /* token type after "=" */
   uint32_t keyType;       /* stored key type; 0 when the statement itself stores nothing */
   uint32_t valueType;     /* stored value type */
   uint32_t options;       /* how many */
   uint32_t rules;         /* validation rules, how many */
 } TAVOStatementInfo;
 
-/* Tells about the index-th statement. Returns 0 or TAVO_LANGUAGE_END. */
+/* Describes the index-th statement. Returns 0 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_GetStatement(uint32_t index, TAVOStatementInfo* info) TAVO_NOEXCEPT;
 
 typedef enum TAVOValueSyntax {
   TAVO_SYNTAX_TOKEN = 0,     /* one of the accepted tokens */
-  TAVO_SYNTAX_STRING = 1,    /* a quoted string, or any one token taken as an unquoted string */
+  TAVO_SYNTAX_STRING = 1,    /* a quoted string, or any other single token as an unquoted string */
   TAVO_SYNTAX_PARAMETERS = 2 /* "(" parameter { "," parameter } ")" */
 } TAVOValueSyntax;
 
@@ -77,7 +77,7 @@ typedef struct TAVOOptionInfo {
   uint32_t setsTraceLevel;
 } TAVOOptionInfo;
 
-/* Tells about an option of a statement, or about a parameter of that option.
+/* Describes an option of a statement, or a parameter of that option.
  * parameter: TAVO_LANGUAGE_NO_PARAMETER for the option itself. Returns 0 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_GetOption(uint32_t statement, uint32_t option, uint32_t parameter,
                                          TAVOOptionInfo* info) TAVO_NOEXCEPT;
@@ -88,7 +88,7 @@ typedef struct TAVOValueInfo {
   uint32_t valueType; /* stored value type; for data types the data-type code */
 } TAVOValueInfo;
 
-/* Tells about an accepted token of an option or parameter. Returns 0 or TAVO_LANGUAGE_END. */
+/* Describes an accepted token of an option or parameter. Returns 0 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_GetValue(uint32_t statement, uint32_t option, uint32_t parameter,
                                         uint32_t index, TAVOValueInfo* info) TAVO_NOEXCEPT;
 
@@ -98,7 +98,7 @@ typedef struct TAVORuleInfo {
   uint32_t insertKey; /* key type whose key text is the message's insert, or 0 */
 } TAVORuleInfo;
 
-/* Tells about a validation rule of a statement, in the order in which they are tried.
+/* Describes a validation rule of a statement. Rules are listed in the order in which they run.
  * Returns 0 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_GetRule(uint32_t statement, uint32_t index,
                                        TAVORuleInfo* info) TAVO_NOEXCEPT;
@@ -130,34 +130,34 @@ TAVO_API const char* TAVOLanguage_GetValueMeaning(uint32_t statement, uint32_t o
 
 /* ---- tokens of a text ------------------------------------------------------------------------*/
 
-/* One token of a text, or a broken place. Offsets count characters. */
+/* One token of a text, or a lexical error. Offsets count characters. */
 typedef struct TAVOTextToken {
-  uint32_t type;   /* token type; 0 for a broken place */
-  uint32_t offset; /* 0-based; of a broken place: what was dropped */
+  uint32_t type;   /* token type; 0 for a lexical error */
+  uint32_t offset; /* 0-based; of a lexical error: start of the dropped text */
   uint32_t length;
   uint32_t line;      /* 1-based */
   uint32_t column;    /* 1-based */
   uint32_t hidden;    /* 1: white space or a comment */
-  uint32_t offending; /* of a broken place: offset of the offending character, else 0 */
+  uint32_t offending; /* of a lexical error: offset of the offending character, else 0 */
 } TAVOTextToken;
 
-/* Called for each token in order; a non-zero result ends the walk and is returned. */
+/* Called for each token in order; a non-zero result stops the iteration and is returned. */
 typedef uint32_t (*TAVOTokenVisitor)(const TAVOTextToken* token, void* context);
 
 /* Reads a text as the lexer does. text: characters wide characters, need not be terminated.
- * Returns 0, the visitor's result, 7089 (no memory), 7095 (the text is no valid Unicode) or
+ * Returns 0, the visitor's result, 7089 (no memory), 7095 (the text is not valid Unicode) or
  * TAVO_LANGUAGE_END (null text or visitor). */
 TAVO_API uint32_t TAVOLanguage_ReadTokens(const wchar_t* text, uint32_t characters,
                                           TAVOTokenVisitor visitor, void* context) TAVO_NOEXCEPT;
 
-/* What one lexer rule by itself makes of the beginning of a text. */
+/* The result of one lexer rule at the beginning of a text. */
 typedef struct TAVORuleMatch {
   uint32_t matched; /* 1 when the rule matched */
   uint32_t length;  /* characters matched, or before the offending one */
   uint32_t error;   /* kind of recognition error: 2 token, 3 no alternative, 4 set, 5 early exit */
 } TAVORuleMatch;
 
-/* Runs the lexer rule of a token type or fragment, committed from its first character on.
+/* Runs the lexer rule of a token type or fragment, committed from its first character.
  * Returns 0, 7089, 7095 or TAVO_LANGUAGE_END. */
 TAVO_API uint32_t TAVOLanguage_MatchRule(uint32_t tokenType, const wchar_t* text,
                                          uint32_t characters, TAVORuleMatch* match) TAVO_NOEXCEPT;

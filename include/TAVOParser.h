@@ -1,13 +1,13 @@
 /*
  * libTAVOParser: the parameter-string parser of the masking suite.
  *
- * A caller starts the library once with Parser_Init, and hands each parameter string to
+ * A caller starts the library once with Parser_Init and passes each parameter string to
  * Parser_Service twice: once without a key-value array (the sizing run: how many pairs, how large
  * the largest key and value), and once with an array allocated to those sizes (the filling run).
- * TAVOParserCpp.hpp does both runs for C++ callers; TAVOParserExt.h tells where an error is.
+ * TAVOParserCpp.hpp does both runs for C++ callers; TAVOParserExt.h reports where an error is.
  *
  * Compiles as C11 and as C++20. Unless a function says otherwise it may be called from any thread,
- * different threads using different request records.
+ * provided that threads use different request records.
  */
 #ifndef TAVO_PARSER_H
 #define TAVO_PARSER_H
@@ -25,7 +25,7 @@ typedef enum TAVOStatus {
 #include "TAVOStatus.def"
 } TAVOStatus;
 
-/* The request structure version from which on requests are accepted is the one above this. */
+/* Requests are accepted from the structure version after this one. */
 #define TAVO_REQUEST_VERSION_REFUSED 20
 #define TAVO_REQUEST_VERSION 21
 
@@ -46,8 +46,8 @@ typedef struct KeyValueEntry {
   wchar_t* value;       /* value buffer, owned by the caller */
   uint32_t valueId;     /* token type that classifies the value, or 0 */
   uint32_t valueSize;   /* size of the value buffer in bytes */
-  uint32_t valueLength; /* full length of the value in bytes, terminator included, even when cut */
-  uint32_t status;      /* 0, 7100 (key and value cut) or 7101 (key cut) */
+  uint32_t valueLength; /* full length in bytes with terminator, even when truncated */
+  uint32_t status;      /* 0, 7100 (key and value truncated) or 7101 (key truncated) */
 } KeyValueEntry;
 
 TAVO_ASSERT_SIZE(KeyValueEntry, 64);
@@ -80,8 +80,8 @@ TAVO_ASSERT_SIZE(ParmTextM, 16);
 TAVO_ASSERT_OFFSET(ParmTextM, codePage, 4);
 TAVO_ASSERT_OFFSET(ParmTextM, text, 8);
 
-/* The request. Fields named caller belong to the caller and are never touched. The record may be
- * longer than what is declared here. */
+/* The request. Fields named caller belong to the caller and are never touched. The caller's record
+ * may be longer than this declaration. */
 typedef struct RequestRecord {
   uint8_t caller0[4];
   int16_t sStructVer; /* structure version, at least 21 */
@@ -132,7 +132,7 @@ typedef struct TokenSlot {
 TAVO_ASSERT_SIZE(TokenSlot, 16);
 TAVO_ASSERT_OFFSET(TokenSlot, value, 8);
 
-/* One recorded message; at least one slot is always there, whatever `slots` says. */
+/* One recorded message. It always has at least one slot, whatever `slots` says. */
 typedef struct ErrorBlock {
   struct ErrorBlock* next;
   char eye[4];       /* "ECBD" */
@@ -176,22 +176,23 @@ struct ANTLR3_BASE_RECOGNIZER_struct;
 
 /* ---- life cycle and service ------------------------------------------------------------------*/
 
-/* Starts the library. Counted: each call wants one Parser_Term. The first call creates the mutex
- * and starts data conversion; their failure is returned and the count stays as it was.
+/* Starts the library. Calls are counted: each one needs one Parser_Term. The first call creates the
+ * mutex and starts data conversion; if that fails, the failure is returned and the count does not
+ * change.
  * Returns 0 or the platform's code. */
 TAVO_API uint32_t Parser_Init(void) TAVO_NOEXCEPT;
 
-/* Stops the library when it is called for the last time; cleans the blocks of all threads, so no
- * other thread may be inside the library then. A call too many returns 0 and leaves the mutex
- * locked. Returns 0 or the platform's code. */
+/* The last call stops the library and cleans the blocks of all threads, so no other thread may be
+ * inside the library then. One call too many returns 0 and leaves the mutex locked. Returns 0 or
+ * the platform's code. */
 TAVO_API uint32_t Parser_Term(void) TAVO_NOEXCEPT;
 
 /* Parses the parameter string of a request.
- * request: see RequestRecord; null is answered with 96.
+ * request: see RequestRecord; null returns 96.
  * Returns 0 when the string was accepted; 96 (request too old, nothing recorded); 7089 to 7092 and
- * 7095 (recorded as well); 7143 (nothing recorded); 7148 when the string was rejected: what is
- * wrong is in the calling thread's error state until its next call. Platform codes are returned
- * unchanged. */
+ * 7095 (also recorded); 7143 (nothing recorded); 7148 when the string was rejected: the reasons are
+ * in the calling thread's error state until its next call. Platform codes are returned unchanged.
+ */
 TAVO_API uint32_t Parser_Service(RequestRecord* request) TAVO_NOEXCEPT;
 
 /* Clean-up routine for TAVOCleanThreadBlock. When the low 16 bits of reason are 3 it frees the
@@ -202,7 +203,7 @@ TAVO_API void* PsrCleanCallBack(uint64_t reason, void* ignored, void* threadBloc
 
 /* Stores one pair, or measures it when the request has neither array nor capacity.
  * key, value: tokens of the runtime; prefix: wide text put before the key text, or null.
- * Returns 0, 7093 (array full, nothing stored), 7100 or 7101 (stored, cut). */
+ * Returns 0, 7093 (array full, nothing stored), 7100 or 7101 (stored, truncated). */
 TAVO_API uint32_t SetKeyValuePairW(RequestRecord* request, struct ANTLR3_COMMON_TOKEN_struct* key,
                                    uint32_t keyId, struct ANTLR3_COMMON_TOKEN_struct* value,
                                    uint32_t valueId, const wchar_t* prefix) TAVO_NOEXCEPT;
@@ -210,7 +211,7 @@ TAVO_API uint32_t SetKeyValuePairW(RequestRecord* request, struct ANTLR3_COMMON_
 /* Returns the index of the first stored pair with that key, or TAVO_NO_KEY_INDEX. */
 TAVO_API uint32_t GetKeyIndex(RequestRecord* request, uint32_t keyId) TAVO_NOEXCEPT;
 
-/* Turns every backslash-quote pair of a wide text into a quote, in place.
+/* Replaces every backslash-quote pair of a wide text by a quote, in place.
  * lengthInBytes: in, bytes including the terminator; out, the new length when a pair was replaced.
  * Returns 0, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t ReplaceEscapedQuoteWithQuoteW(wchar_t* buffer,
@@ -222,7 +223,7 @@ typedef uint32_t (*TAVOStoreRoutine)(RequestRecord* request, struct ANTLR3_COMMO
                                      uint32_t valueId, const wchar_t* prefix);
 TAVO_API extern TAVOStoreRoutine SetKeyValuePair;
 
-/* The key prefix that was built last, in any thread: 50 wide characters. For looking at only. */
+/* The last key prefix that any thread built: 50 wide characters. Read only. */
 TAVO_API extern wchar_t Work1[50];
 
 /* Name of each token type, 0 to 350. */
@@ -232,18 +233,18 @@ TAVO_API extern const char* const TAVOParserTokenNames[TAVO_TOKEN_NAME_COUNT];
 
 /* Appends a block for a message to an error state.
  * auxiliary: kept in the block; slots: inserts the block declares.
- * Returns 0, or -1 for a null state or refused memory. */
+ * Returns 0, or -1 for a null state or when memory cannot be allocated. */
 TAVO_API int32_t ErrorCaptureEAB(ErrorState* state, uint32_t auxiliary, uint32_t messageId,
                                  int16_t slots) TAVO_NOEXCEPT;
 /* The same on the error state of a thread block. */
 TAVO_API int32_t ErrorCapture(void* threadBlock, uint32_t auxiliary, uint32_t messageId,
                               int16_t slots) TAVO_NOEXCEPT;
 
-/* Puts an insert into the newest block of an error state, as wide text.
+/* Adds an insert to the newest block of an error state, as wide text.
  * data: of the given data type, copied; extra: length in bytes or code page, by data type.
- * Add exactly as many inserts as the block declares: one more lands behind the last slot.
+ * Add exactly as many inserts as the block declares: a further one is stored after the last slot.
  * Returns 0; 1 (token id above 90); 3 (unknown data type); 0xFFFFFFFF (no state, no block, null
- * number, or refused memory). */
+ * number, or no memory). */
 TAVO_API uint32_t TokenCaptureEAB(ErrorState* state, const void* data, int16_t dataType,
                                   uint32_t tokenId, uint32_t extra) TAVO_NOEXCEPT;
 /* The same on the error state of a thread block. */
@@ -256,24 +257,24 @@ TAVO_API uint32_t TokenCapture(void* threadBlock, const void* data, int16_t data
 TAVO_API uint32_t TAVO_SetErrMsg(RequestRecord* request, uint32_t messageId,
                                  struct ANTLR3_BASE_RECOGNIZER_struct* recognizer) TAVO_NOEXCEPT;
 
-/* The recognizer's error display: does nothing, since errors are recorded and never printed. */
+/* The recognizer's error display. Does nothing: errors are recorded and never printed. */
 TAVO_API void TAVO_RecognitionError(struct ANTLR3_BASE_RECOGNIZER_struct* recognizer,
                                     uint8_t** tokenNames) TAVO_NOEXCEPT;
 
 /* Frees an error state with its blocks and inserts; null is accepted. Returns 0. */
 TAVO_API uint32_t TermErrors(ErrorState* state) TAVO_NOEXCEPT;
 
-/* Retrieval: what the arguments are is the platform's affair, see TAVOErrorHandler.h.
- * Return 72 when the thread holds no error state, the code of TAVOGetThreadBlock, or the
+/* Retrieval: the platform defines the arguments, see TAVOErrorHandler.h.
+ * Return 72 when the thread has no error state, the code of TAVOGetThreadBlock, or the
  * platform's result. */
 TAVO_API uint32_t Parser_GetErrorCount(void* a, void* b) TAVO_NOEXCEPT;
 TAVO_API uint32_t Parser_GetError(void* request) TAVO_NOEXCEPT;
-/* Passes the request on to the platform; the thread's error state is not looked at. */
+/* Passes the request to the platform without reading the thread's error state. */
 TAVO_API uint32_t Parser_GetFormattedErrorMsg(void* request) TAVO_NOEXCEPT;
 
 /* ---- token text and trace level --------------------------------------------------------------*/
 
-/* Converts the text of a token to wide text, terminated when there is room.
+/* Converts the text of a token to wide text, terminated when there is space for it.
  * dstBytes: size of dst in bytes; produced: out, characters written.
  * Returns 0, the converter's status, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TAVO_CnvANTLRTokenUtf16ToUtf32(RequestRecord* request,

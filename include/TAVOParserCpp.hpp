@@ -1,5 +1,5 @@
 /*
- * libTAVOParser for C++20: parses a parameter string in one call and hands back pairs or errors as
+ * libTAVOParser for C++20: parses a parameter string in one call and returns pairs or errors as
  * values. Header only; link libTAVOParser.
  *
  *   tavo::Library library;  // starts the library, stops it at the end of the scope
@@ -10,8 +10,8 @@
  *     for (const tavo::Error& error : result.errors) ...
  *   }
  *
- * Any thread may call parse while a Library lives. What is returned owns its memory and shares
- * nothing. Refused memory is std::bad_alloc; nothing else is thrown.
+ * Any thread may call parse while a Library exists. Results own their memory and share nothing.
+ * Throws std::bad_alloc when memory cannot be allocated, and nothing else.
  */
 #ifndef TAVO_PARSER_CPP_HPP
 #define TAVO_PARSER_CPP_HPP
@@ -36,7 +36,7 @@
 namespace tavo {
 inline namespace cpp1 {
 
-// ---- what a parse gives -------------------------------------------------------------------------
+// ---- results ------------------------------------------------------------------------------------
 
 // One stored option.
 struct Pair {
@@ -65,10 +65,10 @@ struct Error {
   uint32_t number = 0;   // TAVOStatus
   std::wstring message;  // formatted; empty when the platform has no text for it
   std::vector<Insert> inserts;
-  std::optional<int32_t> position;   // of a syntax error, as recorded: it counts within its line
+  std::optional<int32_t> position;   // of a syntax error, as recorded: within its line
   std::wstring excerpt;              // of a syntax error: the beginning of the parameter string
   std::wstring key;                  // of a violated rule that names its option: the key text
-  std::optional<Location> location;  // of a syntax error: the whole truth
+  std::optional<Location> location;  // of a syntax error: in the whole string
 };
 
 struct ParseResult {
@@ -89,7 +89,8 @@ struct CodePage {
 
 // ---- life cycle ---------------------------------------------------------------------------------
 
-// Starts the library and stops it again. Uses are counted, so that several may live at a time.
+// Starts the library, and stops it at the end of its lifetime. Uses are counted, so several may
+// exist at a time.
 class Library {
  public:
   Library() noexcept : status_(Parser_Init()) {}
@@ -113,10 +114,10 @@ class Library {
 
 // ---- text ---------------------------------------------------------------------------------------
 
-// Stands for bytes that are no UTF-8: not a character, so that the parser refuses it with 7095.
+// Replaces bytes that are not UTF-8. It is not a character, so the parser refuses it with 7095.
 inline constexpr wchar_t kMalformed = 0xD800;
 
-// UTF-8 to wide text; each byte that belongs to no character becomes kMalformed.
+// UTF-8 to wide text; each byte that is not part of a character becomes kMalformed.
 inline std::wstring from_utf8(std::string_view bytes) {
   std::wstring text;
   text.reserve(bytes.size());
@@ -149,7 +150,7 @@ inline std::wstring from_utf8(std::string_view bytes) {
   return text;
 }
 
-// Wide text to UTF-8; what is no character becomes U+FFFD.
+// Wide text to UTF-8; a value that is not a character becomes U+FFFD.
 inline std::string to_utf8(std::wstring_view text) {
   std::string bytes;
   bytes.reserve(text.size());
@@ -189,7 +190,7 @@ struct Freer {
 template <typename T>
 using Memory = std::unique_ptr<T, Freer>;
 
-// Zeroed memory, left untouched until it is used, however much it is.
+// Zeroed memory; however large, its pages are not touched before they are used.
 template <typename T>
 Memory<T> zeroed(size_t count, size_t bytes_each = sizeof(T)) {
   Memory<T> memory(static_cast<T*>(std::calloc(count == 0 ? 1 : count, bytes_each)));
@@ -203,7 +204,7 @@ inline std::wstring format(uint32_t number, const ErrorBlock* block) {
   request.size = sizeof request;
   request.messageId = number;
   request.block = block;
-  Parser_GetFormattedErrorMsg(&request);  // tells the size
+  Parser_GetFormattedErrorMsg(&request);  // returns the size
   const size_t characters = request.neededBytes / sizeof(wchar_t);
   if (characters == 0) return {};
   std::wstring text(characters, L'\0');
@@ -216,7 +217,7 @@ inline std::wstring format(uint32_t number, const ErrorBlock* block) {
 
 }  // namespace detail
 
-// The message of a number with inserts of the caller's; those that are missing stay {NAME}.
+// The message of a number with the caller's inserts; missing inserts are left as {NAME}.
 inline std::wstring format_message(uint32_t number, std::span<const Insert> inserts = {}) {
   if (inserts.empty()) return detail::format(number, nullptr);
   const size_t bytes = sizeof(ErrorBlock) + inserts.size() * sizeof(TokenSlot);
@@ -262,7 +263,7 @@ inline Error read_error(const TAVOErrorRequest& request) {
   return error;
 }
 
-// The errors of the calling thread's last call; of a status that records nothing, the status.
+// The errors of the calling thread's last call, or the status itself when it records nothing.
 inline std::vector<Error> read_errors(uint32_t status) {
   std::vector<Error> errors;
   uint32_t count = 0;
@@ -282,7 +283,7 @@ inline std::vector<Error> read_errors(uint32_t status) {
   return errors;
 }
 
-// The array of a filling run: as many entries as the sizing run counted, as large as it measured.
+// The array of a filling run, with the number and size of entries that the sizing run reported.
 class Storage {
  public:
   explicit Storage(const RequestRecord& sized)
@@ -312,7 +313,7 @@ class Storage {
     pairs.reserve(stored);
     for (size_t i = 0; i < stored; ++i) {
       const KeyValueEntry& entry = entries_.get()[i];
-      // A value may hold characters of any number, so its length comes from its length field.
+      // A value may contain zero characters, so its length comes from its length field.
       const size_t length = entry.valueLength / sizeof(wchar_t);
       pairs.push_back(Pair{entry.keyId, entry.key, entry.valueId,
                            std::wstring(entry.value, length == 0 ? 0 : length - 1)});
@@ -344,7 +345,7 @@ inline ParseResult parse_both_runs(char form, void* descriptor, size_t bytes) {
   ParseResult result;
   result.status = Parser_Service(&request);
   if (result.status == 0) {
-    // Also a statement that stores nothing, such as the trace level, only acts in a filling run.
+    // Needed for statements that store nothing, too: the trace level changes only in a filling run.
     const Storage storage(request);
     storage.lend_to(request);
     result.status = Parser_Service(&request);
@@ -362,7 +363,7 @@ inline ParseResult parse(std::wstring_view text) {
   return detail::parse_both_runs('W', &descriptor, text.size() * sizeof(wchar_t));
 }
 
-// Parses UTF-8. Bytes that are none are refused with 7095.
+// Parses UTF-8. Malformed bytes are refused with 7095.
 inline ParseResult parse(std::string_view utf8) {
   return parse(std::wstring_view(from_utf8(utf8)));
 }

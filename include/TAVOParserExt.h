@@ -11,7 +11,8 @@ TAVO_BEGIN_DECLS
 
 /* ---- where the last syntax error is ----------------------------------------------------------*/
 
-/* The position in a recorded syntax error counts within its line; this is the whole truth. */
+/* The position in a recorded syntax error counts within its line; this one counts in the whole
+ * string. */
 typedef struct TAVOErrorLocation {
   uint32_t messageId; /* 7139, or 7140 for a bad separator */
   uint32_t offset;    /* 0-based offset in characters of the parameter string */
@@ -22,14 +23,14 @@ typedef struct TAVOErrorLocation {
 
 TAVO_ASSERT_SIZE(TAVOErrorLocation, 20);
 
-/* Tells where the last syntax error of the calling thread's last Parser_Service is.
- * location: filled in. Returns 0; 72 when the last call of this thread met no syntax error (the
- * record is untouched); 0xFFFFFFFF for a null argument. */
+/* Gets the location of the last syntax error of the calling thread's last Parser_Service.
+ * location: out. Returns 0; 72 when the last call of this thread found no syntax error (the record
+ * is untouched); 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TAVOParser_GetErrorLocation(TAVOErrorLocation* location) TAVO_NOEXCEPT;
 
-/* Version of the library that is loaded, such as "1.0.0"; static text. */
+/* Version of the loaded library, such as "1.0.0"; static text. */
 TAVO_API const char* TAVOParser_GetVersion(void) TAVO_NOEXCEPT;
-/* TAVO_ABI_VERSION of the library that is loaded. */
+/* TAVO_ABI_VERSION of the loaded library. */
 TAVO_API uint32_t TAVOParser_GetAbiVersion(void) TAVO_NOEXCEPT;
 
 TAVO_END_DECLS

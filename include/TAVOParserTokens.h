@@ -1,6 +1,6 @@
 /*
  * Token type numbers of the parameter language, one enumerator per token that the lexer can
- * produce, plus the canonical numbers that are only ever stored. Derived from TAVOVocabulary.def.
+ * produce, plus the canonical numbers that are only stored. Derived from TAVOVocabulary.def.
  * Compiles as C11 and as C++20.
  */
 #ifndef TAVO_PARSER_TOKENS_H

@@ -1,12 +1,12 @@
 /*
  * Service-definition records: the external forms that cross library boundaries, the routines that
  * build them from the internal forms and free them again, and the numbers of the providers.
- * Compiles as C11 and as C++20. Every function may be called from any thread, different threads
- * with different records.
+ * Compiles as C11 and as C++20. Every function may be called from any thread, provided that threads
+ * use different records.
  *
  * An external record carries an eye-catcher without a terminator, a version and its own size. The
- * internal records belong to the sibling libraries; of them only the bytes named below are read.
- * Members called pad are never written.
+ * internal records belong to the sibling libraries; only the bytes named below are read. Members
+ * called pad are never written.
  */
 #ifndef TAVO_SERVICE_RECORDS_H
 #define TAVO_SERVICE_RECORDS_H
@@ -150,7 +150,7 @@ TAVO_ASSERT_OFFSET(SvcDefX, q16, 16);
 TAVO_ASSERT_OFFSET(SvcDefX, operators, 24);
 TAVO_ASSERT_OFFSET(SvcDefX, q32, 32);
 
-/* What CopyPrvStruct reads of a provider record. The record may be longer. */
+/* The members of a provider record that CopyPrvStruct reads. The record may be longer. */
 typedef struct ProviderSourceRecord {
   uint8_t other0[16];
   uint8_t b16;
@@ -193,16 +193,16 @@ TAVO_ASSERT_OFFSET(ProviderTargetRecord, buffers, 24);
 /* ---- internal to external --------------------------------------------------------------------*/
 
 /* Fills a control block and builds its chains of field definitions and group nodes, in the order of
- * the internal ones. A group node points at the field as many links down the chain as its count
- * says (0 for a negative one), at most at the last; at nothing when there are no fields.
- * external: caller's record; what its chain heads held before is lost, not freed. The chains are
- * allocated; free each with CleanParamsX.
+ * the internal ones. A group node points to the field that is as many links down the chain as its
+ * count says (0 for a negative count), at most to the last one; to null when there are no fields.
+ * external: caller's record; its previous chain heads are overwritten, not freed. The new chains
+ * are allocated; free each with CleanParamsX.
  * Returns 0, 0xFFFFFFFF for a null argument, 99, 100, or a code of the trace facility. After a
  * failure both chain heads are null; the header and the copied fields stay written. */
 TAVO_API uint32_t TAVOCnvCtrlBlkFromIToX(const void* internal, CtrlBlkX* external) TAVO_NOEXCEPT;
 
-/* Fill one record, its next pointer with null. Return 0, 0xFFFFFFFF for a null argument, or a code
- * of the trace facility. */
+/* Fill one record and set its next pointer to null. Return 0, 0xFFFFFFFF for a null argument, or a
+ * code of the trace facility. */
 TAVO_API uint32_t TAVOCnvFieldDefFromIToX(const void* internal, FieldDefX* external) TAVO_NOEXCEPT;
 TAVO_API uint32_t TAVOCnvOprDefFromIToX(const void* internal, OprDefX* external) TAVO_NOEXCEPT;
 
@@ -228,11 +228,11 @@ TAVO_API uint32_t CleanParamsX(void* head) TAVO_NOEXCEPT;
  * wide text as wcsncpy does, at most bufferSize / 4 characters, so a text that fills its buffer is
  * not terminated. A null text counts as an empty one.
  * Returns 0, the code of the first conversion that failed (the header fields stay written), a code
- * of the trace facility, or 0xFFFFFFFF for a null argument or buffer with nothing written. */
+ * of the trace facility, or 0xFFFFFFFF for a null argument or buffer, with nothing written. */
 TAVO_API uint32_t CopyPrvStruct(ProviderTargetRecord* dst, const ProviderSourceRecord* src,
                                 uint32_t codePageKind, uint32_t codePage, char form) TAVO_NOEXCEPT;
 
-/* Number of the provider with that name, letters compared without regard to case: CCN 1, NID 2,
+/* Number of the provider with that name, ignoring case: CCN 1, NID 2,
  * EML 3, AFF and COL 4, HASH 5, AGE 6, LKP 7, DSWAP 8, DDSWAP 9, CDSWAP 10; 11 for anything else,
  * null included. */
 TAVO_API uint32_t GetProviderID(const char* name) TAVO_NOEXCEPT;
