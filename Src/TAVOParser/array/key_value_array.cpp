@@ -26,25 +26,26 @@ void raise_to(int32_t& largest, uint32_t need) {
   if (static_cast<int64_t>(need) > largest) largest = static_cast<int32_t>(need);
 }
 
-// Adds without the signed overflow that a caller's wild count could cause.
+// Adds without signed overflow, whatever count the caller left in the request.
 void count_one_more(RequestRecord* request) {
   request->count = static_cast<int32_t>(static_cast<uint32_t>(request->count) + 1);
 }
 
-// Characters that a caller's buffer holds, the terminator included. A buffer too small for one
-// character, or none at all, holds nothing and is never written.
+// Characters that fit in a caller's buffer, the terminator included. A null buffer, or one too
+// small for one character, has no space and is never written.
 size_t characters_in(const wchar_t* buffer, uint32_t bytes) {
   return buffer == nullptr ? 0 : bytes / kWide;
 }
 
-// Converts what fits of a text into a buffer and terminates it. Returns false when it was cut.
+// Converts as much of a text as fits in a buffer and terminates it. Returns false when it was
+// truncated.
 [[gnu::always_inline]] inline bool put(const TokenText& text, wchar_t* buffer, size_t characters) {
   if (characters == 0) [[unlikely]]
     return false;
   const bool whole = text.count < characters;
   const uint32_t fitting = whole ? text.count : static_cast<uint32_t>(characters - 1);
   uint32_t produced = 0;
-  // A conversion that fails has produced nothing, and that is all: the pair is stored, as meant.
+  // Deliberate: the pair is stored even when the conversion fails; its text is then empty.
   if (fitting != 0) [[likely]] {
     if (utf16_to_utf32(text.units, fitting, buffer, fitting, &produced) != 0) [[unlikely]] {
       produced = 0;
@@ -54,7 +55,7 @@ size_t characters_in(const wchar_t* buffer, uint32_t bytes) {
   return whole;
 }
 
-// Returns false when the key was cut.
+// Returns false when the key was truncated.
 bool store_key(const KeyValueEntry& entry, const wchar_t* prefix, const TokenText& text) {
   wchar_t* buffer = entry.key;
   size_t characters = characters_in(buffer, entry.keySize);
@@ -75,7 +76,7 @@ bool has_backslash(const TokenText& text) {
   return std::find(text.units, end, uint16_t{'\\'}) != end;
 }
 
-// Returns false when the value was cut.
+// Returns false when the value was truncated.
 bool store_value(KeyValueEntry& entry, TokenText text, uint32_t value_id) {
   const bool quoted = is_quoted(value_id);
   if (quoted) {
@@ -88,7 +89,7 @@ bool store_value(KeyValueEntry& entry, TokenText text, uint32_t value_id) {
   const bool whole = put(text, buffer, characters);
   if (characters == 0) [[unlikely]]
     return whole;
-  buffer[characters - 1] = 0;  // whatever the text
+  buffer[characters - 1] = 0;  // whatever the conversion wrote
   if (quoted && has_backslash(text)) unescape_quotes(buffer, &entry.valueLength);
   return whole;
 }
@@ -114,7 +115,7 @@ bool is_stored(const RequestRecord* request, uint32_t key_id) {
 uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_id,
                pANTLR3_COMMON_TOKEN value, uint32_t value_id, const wchar_t* prefix) {
   KeyValueEntry* entry = request->pKeyValueArr + request->count;
-  if (entry->keyId == key_id && entry->status == 0) {  // filled in by the caller beforehand
+  if (entry->keyId == key_id && entry->status == 0) {  // the caller filled it in
     count_one_more(request);
     return 0;
   }
@@ -124,8 +125,7 @@ uint32_t store(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint32_t key_id
   entry->keyId = key_id;
   const bool value_whole = store_value(*entry, token_text(value), value_id);
   entry->valueId = value_id;
-  // A value that is cut under a key that is whole leaves status 0, and that is meant: 7102 is never
-  // produced.
+  // Deliberate: a truncated value with a complete key keeps status 0, since callers expect no 7102.
   entry->status = key_whole     ? 0u
                   : value_whole ? uint32_t{TAVO_STATUS_KEY_TRUNCATED}
                                 : uint32_t{TAVO_STATUS_KEY_AND_VALUE_TRUNCATED};
@@ -187,7 +187,7 @@ uint32_t SetKeyValuePairW(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint
         tavo::measure(request, tavo::token_text(key), tavo::token_text(value), prefix));
   }
   if (tavo::is_full(request)) {
-    trace.skip_epilogue();  // meant: a full array returns without closing the frame
+    trace.skip_epilogue();  // deliberate: a full array leaves its trace frame open
     return TAVO_STATUS_ARRAY_FULL;
   }
   TAVO_TRACE_RETURN(tavo::store(request, key, keyId, value, valueId, prefix));

@@ -7,13 +7,14 @@
 
 namespace tavo {
 
-// The value identifiers whose texts lose their quotes.
+// The value types whose texts are stored without their quotes.
 constexpr bool is_quoted(uint32_t value_id) {
   return value_id == TAVO_PARSER_STRING_WITH_QUOTES || value_id == TAVO_PARSER_SEED_LITERAL ||
          value_id == TAVO_PARSER_KEY_LITERAL;
 }
 
-// The keys that may repeat; of all others the first pair wins, silently.
+// The keys that may repeat. Of any other key only the first pair is stored; repeats are dropped
+// silently.
 constexpr bool is_repeatable(uint32_t key_id) {
   switch (key_id) {
     case TAVO_PARSER_AFF_PARM_CLASS:

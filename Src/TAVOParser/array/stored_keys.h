@@ -1,5 +1,5 @@
-// The index of the keys that a running parse has stored, so that a statement of thousands of pairs
-// does not search them all for each one.
+// The index of the keys that a running parse has stored, so that storing a pair does not search all
+// earlier ones.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@
 
 namespace tavo {
 
-// Keys stored by the parse that runs on this thread, for one request. Only an index, brought up to
-// date when it is asked: the array itself stays the truth, and a request that is not being parsed
-// is searched as it stands.
+// Keys that the parse on this thread has stored for one request. The array remains authoritative:
+// the index is updated when it is read, and a request that is not being parsed is searched
+// directly.
 class StoredKeys {
  public:
   static constexpr uint32_t kKeys = 384;
@@ -27,7 +27,7 @@ class StoredKeys {
   bool follows(const RequestRecord* request) const {
     return request_ == request && static_cast<int64_t>(count_) <= request->count;
   }
-  // Whether a pair with this key, below kKeys, is stored in the request that is followed.
+  // Whether the request that is being parsed has a pair with this key, which is below kKeys.
   bool contains(uint32_t key) {
     for (const auto count = static_cast<uint32_t>(request_->count); count_ < count; ++count_) {
       const uint32_t stored = request_->pKeyValueArr[count_].keyId;

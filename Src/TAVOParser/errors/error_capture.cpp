@@ -18,8 +18,8 @@ constexpr uint32_t kIntegerTextBytes = 48;
 constexpr uint32_t kSmallIntegerTextBytes = 28;
 constexpr uint32_t kTimeTextBytes = 200;
 
-// Slots that a block has in memory: at least one. One more than that is allocated, since an insert
-// too many lands behind the last one, and must land in memory of the block's own.
+// Slots that a block has in memory: at least one. One more is allocated, since an insert too many
+// is stored after the last slot and must stay inside the block.
 size_t physical_slots(int16_t slots) {
   return static_cast<size_t>(std::max<int16_t>(slots, 1));
 }
@@ -41,7 +41,7 @@ wchar_t* copy_text(const wchar_t* text, size_t characters) {
   return copy;
 }
 
-// Frees a text whose conversion failed, or hands it on.
+// Returns a text, or frees it when its conversion failed.
 wchar_t* checked(wchar_t* text, uint32_t status) {
   if (status == 0) return text;
   std::free(text);
@@ -110,7 +110,7 @@ wchar_t* convert_counted_wide(const void* data) {
                  TAVOCnvWVarcharToWVarcharSz(data, &bytes, wide, bytes_of(characters), &count));
 }
 
-// A number through one of the platform's conversions; 0 is written here.
+// Converts a number with one of the platform's conversions; 0 is written here.
 template <typename Number>
 wchar_t* convert_number(const void* data, uint32_t bytes,
                         uint32_t (*convert)(const Number*, wchar_t*, uint32_t, uint32_t*)) {
@@ -175,14 +175,14 @@ wchar_t* convert(const void* data, int16_t data_type, uint32_t extra) {
   }
 }
 
-// The first free slot, or the position behind the last one when all are taken.
+// The first free slot, or the position after the last one when all are in use.
 TokenSlot* slot_to_fill(ErrorBlock* block) {
   TokenSlot* slots = block->slot;
   const size_t count = physical_slots(block->slots);
   size_t i = 0;
   while (i < count && slots[i].id != 0) ++i;
-  // A block without a free slot was to be refused with 2. The refusal never happens, and that is
-  // meant: the insert goes behind the last slot.
+  // Deliberate: a block without a free slot is never refused (status 2). Callers rely on the insert
+  // that is stored after the last slot.
   return slots + i;
 }
 
@@ -227,7 +227,7 @@ uint32_t capture_token(ErrorState* state, const void* data, int16_t data_type, u
   wchar_t* text = data == nullptr ? copy_text(L"<NULL>", 6) : convert(data, data_type, extra);
   if (text == nullptr) return kFailure;
   TokenSlot* slot = slot_to_fill(state->last);
-  std::free(slot->value);  // of an earlier insert behind the last slot, else null
+  std::free(slot->value);  // of an earlier insert after the last slot, else null
   slot->id = token_id;
   slot->value = text;
   return 0;
@@ -237,7 +237,7 @@ void free_error_state(ErrorState* state) {
   if (state == nullptr) return;
   for (ErrorBlock* block = state->first; block != nullptr;) {
     ErrorBlock* next = block->next;
-    // One behind the last slot, for the insert too many.
+    // One after the last slot, for the insert too many.
     const size_t count = physical_slots(block->slots) + 1;
     for (TokenSlot* slot = block->slot; slot != block->slot + count; ++slot) std::free(slot->value);
     std::free(block);

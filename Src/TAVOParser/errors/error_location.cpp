@@ -23,7 +23,8 @@ const uint16_t* end_of(const ANTLR3_INPUT_STREAM& input) {
   return units(input.data) + input.sizeBuf / sizeof(uint16_t);
 }
 
-// A parser stumbles over a token, a lexer over a character; the end of the input is neither.
+// The offending token of the parser, or the offending character of the lexer; empty at the end of
+// the input.
 Place place_of(pANTLR3_BASE_RECOGNIZER recognizer, const ANTLR3_EXCEPTION& exception) {
   Place place;
   if (recognizer->type == ANTLR3_TYPE_PARSER) {

@@ -1,11 +1,12 @@
-// Where a syntax error is in the whole text: worked out when an error happens, never before.
+// Where a syntax error is in the whole text. Computed only when an error occurs.
 #pragma once
 
 #include <antlr3.h>
 
 namespace tavo {
 
-// Keeps the place of the recognizer's exception for TAVOParser_GetErrorLocation, if it has one.
+// Stores the location of the recognizer's exception, if it has one, for
+// TAVOParser_GetErrorLocation.
 void remember_location(pANTLR3_BASE_RECOGNIZER recognizer);
 
 }  // namespace tavo

@@ -51,12 +51,12 @@ void record_exception(ErrorState* state, const RequestRecord& request,
   const ANTLR3_EXCEPTION* exception =
       recognizer->state == nullptr ? nullptr : recognizer->state->exception;
   if (exception == nullptr) return record_plain(state, TAVO_STATUS_SYNTAX_ERROR_UNPLACED);
-  // A caller's recognizer may say anything: the sum wraps instead of overflowing.
+  // A caller's recognizer may hold any position: the sum wraps instead of overflowing.
   auto position = static_cast<int32_t>(static_cast<uint32_t>(exception->charPositionInLine) + 2);
   if (position == kPositionUnknown) return record_plain(state, TAVO_STATUS_SYNTAX_ERROR_UNPLACED);
   if (exception->type >= ANTLR3_RECOGNITION_EXCEPTION &&
       exception->type <= ANTLR3_FAILED_PREDICATE_EXCEPTION) {
-    // An error that could not be placed is said to be at the end of the input.
+    // An error without a position is reported at the end of the input.
     if (exception->type == ANTLR3_NO_VIABLE_ALT_EXCEPTION &&
         position == kPositionOfFirstCharacter) {
       position = string_length(request);

@@ -1,4 +1,4 @@
-// Hands the calling thread's recorded messages to the platform's error handler.
+// Passes the calling thread's recorded messages to the platform's error handler.
 #include "errors/error_state.h"
 #include "platform/trace.h"
 

@@ -1,5 +1,5 @@
-// The error state of the calling thread: where it hangs, and how it is read and replaced. The two
-// functions here are the only ones that know where the thread block keeps it.
+// The error state of the calling thread: where it is stored, and how it is read and replaced. Only
+// the two functions here know where the thread block keeps it.
 #pragma once
 
 #include <cstring>
@@ -20,7 +20,7 @@ inline void set_error_state_of(void* thread_block, ErrorState* state) {
   std::memcpy(static_cast<char*>(thread_block) + kErrorStateSlotOffset, &state, sizeof state);
 }
 
-// Fetches the calling thread's block. A platform that answers 0 without a block counts as failed.
+// Fetches the calling thread's block. A platform that returns 0 without a block counts as failed.
 uint32_t get_thread_block(void** block);
 
 // The work of the exports of the same names, without a trace frame.

@@ -1,7 +1,7 @@
-// The suite's platform, as far as this library knows it: the one place where its prototypes stand.
-// The functions come from libTAVOOSLibUnix (locking, tracing), libTAVODataCnvLib (data conversion)
-// and libTAVOErrorHandler (thread blocks, error lists); libTAVOEnvLib and libTAVOProvider are
-// loaded beside them. platform/ holds the embedded default of each.
+// The suite's platform as this library uses it: the only declarations of its functions. The
+// functions come from libTAVOOSLibUnix (locking, tracing), libTAVODataCnvLib (data conversion) and
+// libTAVOErrorHandler (thread blocks, error lists); libTAVOEnvLib and libTAVOProvider are loaded
+// with them. platform/ has the embedded default of each.
 //
 // Every function returns 0 for success unless it says otherwise.
 #pragma once
@@ -12,16 +12,16 @@
 extern "C" {
 
 // ---- locking -----------------------------------------------------------------------------------
-// Recursive mutexes. The embedded platform answers misuse (a handle that was destroyed or never
-// made, an unlock by another thread, a destroy while it is held) with a status. A null handle is
-// accepted by lock and unlock. The second argument of MutexLock is 0.
+// Recursive mutexes. The embedded platform returns a status for misuse (a handle that was destroyed
+// or never created, an unlock by another thread, a destroy while it is held). Lock and unlock
+// accept a null handle. The second argument of MutexLock is 0.
 
 uint32_t MutexCreate(void** mutex);
 uint32_t MutexDestroy(void* mutex);
 uint32_t MutexLock(void* mutex, uint32_t zero);
 uint32_t MutexUnLock(void* mutex);
-// Atomically adds 1 to *count, holding the mutex meanwhile unless it is null. The result is a
-// status, not the new value.
+// Atomically adds 1 to *count while holding the mutex, unless that is null. The result is a status,
+// not the new value.
 uint32_t LockedIncrement(int32_t* count, void* mutex);
 
 // ---- tracing -----------------------------------------------------------------------------------
@@ -40,8 +40,8 @@ inline constexpr uint16_t kTraceResolved = 0x9200;
 
 // A function's frame: automatic, zeroed, from KNL_FuncPro to KNL_FuncEpi.
 struct TraceFrame {
-  uint8_t tracing;  // out: entry, result and exit records are wanted
-  uint8_t detail;   // out: parameter records are wanted too
+  uint8_t tracing;  // out: write entry, result and exit records
+  uint8_t detail;   // out: write parameter records, too
   uint8_t reserved[6];
   TraceDescriptor* descriptor;  // out
   uint8_t platform[240];        // for the platform's own use
@@ -83,7 +83,7 @@ static_assert(sizeof(TraceRecord) == 24 + 12 * 32);
 
 // Resolves a descriptor and sets its marker.
 uint32_t IOQ_TRC_ResFmid(uint32_t function_id, void* descriptor, uint32_t zero);
-// Opens a function's frame. A non-zero result makes the function return it at once.
+// Opens a function's frame. On a non-zero result the function returns it at once.
 uint32_t KNL_FuncPro(void* frame, void* descriptor);
 uint32_t KNL_FuncEpi(void* frame);
 uint32_t KNL_Trace_RecordDiagnostic(void* record);
@@ -93,14 +93,15 @@ uint32_t TAVOSetTraceLevel(const char* text);
 
 // ---- thread blocks and error lists -------------------------------------------------------------
 
-// Where the pointer to the error state stands in a thread block, in bytes.
+// Offset of the pointer to the error state in a thread block, in bytes.
 inline constexpr size_t kErrorStateSlotOffset = 0;
 
-// The low 16 bits of the reason with which TAVOCleanThreadBlock calls back for a block that goes.
+// The low 16 bits of the reason that TAVOCleanThreadBlock passes to its callback for a block that
+// it will free.
 inline constexpr uint64_t kReasonCleanUp = 3;
 
-// The calling thread's block, made at its first call; the same one until it is cleaned. When a
-// thread ends, the platform frees its block and the error state in the slot, all from calloc.
+// The calling thread's block, created at its first call; the same one until it is cleaned. When a
+// thread ends, the platform frees its block and the error state in it; both come from calloc.
 uint32_t TAVOGetThreadBlock(void** block);
 // Calls callback(reason, null, block) for every thread's block, then frees the blocks.
 uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*));
@@ -110,7 +111,7 @@ uint32_t GetFormattedErrorMsg(void* request);
 
 // ---- data conversion ---------------------------------------------------------------------------
 
-// Describes the code page of 8-bit text; zeroed, kind and number filled in.
+// Describes the code page of 8-bit text; zeroed except for kind and number.
 struct ConversionDescriptor {
   uint8_t kind;  // 0 any number, 1 an IBM CCSID, 2 a Windows code page
   uint8_t reserved0[3];
@@ -119,28 +120,28 @@ struct ConversionDescriptor {
 };
 static_assert(sizeof(ConversionDescriptor) == 64);
 
-// No conversion of text substitutes or drops a character: malformed text, a character that the
-// target lacks, an unknown code page and a buffer that is too small are statuses. After a failure
-// *count is as it was and dst holds an empty text. Texts of the TAVOCnv functions are always
-// terminated inside dst; the three Convert functions terminate when a unit is left for it. A zero
-// inside a given length is a character. The conversions work before TAVOInitDataConversion, too.
+// No text conversion substitutes or drops a character: malformed text, a character that the target
+// lacks, an unknown code page and a buffer that is too small each have a status. After a failure
+// *count is unchanged and dst is empty. The TAVOCnv functions always terminate the text inside dst;
+// the three Convert functions terminate it when a unit is left. A zero inside a given length is a
+// character. The conversions also work before TAVOInitDataConversion.
 
 uint32_t TAVOInitDataConversion(void);
 uint32_t TAVOTermDataConversion(void);
 
-// 8-bit text to wide text. *length: bytes of text, only read. dst_bytes: size of dst in bytes.
-// *count: out, characters written, terminator not counted. descriptor: a ConversionDescriptor, or
-// null for the default code page.
+// 8-bit text to wide text. *length: in, bytes of text. dst_bytes: size of dst in bytes. *count:
+// out, characters written, terminator not counted. descriptor: a ConversionDescriptor, or null for
+// the default code page.
 uint32_t TAVOCnvCharToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                  uint32_t dst_bytes, uint32_t* count, const void* descriptor);
-// The same for text behind a 16-bit length in bytes, and for terminated text; *length is not looked
-// at and may be null.
+// The same for text after a 16-bit length in bytes, and for terminated text; *length is not read,
+// and length may be null.
 uint32_t TAVOCnvVarcharToWVarcharSz(const void* length_prefixed, int32_t* length, wchar_t* dst,
                                     uint32_t dst_bytes, uint32_t* count, const void* descriptor);
 uint32_t TAVOCnvVarcharSzToWVarcharSz(const char* text, int32_t* length, wchar_t* dst,
                                       uint32_t dst_bytes, uint32_t* count, const void* descriptor);
-// Wide text to wide text; *length_bytes: bytes of text, only read; not looked at for text behind a
-// 16-bit length in bytes, which need not be aligned.
+// Wide text to wide text; *length_bytes: in, bytes of text; not read for text after a 16-bit length
+// in bytes, which need not be aligned.
 uint32_t TAVOCnvWCharToWVarcharSz(const wchar_t* text, int32_t* length_bytes, wchar_t* dst,
                                   uint32_t dst_bytes, uint32_t* count);
 uint32_t TAVOCnvWVarcharToWVarcharSz(const void* length_prefixed, int32_t* length_bytes,
@@ -158,12 +159,13 @@ uint32_t TAVOCnvSmallUIntToWVarcharSz(const uint16_t*, wchar_t* dst, uint32_t ds
 uint32_t TAVOGetStringFromTS(const void* value, int16_t data_type, wchar_t* dst, uint32_t dst_bytes,
                              uint32_t* count);
 // Terminated wide text to numbers: an optional sign (no minus for ToUInt) and digits, nothing else.
-// Non-zero, and the number untouched, when the text is no number of that kind or out of range.
+// Non-zero, with the number untouched, when the text is not a number of that kind or is out of
+// range.
 uint32_t TAVOCnvWVarcharSzToInt(const wchar_t*, int32_t*);
 uint32_t TAVOCnvWVarcharSzToLongLong(const wchar_t*, int64_t*);
 uint32_t TAVOCnvWVarcharSzToUInt(const wchar_t*, uint32_t*);
-// Wide text to 8-bit text. The text ends at its terminator or after *length bytes, 4 a character,
-// whichever is first; length may be null. *count: out, bytes written, terminator not counted.
+// Wide text to 8-bit text. The text ends at its terminator or after *length bytes, 4 per character,
+// whichever comes first; length may be null. *count: out, bytes written, terminator not counted.
 uint32_t TAVOCnvWVarcharSzToVarcharSz(const wchar_t*, int32_t* length, char* dst,
                                       uint32_t dst_bytes, uint32_t* count, const void* descriptor);
 // UTF-16 to 8-bit text in UTF-8, destination first; *produced: bytes written.

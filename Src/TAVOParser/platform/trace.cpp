@@ -1,4 +1,4 @@
-// What a trace frame does while tracing is on.
+// The work of a trace frame while tracing is on.
 #include "platform/trace.h"
 
 #include <cstring>

@@ -1,5 +1,6 @@
 // The trace frame that every status-returning export of the service, array, error, token-text,
-// record and validation groups opens. Off, it costs the platform's two calls and nothing else.
+// record and validation groups opens. While tracing is off, it costs only the two calls into the
+// platform.
 #pragma once
 
 #include <cstring>
@@ -9,7 +10,7 @@
 
 namespace tavo {
 
-// Function identifiers: three are given, the others continue and are never reused.
+// Function identifiers: three are predefined, the others follow them; none is ever reused.
 enum FunctionId : uint32_t {
   kIdParserInit = 0x20801,
   kIdParserService = 0x20802,
@@ -39,8 +40,8 @@ enum FunctionId : uint32_t {
   kIdCopyPrvStruct = 0x2081A,
 };
 
-// A value for a trace, kept as a copy. The names are short fixed texts, the values are addresses,
-// numbers and fixed texts: texts of a statement never reach a trace, since they may be secret.
+// A copy of a value for a trace. Names are short constants; values are addresses, numbers and
+// constant texts. Text of a statement never reaches a trace, since it may be secret.
 struct TraceValue {
   const char* name;
   uint32_t length;  // in bytes
@@ -62,17 +63,17 @@ inline TraceValue trace_text(const char* name, const char* text) {
   return {name, static_cast<uint32_t>(std::strlen(text)), kTraceText, {.text = text}};
 }
 
-// What is written while tracing is on.
+// Write trace records. Call only when tracing is on.
 [[gnu::noinline]] void record_entry(const TraceFrame& frame, uint32_t line,
                                     std::initializer_list<TraceValue> values);
 [[gnu::noinline]] void record_result(const TraceFrame& frame, uint32_t line, uint32_t status);
 [[gnu::noinline]] void record_note(const TraceFrame& frame, uint32_t line, const char* text);
 
-// Keeps a frame open. Use it through TAVO_TRACE_FUNCTION. The platform sees the frame and nothing
-// else of it, so that the compiler can keep the rest in registers.
+// Keeps a frame open. Use it through TAVO_TRACE_FUNCTION. The platform sees only the frame, so the
+// compiler can keep the other members in registers.
 class Trace {
  public:
-#ifdef TAVO_NO_TRACE  // a build that tells by comparison what tracing costs while it is off
+#ifdef TAVO_NO_TRACE  // a build that measures what disabled tracing costs
   Trace(TraceFrame& frame, TraceDescriptor&, uint32_t) noexcept
       : frame_(frame), refused_(0), open_(false) {}
 #else
@@ -91,27 +92,27 @@ class Trace {
     if (open_) KNL_FuncEpi(&frame_);
   }
 
-  // Non-zero: the function returns this at once.
+  // When non-zero, the function returns it at once.
   uint32_t refused() const {
     return refused_;
   }
   bool on() const {
     return __builtin_expect(frame_.tracing != 0, 0);
   }
-  // To be called only when tracing is on.
+  // Call only when tracing is on.
   void entry(uint32_t line, std::initializer_list<TraceValue> values) {
     record_entry(frame_, line, values);
   }
-  // What went wrong, in words of our own.
+  // Records a constant text that says what went wrong.
   void note(uint32_t line, const char* text) {
     if (on()) record_note(frame_, line, text);
   }
-  // Writes the result and exit records; to be used in the function's return statement.
+  // Writes the result and exit records; for the function's return statement.
   uint32_t leave(uint32_t line, uint32_t status) {
     if (on()) record_result(frame_, line, status);
     return status;
   }
-  // Leaves the frame open: for the one path on which the epilogue is skipped.
+  // Leaves the frame open, for the one path that skips the epilogue.
   void skip_epilogue() {
     open_ = false;
   }
@@ -124,14 +125,14 @@ class Trace {
 
 }  // namespace tavo
 
-// Opens the frame `trace` of the function it stands in; on refusal the function returns its code,
-// cast to the type it returns.
+// Opens the frame `trace` of the enclosing function. When the platform refuses, the function
+// returns the platform's code, cast to its return type.
 #define TAVO_TRACE_FUNCTION(function_id, return_type)                \
   static TraceDescriptor trace_descriptor = {0, 0, 0, __func__, {}}; \
   TraceFrame trace_frame{};                                          \
   ::tavo::Trace trace(trace_frame, trace_descriptor, function_id);   \
   if (trace.refused() != 0) return static_cast<return_type>(trace.refused())
-// Makes its values only when they are wanted.
+// Evaluates its values only when tracing is on.
 #define TAVO_TRACE_ENTRY(...) \
   if (trace.on()) trace.entry(__LINE__, {__VA_ARGS__})
 #define TAVO_TRACE_RETURN(status) return trace.leave(__LINE__, status)

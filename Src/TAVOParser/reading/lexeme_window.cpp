@@ -18,7 +18,7 @@ LexemeToken* LexemeWindow::read_from(const uint16_t* place, const uint16_t* stop
     const uint16_t* next = lexeme.stop;
     LexemeToken* token = nullptr;
     if (lexeme.type == 0) {
-      // What a broken rule had taken is dropped with the character it stumbled over.
+      // Drops the characters that the failed rule consumed and the offending character.
       if (first_broken_.error == RecognitionError::kNone) {
         first_broken_ = {lexeme.error(), lexeme.stop};
       }

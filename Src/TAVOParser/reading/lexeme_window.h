@@ -1,5 +1,5 @@
-// The tokens that a pass over a text may still look at, straight from the scanner: the table
-// engine's token source where there is no runtime.
+// The tokens that a pass over a text may still read, directly from the scanner: the table engine's
+// token source without the runtime.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ struct LexemeToken {
   const uint16_t* stop;
 };
 
-// What the lexer stumbled over first: a character, or the end of the text.
+// The first lexical error: the offending character, or the end of the text.
 struct BrokenLexeme {
   RecognitionError error = RecognitionError::kNone;
   const uint16_t* offending = nullptr;
@@ -27,7 +27,7 @@ class LexemeWindow {
  public:
   using Token = LexemeToken*;
 
-  // Reads UTF-16 text that has so many units of 0 after it.
+  // Reads UTF-16 text that is followed by that many zero units.
   LexemeWindow(const uint16_t* text, size_t units, size_t zeros_after)
       : next_(units != 0 && *text == kByteOrderMark ? text + 1 : text),
         end_(text + units),
@@ -36,19 +36,19 @@ class LexemeWindow {
   LexemeWindow(const LexemeWindow&) = delete;
   LexemeWindow& operator=(const LexemeWindow&) = delete;
 
-  // The next token, hidden ones left out; the end of the input from the end on.
+  // The next visible token; at the end, the end of the input.
   LexemeToken* current() {
     if (current_ == nullptr) current_ = read();
     return current_;
   }
-  // The same, and goes on after it. The token stays as it is until three more have been read.
+  // The same, and advances past it. The token stays valid until three more have been read.
   LexemeToken* take() {
     LexemeToken* token = current();
     current_ = nullptr;
     return token;
   }
-  // Takes the token after a sign without making a token of the sign, if the next token has not been
-  // read yet and is this sign. Null says only that it has to be read.
+  // Skips a sign without creating a token for it and takes the token after it, if the next token is
+  // this sign and has not been read yet. Null means only that it has to be read.
   LexemeToken* take_behind(Sign sign) {
     if (current_ != nullptr) [[unlikely]] {
       return nullptr;
@@ -60,7 +60,7 @@ class LexemeWindow {
     next_ = place + 1;
     return read();
   }
-  // Reads on to the end, for the broken places there.
+  // Reads to the end, to find lexical errors there.
   void read_to_end() {
     current_ = nullptr;
     while (read() != &end_of_input_) {
@@ -75,7 +75,7 @@ class LexemeWindow {
   // A rule holds its keyword, the sign after it and the value.
   static constexpr size_t kSlots = 4;
 
-  // The next place that is no space, the hidden token that is met most.
+  // The next place that is not a space; spaces are the most frequent hidden token.
   const uint16_t* skip_spaces() const {
     const uint16_t* place = next_;
     while (place != end_ && *place == ' ') ++place;
@@ -89,7 +89,7 @@ class LexemeWindow {
       return &end_of_input_;
     }
     const Lexeme lexeme = scan(place, end_, readable_);
-    // Nearly all visible tokens are plain: neither broken nor with line ends.
+    // Nearly all visible tokens are plain: without errors and line ends.
     if (lexeme.traits != 0) [[unlikely]] {
       return read_from(place, lexeme.stop, lexeme.type, lexeme.traits);
     }
@@ -101,13 +101,13 @@ class LexemeWindow {
     next_ = stop;
     return token;
   }
-  // Goes on from a lexeme that has been read: its place and its parts, which fit registers.
+  // Continues from a lexeme that has been read, passed in parts that fit in registers.
   LexemeToken* read_from(const uint16_t* place, const uint16_t* stop, uint32_t type,
                          uint32_t traits);
 
   const uint16_t* next_;
   const uint16_t* end_;
-  const uint16_t* readable_;        // end of what may be read, zeros after the text included
+  const uint16_t* readable_;        // end of readable memory: the text and the zeros after it
   LexemeToken* current_ = nullptr;  // null: not read yet
   uint32_t newest_ = 0;
   uint32_t pairs_ = 0;  // surrogate pairs before next_

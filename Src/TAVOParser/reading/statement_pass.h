@@ -1,7 +1,7 @@
 // One statement, read in one pass: the grammar tables over the scanner's lexemes, pairs stored as
-// they are found, the provider's rules at the end. Says what a sizing run and a filling run of
-// Parser_Service say, without the runtime, without memory of its own and without a platform's
-// conversion. Nothing is recorded for a thread.
+// they are found, the provider's rules at the end. The results equal those of a sizing run and a
+// filling run of Parser_Service, without the runtime, without allocations and without the
+// platform's conversions. Nothing is recorded for a thread.
 #pragma once
 
 #include <cstddef>
@@ -19,10 +19,10 @@ struct PassText {
 
   const uint16_t* units = nullptr;  // UTF-16 without lone halves of pairs
   uint32_t unit_count = 0;
-  // The same text in wide characters, with room for one more. The pass ends stored texts in it, in
-  // the place of the sign or blank after each: it is no longer the text then.
+  // The same text in wide characters, with space for one more. The pass terminates stored texts in
+  // it, in place of the sign or blank after each, and so changes it.
   wchar_t* wide = nullptr;
-  // What a syntax error at the first character is said to be at: characters, or bytes of 8-bit
+  // The reported position of a syntax error at the first character: characters, or bytes of 8-bit
   // text.
   uint32_t reported_length = 0;
 };

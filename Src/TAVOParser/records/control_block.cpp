@@ -18,7 +18,7 @@ void copy_fields(const void* internal, CtrlBlkX& external) {
   tavo::copy_from(external.q48, internal, 56);
 }
 
-// The field that many links down the chain, or the last one before that.
+// The field that is `links` links down the chain, or the last one.
 FieldDefX* field_at(FieldDefX* field, int16_t links) {
   for (int16_t i = 0; i < links && field != nullptr && field->next != nullptr; ++i) {
     field = field->next;
@@ -43,7 +43,8 @@ uint32_t build_chains(const void* internal, CtrlBlkX& external) {
 
 uint32_t convert(const void* internal, CtrlBlkX* external) {
   if (internal == nullptr || external == nullptr) return TAVO_RECORD_STATUS_NULL;
-  // Meant: header and copied fields stay written when a chain cannot be built.
+  // Deliberate: the header and the copied fields stay written when a chain cannot be built, since
+  // callers read them after a failure.
   copy_fields(internal, *external);
   external->fields = nullptr;
   external->groups = nullptr;

@@ -10,7 +10,7 @@ uint32_t convert(const void* internal, FieldDefX* external) {
   external->next = nullptr;
   tavo::write_header(*external, "FLDX");
   tavo::copy_from(external->f16, internal, 16);
-  // Internal bytes 40 to 47 have no place in the external form.
+  // Internal bytes 40 to 47 are not part of the external form.
   tavo::copy_from(external->f40, internal, 48);
   tavo::copy_from(external->f48, internal, 56);
   tavo::copy_from(external->f56, internal, 64);

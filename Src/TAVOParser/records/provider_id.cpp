@@ -12,13 +12,13 @@ struct ProviderNumber {
 
 constexpr uint32_t kUnknownProvider = 11;
 
-// Meant: the numbers are the contract and follow no order of the names.
+// Deliberate: the numbers are a contract with callers and do not follow the order of the names.
 constexpr ProviderNumber kProviderNumbers[] = {
     {"CCN", 1},  {"NID", 2}, {"EML", 3},   {"AFF", 4},     {"COL", 4},    {"AGE", 6},
     {"HASH", 5}, {"LKP", 7}, {"DSWAP", 8}, {"CDSWAP", 10}, {"DDSWAP", 9},
 };
 
-// ASCII only, so that the process's language does not matter.
+// ASCII only, so that the locale does not matter.
 constexpr char upper(char character) {
   return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
                                               : character;

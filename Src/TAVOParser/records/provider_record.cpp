@@ -17,7 +17,7 @@ bool has_buffers(const ProviderTargetRecord& dst) {
   return true;
 }
 
-// The text of the source, or an empty one in the place of a null.
+// The text of the source, or an empty one for a null pointer.
 const wchar_t* text_of(const ProviderSourceRecord& src, size_t i) {
   return src.text[i] == nullptr ? L"" : src.text[i];
 }
@@ -38,7 +38,8 @@ uint32_t copy_texts(ProviderTargetRecord& dst, const ProviderSourceRecord& src,
       const uint32_t status = convert_text(src, i, dst.buffers[i], dst.bufferSize[i], descriptor);
       if (status != 0) return status;
     } else {
-      // Meant: as wcsncpy does it, a text that fills its buffer is not terminated.
+      // Deliberate: as with wcsncpy, a text that fills its buffer is not terminated; callers rely
+      // on all its characters.
       std::wcsncpy(static_cast<wchar_t*>(dst.buffers[i]), text_of(src, i),
                    dst.bufferSize[i] / sizeof(wchar_t));
     }
@@ -49,7 +50,8 @@ uint32_t copy_texts(ProviderTargetRecord& dst, const ProviderSourceRecord& src,
 uint32_t copy(ProviderTargetRecord* dst, const ProviderSourceRecord* src,
               const ConversionDescriptor& descriptor, char form) {
   if (dst == nullptr || src == nullptr || !has_buffers(*dst)) return TAVO_RECORD_STATUS_NULL;
-  // Meant: these stay written when a conversion fails.
+  // Deliberate: these stay written when a conversion fails, since callers read them after a
+  // failure.
   dst->b8 = src->b16;
   dst->b9 = src->b17;
   dst->h10 = src->h18;

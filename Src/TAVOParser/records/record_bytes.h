@@ -10,7 +10,7 @@
 
 namespace tavo {
 
-// The value at a byte of a record, which may stand at any address.
+// The value at a byte of a record, of any alignment.
 template <typename Value>
 Value read_at(const void* record, size_t offset) {
   Value value;
@@ -43,7 +43,7 @@ inline void free_chain(void* head) {
   }
 }
 
-// Appends a zeroed node to a chain. Returns it, or null for refused memory.
+// Appends a zeroed node to a chain. Returns it, or null when memory cannot be allocated.
 template <typename Node>
 Node* append_node(Node**& tail) {
   auto* const node = static_cast<Node*>(std::calloc(1, sizeof(Node)));
@@ -53,8 +53,8 @@ Node* append_node(Node**& tail) {
   return node;
 }
 
-// Builds an external chain from an internal one, in the same order. fill(source, node) returns 0
-// or the failure that ends the work; no_memory is the failure of a node that cannot be had.
+// Builds an external chain from an internal one, in the same order. fill(source, node) returns 0 or
+// the failure that stops the build; no_memory is the failure when a node cannot be allocated.
 // The nodes built so far stay in the chain.
 template <typename Node, typename Fill>
 uint32_t build_chain(const void* source, Node*& head, uint32_t no_memory, const Fill& fill) {

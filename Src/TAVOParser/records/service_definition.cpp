@@ -1,4 +1,4 @@
-// The service definition with its chain of operator definitions, and what frees them.
+// The service definition with its chain of operator definitions, and the functions that free them.
 #include "TAVOServiceRecords.h"
 #include "platform/trace.h"
 #include "records/record_bytes.h"
@@ -23,7 +23,8 @@ uint32_t convert(const void* third, const void* internal, SvcDefX* external) {
   if (third == nullptr || internal == nullptr || external == nullptr) {
     return TAVO_RECORD_STATUS_NULL;
   }
-  // Meant: header and copied fields stay written when the chain cannot be built.
+  // Deliberate: the header and the copied fields stay written when the chain cannot be built, since
+  // callers read them after a failure.
   copy_fields(third, internal, *external);
   external->operators = nullptr;
   const uint32_t status = tavo::build_chain(

@@ -6,14 +6,14 @@
 
 namespace {
 
-int32_t giParserRefCnt = 0;    // starts that were not stopped yet
+int32_t giParserRefCnt = 0;    // starts that have not been stopped yet
 void* hParserMutex = nullptr;  // guards the count's decrement
 
-// Makes the first start and the last stop one step each, seen from other threads: a start must not
-// meet thread blocks that a stop is still cleaning.
+// Makes the first start and the last stop atomic for other threads: a start must not see thread
+// blocks that a stop is still cleaning.
 std::mutex start_and_stop;
 
-// Through atomics, since LockedIncrement changes the count while another thread may look at it.
+// Atomic, since LockedIncrement changes the count while another thread may read it.
 int32_t reference_count() {
   return __atomic_load_n(&giParserRefCnt, __ATOMIC_ACQUIRE);
 }
@@ -22,7 +22,7 @@ void* mutex() {
   return hParserMutex;
 }
 
-// The handle goes with the mutex, so that a stop too many never locks what is gone.
+// The handle is cleared with the mutex, so that a stop too many never locks a destroyed one.
 uint32_t destroy_mutex() {
   void* gone = hParserMutex;
   hParserMutex = nullptr;
@@ -32,17 +32,18 @@ uint32_t destroy_mutex() {
 uint32_t start_first() {
   const uint32_t status = MutexCreate(&hParserMutex);
   if (status != 0) return status;
-  // When this fails the mutex stays in place and the count is not raised, and that is meant.
+  // Deliberate: when this fails, the mutex is kept and the count is not raised; kept for callers,
+  // which get the code and may start again.
   return TAVOInitDataConversion();
 }
 
 uint32_t stop_last() {
   const uint32_t unlocked = MutexUnLock(mutex());
   if (unlocked != 0) {
-    MutexUnLock(mutex());  // once more, as meant; the first failure counts
+    MutexUnLock(mutex());  // deliberate: a second unlock; the first failure counts
     return unlocked;
   }
-  // All three run whatever the others answer; the first failure counts.
+  // All three run, whatever the others return; the first failure counts.
   const uint32_t cleaned = TAVOCleanThreadBlock(PsrCleanCallBack);
   const uint32_t ended = TAVOTermDataConversion();
   const uint32_t destroyed = destroy_mutex();
@@ -62,7 +63,8 @@ uint32_t Parser_Init(void) noexcept {
     if (status != 0) TAVO_TRACE_RETURN(status);
   }
   const uint32_t status = LockedIncrement(&giParserRefCnt, mutex());
-  // Even when others use the mutex, and that is meant; the increment's code counts.
+  // Deliberate: the mutex is destroyed even when others use it, and the increment's code is
+  // returned; kept for callers.
   if (status != 0) destroy_mutex();
   TAVO_TRACE_RETURN(status);
 }
@@ -78,7 +80,7 @@ uint32_t Parser_Term(void) noexcept {
     MutexUnLock(mutex());
     TAVO_TRACE_RETURN(0);
   }
-  // One stop too many leaves the mutex locked, and that is meant.
+  // Deliberate: one stop too many leaves the mutex locked and returns 0; callers rely on the 0.
   if (count < 0) TAVO_TRACE_RETURN(0);
   TAVO_TRACE_RETURN(stop_last());
 }
@@ -87,7 +89,7 @@ void* PsrCleanCallBack(uint64_t reason, void*, void* threadBlock) noexcept {
   if ((reason & 0xFFFF) != kReasonCleanUp) {
     return reinterpret_cast<void*>(static_cast<uintptr_t>(reason));
   }
-  // A state that could not be released stays in its slot, where it is not lost.
+  // A state that could not be freed stays in its slot, so that it is not lost.
   if (threadBlock != nullptr && TermErrors(tavo::error_state_of(threadBlock)) == 0) {
     tavo::set_error_state_of(threadBlock, nullptr);
   }

@@ -14,7 +14,7 @@
 namespace tavo {
 namespace {
 
-// A problem with the request itself: recorded and returned, without touching the request's flag.
+// Records and returns a problem with the request itself, without touching the request's flag.
 uint32_t refuse(ErrorState* state, uint32_t status, uint32_t converter_code = 0) {
   constexpr int16_t kUnsignedInteger = 10;
   const bool has_insert = status == TAVO_STATUS_TEXT_NOT_CONVERTIBLE;
@@ -25,7 +25,7 @@ uint32_t refuse(ErrorState* state, uint32_t status, uint32_t converter_code = 0)
   return status;
 }
 
-// Replaces the thread's error state by a new one.
+// Replaces the thread's error state with a new one.
 uint32_t renew_error_state(void* block, ErrorState** state) {
   const uint32_t status = TermErrors(error_state_of(block));
   if (status != 0) return status;
@@ -76,8 +76,8 @@ extern "C" uint32_t Parser_Service(RequestRecord* request) noexcept {
   if (request->sStructVer <= TAVO_REQUEST_VERSION_REFUSED) {
     TAVO_TRACE_RETURN(TAVO_STATUS_REQUEST_TOO_OLD);
   }
-  // Process-wide, always the same value; written only when it is another one, since threads that
-  // write to one place wait for each other.
+  // Process-wide, always the same value. Written only when it differs, since threads that write to
+  // one cache line wait for each other.
   if (__atomic_load_n(&SetKeyValuePair, __ATOMIC_RELAXED) != &SetKeyValuePairW) {
     __atomic_store_n(&SetKeyValuePair, &SetKeyValuePairW, __ATOMIC_RELAXED);
   }

@@ -8,8 +8,7 @@
 
 namespace tavo {
 
-// Wide text of a request. It is copied only when it comes as 8-bit text; a short copy needs no
-// memory of its own.
+// Wide text of a request. Only 8-bit text is copied; a short copy needs no allocation.
 class ParameterText {
  public:
   ParameterText() = default;
@@ -18,7 +17,7 @@ class ParameterText {
   ~ParameterText();
 
   // Fetches or converts the text. Returns 0 or TAVO_STATUS_NO_MEMORY_FOR_TEXT,
-  // TAVO_STATUS_TEXT_NOT_CONVERTIBLE (converter_code tells why), TAVO_STATUS_UNKNOWN_TEXT_FORM or
+  // TAVO_STATUS_TEXT_NOT_CONVERTIBLE (converter_code says why), TAVO_STATUS_UNKNOWN_TEXT_FORM or
   // TAVO_STATUS_TEXT_POINTER_NULL.
   uint32_t fetch(const RequestRecord& request);
 

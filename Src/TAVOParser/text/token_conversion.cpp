@@ -27,7 +27,7 @@ uint32_t set_trace_level(RequestRecord* request, TokenText level, uint32_t value
     level.units += level.count != 0 ? 1 : 0;
     level.count = level.count < 2 ? 0 : level.count - 2;
   }
-  // A character outside the code page's single bytes makes the conversion fail, never overrun.
+  // A character that needs more than one byte makes the conversion fail, never overrun.
   const ByteText text(static_cast<char*>(std::calloc(size_t{level.count} + 1, 1)));
   if (text == nullptr) return reject(request, TAVO_STATUS_NO_MEMORY_FOR_TRACE_LEVEL);
   uint32_t produced = 0;

@@ -1,5 +1,5 @@
-// The text of a recognizer token, without the string objects of the runtime, whose factory only
-// grows.
+// The text of a recognizer token, without the runtime's string objects, whose factory never frees
+// any.
 #pragma once
 
 #include <antlr3.h>
@@ -22,7 +22,7 @@ inline TokenText token_text(pANTLR3_COMMON_TOKEN token) {
       return {kEndOfInput, 5};
     if (token->input == nullptr || token->stop < token->start) [[unlikely]]
       return {};
-    // The runtime keeps the addresses of the first and of the last byte.
+    // The runtime stores the addresses of the first and of the last byte.
     const auto bytes = static_cast<size_t>(token->stop - token->start) + 1;
     return {reinterpret_cast<const uint16_t*>(static_cast<intptr_t>(token->start)),
             static_cast<uint32_t>(bytes / sizeof(uint16_t))};

@@ -12,7 +12,7 @@ constexpr bool is_low_surrogate(uint32_t unit) {
   return (unit & 0xFFFFFC00u) == 0xDC00u;
 }
 
-// One past the character at text, which is before end: half a pair alone is a character too.
+// One past the character at text, which is before end. An unpaired surrogate is a character, too.
 constexpr const uint16_t* next_character(const uint16_t* text, const uint16_t* end) {
   const bool pair = is_high_surrogate(*text) && text + 1 != end && is_low_surrogate(text[1]);
   return text + (pair ? 2 : 1);

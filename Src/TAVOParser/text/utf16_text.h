@@ -1,4 +1,4 @@
-// A UTF-16 copy of wide text, with zeros behind it.
+// A UTF-16 copy of wide text, followed by zeros.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,10 @@
 
 namespace tavo {
 
-// Short texts need no memory of their own.
+// Short texts need no allocation.
 class Utf16Text {
  public:
-  // Units behind the text that may be read; they are 0.
+  // Code units after the text that may be read; they are 0.
   static constexpr size_t kZeros = 16;
 
   Utf16Text() = default;
@@ -26,9 +26,9 @@ class Utf16Text {
 
   // Returns 0, TAVO_STATUS_NO_MEMORY_FOR_TEXT or TAVO_STATUS_TEXT_NOT_CONVERTIBLE.
   uint32_t convert(const wchar_t* text, uint32_t characters) {
-    constexpr uint32_t kLongest = INT32_MAX / sizeof(wchar_t);  // lengths in bytes are 32 bits
+    constexpr uint32_t kLongest = INT32_MAX / sizeof(wchar_t);  // lengths in bytes have 32 bits
     if (characters > kLongest) return TAVO_STATUS_NO_MEMORY_FOR_TEXT;
-    // A character above U+FFFF takes two units; most texts have none.
+    // A character above U+FFFF needs two units; most texts have none.
     size_t room = kShort;
     if (characters >= kShort / 2) {
       room = size_t{characters} + count_above_bmp(text, characters) + 1;

@@ -24,7 +24,8 @@ Unit* swap_until_zero(Unit* units) {
   return units;
 }
 
-// Meant: the byte count is compared before each unit, so an odd rest swaps one whole unit more.
+// Deliberate: the byte count is compared before each unit, so an odd remainder swaps one more whole
+// unit; callers rely on it.
 template <typename Unit>
 Unit* swap_counted(Unit* units, int32_t bytes) {
   if (units == nullptr) return nullptr;

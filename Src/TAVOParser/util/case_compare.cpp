@@ -1,4 +1,4 @@
-// Comparison without regard to case, with the scratch pair that outlives the call.
+// Case-insensitive comparison, with the scratch pair that outlives the call.
 #include <atomic>
 #include <cwctype>
 #include <limits>
@@ -7,9 +7,9 @@
 
 namespace {
 
-// The last compared characters, lower-cased. Meant: one pair per function in the whole process,
-// which an empty text answers from. A call works on a copy and publishes it at its end, so the
-// sharing is defined; one thread sees no difference.
+// The last compared characters in lowercase. Deliberate: one pair per function and process, which
+// gives the result for an empty text; callers rely on that result. A call works on a copy and
+// publishes it at its end, so that sharing is defined behavior; a single thread sees no difference.
 struct ScratchPair {
   std::atomic<uint32_t> first{0};
   std::atomic<uint32_t> second{0};
@@ -35,7 +35,7 @@ int32_t compare(const wchar_t* first, const wchar_t* second, uint64_t limit, Scr
   uint64_t i = 0;
   bool differ = false;
   for (; i < limit && first[i] != L'\0' && second[i] != L'\0' && !differ; ++i) {
-    // Characters that are the same need no lower case to be equal.
+    // Identical characters are equal without conversion to lowercase.
     differ = first[i] != second[i] && lower(first[i]) != lower(second[i]);
   }
   if (i > 0) {
@@ -47,7 +47,7 @@ int32_t compare(const wchar_t* first, const wchar_t* second, uint64_t limit, Scr
   if (differ) return static_cast<int32_t>(a - b);
   if (i == limit) return 0;
   if (first[i] == second[i]) return 0;
-  // Meant: a difference in length is answered with the pair, not with the characters that follow.
+  // Deliberate: for texts of different lengths the pair decides, not the characters that follow.
   return static_cast<int32_t>(second[i] == L'\0' ? a : 0u - b);
 }
 

@@ -9,10 +9,11 @@ namespace {
 constexpr uint32_t kOk = 0;
 constexpr uint32_t kNoDisplay = TAVO_TYPE_STATUS_NO_DISPLAY;
 constexpr uint32_t kUnknown = TAVO_TYPE_STATUS_UNKNOWN;
-// Meant: a date held as text has its length stored and is answered with a code all the same.
+// Deliberate: for a date stored as text the length is stored and a code is returned; callers read
+// both.
 constexpr uint32_t kDateText = TAVO_TYPE_STATUS_DATE_TEXT;
 
-// What the columns say of each other, held while the table is compiled.
+// Checks the columns against each other while the table is compiled.
 template <size_t kCount>
 constexpr bool is_consistent(const std::array<DataType, kCount>& table) {
   for (size_t i = 0; i < kCount; ++i) {
@@ -29,7 +30,7 @@ constexpr DataType kUnnamed101 = {101, nullptr, Form::kBinary, 0, 50, kOk, 51};
 
 // clang-format off
 constexpr std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
-    // Meant: the placeholders are named with their own digits.
+    // Deliberate: placeholders are named with their own numbers, which callers print.
     { 0, "0",                 Form::kNone,       0,   0, kUnknown,    0},
     { 1, "CHAR",              Form::kFixedText,  1,   0, kNoDisplay,  0},
     { 2, "VARCHAR",           Form::kPrefixed,   1,   0, kNoDisplay,  0},
@@ -55,9 +56,9 @@ constexpr std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
     {22, "USMALLINT",         Form::kInteger,    0,   2, kOk,         6},
     {23, "TINYINT",           Form::kInteger,    0,   1, kOk,         4},
     {24, "UTINYINT",          Form::kInteger,    0,   1, kOk,         4},
-    {25, "DATETIME_CHAR",     Form::kRoomText,   1,  50, kDateText,  50},
+    {25, "DATETIME_CHAR",     Form::kPaddedText, 1,  50, kDateText,  50},
     {26, "DATETIME_VARCHAR",  Form::kPrefixed,   1,  50, kDateText,  50},
-    {27, "DATETIME_WCHAR",    Form::kRoomText,   4, 200, kDateText,  50},
+    {27, "DATETIME_WCHAR",    Form::kPaddedText, 4, 200, kDateText,  50},
     {28, "DATETIME_WVARCHAR", Form::kPrefixed,   4, 200, kDateText,  50},
 }};
 // clang-format on

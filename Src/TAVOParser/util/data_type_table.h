@@ -1,4 +1,4 @@
-// The table of the data types: everything that is known of a code stands in its row.
+// The table of the data types: one row for each code.
 #pragma once
 
 #include <array>
@@ -16,9 +16,9 @@ enum class Form : uint8_t {
   kDecimal,     // DECIMAL_K48
   kBinary,      // a date or time, or a type without a name
   kFixedText,   // exactly the declared characters
-  kPrefixed,    // text behind a 16-bit length in bytes
+  kPrefixed,    // text after a 16-bit length in bytes
   kTerminated,  // text before a zero character
-  kRoomText,    // text up to a zero character or to the end of its room
+  kPaddedText,  // text up to a zero character or the end of its space
 };
 
 struct DataType {
@@ -36,10 +36,10 @@ extern const std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes;
 // The row of a code that has sizes, 101 included; null for every other code.
 const DataType* find_data_type(int16_t code);
 
-// The two members of a field definition; the definition may stand at any address.
+// The two members of a field definition, of any alignment.
 TAVOFieldType read_field(const void* field_def);
 
-// Bytes of a value's data; nothing when they do not fit 32 bits.
+// Bytes of a value's data; nothing when they do not fit in 32 bits.
 std::optional<uint32_t> data_bytes(const DataType& type, uint32_t declared_length);
 
 }  // namespace tavo

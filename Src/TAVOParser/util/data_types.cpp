@@ -18,7 +18,7 @@ uint32_t digits_of(uint64_t magnitude) {
 extern "C" {
 
 const char* TAVOGetDataTypeName(int16_t code) noexcept {
-  // Meant: the placeholder 0 has no name here, while 11 and 12 have theirs.
+  // Deliberate: placeholder 0 has no name here, while 11 and 12 have theirs; callers test for null.
   if (code < 1 || code >= TAVO_DATA_TYPE_COUNT) return nullptr;
   return tavo::gTAVO_DataTypes[static_cast<size_t>(code)].name;
 }
@@ -34,7 +34,7 @@ uint32_t GetDataTypeBytes(const void* fieldDef, uint32_t* bytes) noexcept {
   const tavo::DataType* type = tavo::find_data_type(field.dataType);
   if (type == nullptr) return TAVO_TYPE_STATUS_UNKNOWN;
   const auto size = tavo::data_bytes(*type, field.length);
-  // A size that wrapped would be a buffer that is too small.
+  // A size that wrapped would make the buffer too small.
   if (!size) return TAVO_TYPE_STATUS_UNKNOWN;
   *bytes = *size;
   return 0;
@@ -54,7 +54,7 @@ uint32_t TAVOGetIntDigitCount(int32_t value, uint32_t* counter) noexcept {
 
 uint32_t TAVOGetLongLongDigitCount(int64_t value, uint32_t* counter) noexcept {
   if (counter == nullptr) return tavo::kFailed;
-  // Unsigned, so that the smallest number has a magnitude.
+  // Unsigned, so that the smallest integer has a magnitude.
   *counter +=
       digits_of(value < 0 ? 0u - static_cast<uint64_t>(value) : static_cast<uint64_t>(value));
   return 0;

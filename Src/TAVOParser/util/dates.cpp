@@ -29,8 +29,8 @@ struct CivilDate {
   int64_t day;
 };
 
-// Years begin in March, so that the leap day is the last of its year; the divisions round down, so
-// that the calendar goes on before the year 0.
+// Years begin in March, so that the leap day is the last of its year; divisions round down, so that
+// the calendar continues before year 0.
 constexpr CivilDate civil_from_day(int64_t day_number) {
   const int64_t quarters = 4 * (day_number + kEpochOffset) - 1;
   const int64_t century = floor_div(quarters, kDaysIn400Years);
@@ -82,14 +82,14 @@ extern "C" {
 
 void FixLeapYearDay(DateRecord* date) noexcept {
   if (date == nullptr || date->month != kFebruary || date->day <= kLastSafeDay) return;
-  // Meant: in a leap year the day stays, even above 29.
+  // Deliberate: in a leap year the day is kept, even above 29; callers check it.
   if (!is_leap_year(date->year)) date->day = kLastSafeDay;
 }
 
 DateRecord* TAVOIntSYBToODBC(int32_t day, DateRecord* date) noexcept {
   if (date == nullptr) return nullptr;
   const CivilDate civil = civil_from_day(day);
-  // A year that wrapped would be another date.
+  // A year that wrapped would give a different date.
   if (civil.year < std::numeric_limits<int16_t>::min() ||
       civil.year > std::numeric_limits<int16_t>::max()) {
     return nullptr;

@@ -19,7 +19,7 @@ constexpr Char digit_character(uint64_t digit) {
 template <typename Char>
 uint32_t write_digits(int64_t value, int16_t width, Char* out, Terminator terminator) {
   if (out == nullptr || width < 0) return tavo::kFailed;
-  // The magnitude as unsigned, so that the smallest number has one.
+  // Unsigned, so that the smallest integer has a magnitude.
   uint64_t rest = value < 0 ? 0u - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
   for (int32_t i = width - 1; i >= 0; --i) {
     out[i] = digit_character<Char>(rest % kBase);
@@ -61,7 +61,8 @@ uint32_t read_digits(const Char* text, int16_t digits, int16_t field, Value* res
 
 extern "C" {
 
-// Meant: no terminator here, while the three below write one.
+// Deliberate: no terminator here, while the three functions below write one; callers give a buffer
+// without space for it.
 uint32_t PXLongToNum(int64_t value, int16_t width, char* out) noexcept {
   return write_digits(value, width, out, Terminator::kNone);
 }

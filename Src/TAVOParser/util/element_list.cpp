@@ -7,7 +7,7 @@ constexpr wchar_t kBlank = L' ';
 constexpr wchar_t kQuote = L'"';
 constexpr wchar_t kBackslash = L'\\';
 
-// Reads one element and remembers how it was quoted.
+// Reads one element and records how it was quoted.
 class ElementReader {
  public:
   ElementReader(const wchar_t* text, int32_t position, wchar_t separator, wchar_t* out)
@@ -20,7 +20,7 @@ class ElementReader {
     return text_[position_] != L'\0';
   }
 
-  // False: an unescaped quote stands where none may be.
+  // Returns false at a misplaced unescaped quote.
   bool read() {
     if (text_[position_] == kQuote) {
       begins_quoted_ = true;

@@ -25,7 +25,7 @@ struct Field {
   uint32_t data_bytes;
 };
 
-// Reads a field definition. Returns 0 or the code that the callers answer with.
+// Reads a field definition. Returns 0 or the code that the callers return.
 uint32_t read(const void* field_def, Field& field) {
   if (field_def == nullptr) return TAVO_TYPE_STATUS_NO_FIELD;
   const TAVOFieldType read = tavo::read_field(field_def);
@@ -58,7 +58,7 @@ uint32_t bytes_to_terminator(const Field& field, const std::byte* data) {
   return bytes;
 }
 
-// Nothing for a length that the type cannot hold or that cuts a character.
+// Nothing for a length that does not fit in the type or splits a character.
 std::optional<uint32_t> prefixed_bytes(const Field& field, const std::byte* data) {
   uint16_t bytes = 0;
   std::memcpy(&bytes, data, sizeof bytes);
@@ -70,7 +70,7 @@ std::optional<uint32_t> source_bytes(const Field& field, const std::byte* data) 
   switch (field.type->form) {
     case Form::kPrefixed: return prefixed_bytes(field, data);
     case Form::kTerminated:
-    case Form::kRoomText: return bytes_to_terminator(field, data);
+    case Form::kPaddedText: return bytes_to_terminator(field, data);
     default: return field.data_bytes;
   }
 }
@@ -95,7 +95,7 @@ int32_t zero_or_empty(const Field& field, const std::byte* data) {
     case Form::kFloating: return is_zero_floating(field, data) ? kYes : kNo;
     case Form::kPrefixed:
     case Form::kTerminated:
-    case Form::kRoomText: {
+    case Form::kPaddedText: {
       const auto bytes = source_bytes(field, data);
       if (!bytes) return kRefusedValue;
       return *bytes == 0 ? kYes : kNo;

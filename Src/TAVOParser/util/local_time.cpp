@@ -5,7 +5,7 @@
 
 namespace {
 
-// False: the system has no local time for now.
+// Returns false when the system cannot tell the local time.
 bool local_now(std::tm& now) {
   const std::time_t seconds = std::time(nullptr);
   return localtime_r(&seconds, &now) != nullptr;
@@ -18,7 +18,7 @@ extern "C" {
 char* TAVOGetLocalTime(char* buffer, uint32_t size) noexcept {
   if (buffer == nullptr || size == 0) return buffer;
   std::tm now{};
-  // What strftime leaves of a text that does not fit is unspecified.
+  // When the text does not fit, strftime leaves the buffer unspecified.
   if (!local_now(now) || std::strftime(buffer, size, "%d/%b/%Y %H:%M:%S", &now) == 0) {
     *buffer = '\0';
   }

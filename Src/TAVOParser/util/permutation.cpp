@@ -1,4 +1,4 @@
-// A permutation of 1 to n from a seed.
+// A permutation of 1 to n, selected by a seed.
 #include <algorithm>
 #include <array>
 #include <numeric>
@@ -12,7 +12,8 @@ constexpr uint32_t kMaxElements = 16;
 
 }  // namespace
 
-// Meant: the seed is the same in every step, and the result is the last entry, not a status.
+// Deliberate: the seed is the same in every step, and the result is the last entry, not a status;
+// callers rely on both.
 extern "C" uint32_t PXGetPermutation(int32_t seed, uint32_t n, uint16_t* out) noexcept {
   if (out == nullptr || seed < 0 || n == 0 || n > kMaxElements) return tavo::kFailed;
   std::array<uint16_t, kMaxElements> left{};

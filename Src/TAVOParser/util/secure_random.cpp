@@ -25,7 +25,8 @@ uint32_t getSecureRandomNumber(void) noexcept {
   uint32_t value = 0;
   const int device = open_device();
   if (device < 0) return value;
-  // Meant: a short or failed read is not reported, the value is what arrived.
+  // Deliberate: a short or failed read is not reported, since the result cannot carry a status; the
+  // value is what was read.
   [[maybe_unused]] const ssize_t arrived = read(device, &value, sizeof value);
   close(device);
   return value;

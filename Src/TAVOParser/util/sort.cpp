@@ -9,8 +9,8 @@
 namespace {
 
 constexpr size_t kSelectionMax = 8;
-// The larger part is remembered and the smaller one sorted at once, so each level at least halves
-// what is at hand: a level for every bit of a count, and no count has more of them than this.
+// The larger part goes on the stack and the smaller one is sorted at once, so each level at least
+// halves the count: as many levels as a count has bits suffice.
 constexpr size_t kStackSize = 64;
 static_assert(sizeof(size_t) * 8 <= kStackSize);
 
@@ -36,7 +36,8 @@ class Sorter {
   }
 
  private:
-  // Meant: descending order comes from exchanged arguments, not from a negated result.
+  // Deliberate: descending order exchanges the arguments. Negating the result would fail for the
+  // smallest integer.
   int order(const std::byte* a, const std::byte* b) const {
     return ascending_ ? compare_(a, b, context_) : compare_(b, a, context_);
   }
@@ -57,11 +58,11 @@ class Sorter {
     std::swap_ranges(a, a + left, b);
   }
 
-  // The middle element, brought to the front, is the pivot. The indices stop at elements equal to
-  // it too, so that many equal elements are dealt out to both sides. Quadratic patterns are those
-  // whose middle elements are extremes of their parts again and again: two sorted runs one after
-  // the other, values that rise to the middle and fall again, and inputs built to that end.
-  // Remembers the larger part and returns the smaller.
+  // The pivot is the middle element, moved to the front. The indices also stop at elements equal to
+  // it, so that many equal elements are split between both sides. The sort is quadratic when the
+  // middle elements are repeatedly the extremes of their parts: for two consecutive sorted runs,
+  // for values that rise to the middle and fall again, and for adversarial inputs. Pushes the
+  // larger part and returns the smaller one.
   Part split(const Part& part) {
     std::byte* const pivot = part.first;
     std::byte* const end = part.first + part.count * width_;
@@ -86,7 +87,7 @@ class Sorter {
     return below_is_larger ? above : below;
   }
 
-  // The greatest element to the end, and again with one element less.
+  // Moves the greatest element to the end, then repeats with one element less.
   void select(const Part& part) const {
     for (size_t left = part.count; left > 1; --left) {
       std::byte* greatest = part.first;

@@ -1,4 +1,4 @@
-// Case conversion in place, by the locale, and of one ASCII letter.
+// Case conversion: in place by the locale, and of one ASCII letter.
 #include <cctype>
 #include <cwctype>
 

@@ -12,9 +12,9 @@ constexpr size_t kGroup = 4;
 constexpr size_t kRows = 23;
 constexpr int32_t kBase = 10;
 
-// After one pass every digit lies in -9 to 9, at most nine more settle its sign, and from there on
-// ten passes bring every digit back to where it was: what gave zero so often gives it for ever.
-constexpr int32_t kPassesUntilForEver = 1 + 9 + 10;
+// After one pass every digit lies in -9 to 9, at most nine more settle its sign, and from then on
+// the digits repeat every ten passes: digits that gave zero in all these passes always will.
+constexpr int32_t kPassesUntilRepetition = 1 + 9 + 10;
 
 // The 23 permutations of four digits other than the identity, in the order of the rows.
 constexpr std::array<std::array<int16_t, kGroup>, kRows> kGroupOrders = {{
@@ -24,7 +24,7 @@ constexpr std::array<std::array<int16_t, kGroup>, kRows> kGroupOrders = {{
     {3, 1, 2, 4}, {4, 3, 2, 1}, {4, 1, 2, 3}, {3, 2, 4, 1}, {2, 3, 4, 1},
 }};
 
-// Each row puts the same order to the three groups of four.
+// Each row applies the same order to the three groups of four.
 constexpr std::array<std::array<int16_t, kMaxLength>, kRows> make_rows() {
   std::array<std::array<int16_t, kMaxLength>, kRows> rows{};
   for (size_t row = 0; row < kRows; ++row) {
@@ -39,12 +39,12 @@ constexpr std::array<std::array<int16_t, kMaxLength>, kRows> make_rows() {
 
 constexpr auto kRowTable = make_rows();
 
-// Zero behind its text, so that an entry that points past the digits finds a terminator.
+// Zero after its text, so that an entry that points past the digits reads a terminator.
 template <typename Char>
 using WorkBuffer = std::array<Char, kMaxLength + 1>;
 
 // Adds shift + i to digit i and returns the sum of the new digits. The addend has 16 bits, and the
-// remainder has the sign of what is divided.
+// remainder has the sign of the dividend.
 template <typename Char>
 int64_t shift_digits(WorkBuffer<Char>& work, int32_t shift) {
   int64_t sum = 0;
@@ -57,10 +57,10 @@ int64_t shift_digits(WorkBuffer<Char>& work, int32_t shift) {
   return sum;
 }
 
-// False: the digits would sum up to zero for ever.
+// Returns false when every pass would add up to zero.
 template <typename Char>
 bool shift_until_not_zero(WorkBuffer<Char>& work, int32_t shift) {
-  for (int32_t pass = 0; pass < kPassesUntilForEver; ++pass) {
+  for (int32_t pass = 0; pass < kPassesUntilRepetition; ++pass) {
     if (shift_digits(work, shift) != 0) return true;
   }
   return false;

@@ -1,4 +1,4 @@
-// UTF-16 and UTF-32: byte lengths outside, unit counts towards the suite's data conversion.
+// UTF-16 and UTF-32: callers pass lengths in bytes, the suite's data conversion counts units.
 #include "util/unicode.h"
 
 #include "TAVOText.h"
@@ -28,7 +28,8 @@ uint32_t TAVO_Utf32ToUtf16(const wchar_t* src, int32_t srcBytes, uint16_t* dst, 
                            uint32_t* count) noexcept {
   if (src == nullptr || dst == nullptr || count == nullptr) return tavo::kFailed;
   uint32_t produced = 0;
-  // Meant: the source length is divided as a signed number; a negative one stays negative.
+  // Deliberate: the source length is divided as a signed number, so that the data conversion sees a
+  // negative length as negative.
   const int32_t units = srcBytes / static_cast<int32_t>(kUtf32Bytes);
   const uint32_t status = Convert32To16(reinterpret_cast<const uint32_t*>(src), units, dst,
                                         dstBytes / kUtf16Bytes, &produced);

@@ -5,7 +5,7 @@
 
 namespace tavo {
 
-// -1 as the unsigned status that most of the utilities fail with.
+// The status with which most of the utilities fail: -1 as an unsigned number.
 inline constexpr uint32_t kFailed = 0xFFFFFFFFu;
 
 }  // namespace tavo

@@ -1,4 +1,4 @@
-// Removal of delimiters and column-name normalisation.
+// Removal of delimiters and column-name normalization.
 #include <algorithm>
 #include <cwchar>
 
@@ -10,7 +10,7 @@ namespace {
 constexpr wchar_t kQuote = L'"';
 constexpr int32_t kCopyBack = 1;
 
-// Cuts the text up at the delimiters and puts the pieces together in work. Returns their length.
+// Splits the text at the delimiters and concatenates the pieces in work. Returns their length.
 size_t join_pieces(wchar_t* text, const wchar_t* delimiters, wchar_t* work) {
   wchar_t* end = work;
   wchar_t* rest = nullptr;
@@ -39,7 +39,8 @@ uint32_t TrimSourceW(wchar_t* text, uint32_t* length, const wchar_t* delimiters,
   if (text == nullptr || delimiters == nullptr || work == nullptr) return tavo::kFailed;
   if (replaceFlag == kCopyBack && length == nullptr) return tavo::kFailed;
   const size_t joined = join_pieces(text, delimiters, work);
-  // Meant: with any other flag the text stays cut up and the length stays as it was.
+  // Deliberate: with any other flag the text stays split and the length is unchanged; callers read
+  // only the work buffer then.
   if (replaceFlag == kCopyBack) {
     std::copy_n(work, joined + 1, text);
     *length = static_cast<uint32_t>(joined);

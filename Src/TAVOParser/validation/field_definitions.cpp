@@ -23,7 +23,7 @@ bool same_prefix(const StoredText& a, const StoredText& b) {
 
 constexpr size_t kNumbers = 100;  // FLDDEF and FLDDEF1 to FLDDEF99
 
-// The definition's number, 0 for a bare keyword; kNumbers for a prefix that is no such keyword.
+// The definition's number, 0 for a bare keyword; kNumbers for any other prefix.
 size_t definition_number(const StoredText& prefix) {
   constexpr std::wstring_view kKeyword = L"FLDDEF";
   constexpr size_t kStem = kKeyword.size();
@@ -44,7 +44,8 @@ bool has_another(const StoredPairs& pairs, const KeyValueEntry& first) {
   return false;
 }
 
-// The first pair with the same key type and prefix. Only for prefixes that a caller made up.
+// The first pair with the same key type and prefix. Only needed for prefixes that a caller
+// invented.
 const KeyValueEntry* find_first_alike(const StoredPairs& pairs, const KeyValueEntry& entry,
                                       const StoredText& prefix) {
   for (const KeyValueEntry* other = pairs.begin(); other != &entry; ++other) {
@@ -72,7 +73,7 @@ const KeyValueEntry* find_contradiction(const StoredPairs& pairs, uint32_t key,
                                                        const KeyValueEntry&)) {
   const KeyValueEntry* entry = pairs.find(key);
   if (entry == nullptr || !has_another(pairs, *entry)) return nullptr;
-  // The first pair of each numbered definition: one look each, however many there are.
+  // The first pair of each numbered definition, so that each pair is looked at only once.
   const KeyValueEntry* first[kNumbers] = {};
   for (; entry != pairs.end(); ++entry) {
     if (entry->keyId != key) continue;

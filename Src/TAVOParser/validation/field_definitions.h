@@ -5,9 +5,9 @@
 
 namespace tavo {
 
-// The first pair of this key type that says something else than an earlier one under the same
-// prefix (compared in either case), or null. Nothing is demanded: a definition may be partial.
-// `differ` compares the values of two pairs.
+// The first pair of this key type whose value contradicts an earlier one under the same prefix
+// (compared ignoring case), or null. Nothing is required: a definition may be partial. `differ`
+// compares the values of two pairs.
 const KeyValueEntry* find_contradiction(const StoredPairs& pairs, uint32_t key,
                                         bool (*differ)(const KeyValueEntry&, const KeyValueEntry&));
 

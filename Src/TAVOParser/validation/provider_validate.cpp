@@ -14,7 +14,7 @@ constexpr const ProviderRules* kProviderRules[] = {
     &kHashLookupRules, &kRandomLookupRules, &kNidRules, &kDswapRules, &kCdswapRules, &kDdswapRules,
 };
 
-// The first pair that has a placeholder, in the order of the array.
+// The first pair with a placeholder, in array order.
 Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider) {
   Violation first{0, pairs.end()};
   for (const PlaceholderRule& rule : provider.placeholders) {
@@ -31,7 +31,7 @@ Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provid
 void record(ErrorState* state, const Violation& violation) {
   constexpr int16_t kWideText = 4;
   const int16_t slots = violation.insert == nullptr ? 0 : 1;
-  // Without a block of its own an insert would land in an earlier message.
+  // Without its own block, the insert would be added to an earlier message.
   if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
   const StoredText key = key_text(*violation.insert);
   capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,

@@ -1,4 +1,4 @@
-// The verdict of the validation rules on stored pairs.
+// Runs the validation rules over stored pairs.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// What the validation tables are made of: for each provider an ordered list of conditions and the
-// number that each violation is recorded under. The first violation ends everything.
+// The types of the validation tables: for each provider an ordered list of conditions, each with
+// the error number of its violation. The first violation ends validation.
 #pragma once
 
 #include <array>
@@ -12,12 +12,13 @@ namespace tavo {
 
 struct ValidationRule {
   uint16_t number;
-  std::array<uint16_t, 4> keys;  // key types that the rule looks at; the rest 0
+  std::array<uint16_t, 4> keys;  // key types that the rule reads; unused ones 0
   bool (*violated)(const StoredPairs& pairs);
   uint16_t insert_key = 0;  // key type whose key text is the message's insert, or none
 };
 
-// A text that the recognizer leaves where a value is missing, and where it is looked for.
+// A text that the recognizer leaves for a missing value, and the keys whose values are checked for
+// it.
 struct PlaceholderRule {
   uint16_t number;
   uint16_t key;
@@ -43,7 +44,7 @@ extern const ProviderRules kDswapRules;
 extern const ProviderRules kCdswapRules;
 extern const ProviderRules kDdswapRules;
 
-// Those of one provider, by the value type of the provider pair; null for any other type.
+// The rules of one provider, by the value type of the provider pair; null for any other type.
 const ProviderRules* rules_of(uint32_t provider);
 
 // ---- conditions that several providers share ---------------------------------------------------
@@ -57,12 +58,12 @@ inline bool is_random(const StoredPairs& p) {
 inline bool has_seed(const StoredPairs& p, uint32_t type) {
   return p.is(TAVO_PARSER_CMN_PARM_SEED, type);
 }
-// A CASE pair that does not say upper case.
+// A CASE pair whose value is not uppercase.
 inline bool case_is_not_upper(const StoredPairs& p) {
   const StoredText text = p.text(TAVO_PARSER_CMN_PARM_CASE);
   return p.has(TAVO_PARSER_CMN_PARM_CASE) && !text.equals(L"UP") && !text.equals(L"UPPER");
 }
-// A literal seed that is no number from 0 to 2000000000 of 1 to 11 characters.
+// A literal seed that is not a number from 0 to 2000000000 with 1 to 11 characters.
 inline bool literal_seed_is_no_number(const StoredPairs& p) {
   if (!has_seed(p, TAVO_PARSER_SEED_LITERAL)) return false;
   const StoredText text = p.text(TAVO_PARSER_CMN_PARM_SEED).trimmed();
@@ -71,7 +72,8 @@ inline bool literal_seed_is_no_number(const StoredPairs& p) {
 
 inline constexpr std::wstring_view kMissingInteger = L"<missing INTEGER";
 inline constexpr std::wstring_view kMissingCopyColumns = L"<missing TAVO_PARSER_COPY_COL_SYNTAX";
-// Without the leading "<", unlike the others, and that is meant.
+// Deliberate: without the leading "<" of the others; kept, since it decides which values are
+// refused.
 inline constexpr std::wstring_view kMissingQuotedString = L"missing TAVO_PARSER_STRING_WITH_QUOTES";
 inline constexpr std::wstring_view kMissingFormat = L"<missing TAVO_PARSER_NID_FORMAT_";
 

@@ -43,7 +43,8 @@ constexpr PlaceholderRule kPlaceholders[] = {
     {7128, TAVO_PARSER_AGE_PARM_WEEK, kMissingInteger},
 };
 
-// A year stops at 1581 and a specific year starts at 1582, the first year of the calendar: meant.
+// Deliberate: a number of years ends at 1581 and a specific year starts at 1582, the first year of
+// the calendar.
 constexpr ValidationRule kRules[] = {
     {7126,
      {TAVO_PARSER_AGE_PARM_YEAR},

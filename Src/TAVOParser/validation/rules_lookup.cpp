@@ -30,7 +30,7 @@ bool limit_out_of_range(const StoredPairs& p) {
   return text.length >= 12 || !in_range(to_int(text), 0, 2000000000);
 }
 
-// ---- rules of LOOKUP and HASHLOOKUP alike ------------------------------------------------------
+// ---- rules of both LOOKUP and HASHLOOKUP -------------------------------------------------------
 
 constexpr ValidationRule kReplace = {7138, {TAVO_PARSER_CMN_PARM_REPLACE}, replace_is_missing};
 constexpr ValidationRule kCacheSize = {

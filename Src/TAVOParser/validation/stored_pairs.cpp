@@ -12,7 +12,7 @@ bool is_trimmed(wchar_t c) {
   return c == L' ' || c == L'\t';
 }
 
-// Reads a number through one of the platform's conversions, which want terminated text.
+// Reads a number with one of the platform's conversions, which need terminated text.
 template <typename Number>
 std::optional<Number> read(const StoredText& text, uint32_t (*convert)(const wchar_t*, Number*)) {
   constexpr size_t kLongestTrimmed = 31;
@@ -45,7 +45,7 @@ StoredText StoredText::trimmed() const {
 bool StoredText::begins_with(std::wstring_view text) const {
   if (length < text.size()) return false;
   for (size_t i = 0; i < text.size(); ++i) {
-    // Characters that are the same, nearly all, need no look at the locale.
+    // Identical characters, by far most of them, need no locale lookup.
     if (characters[i] != text[i] &&
         towlower(static_cast<wint_t>(characters[i])) != towlower(static_cast<wint_t>(text[i]))) {
       return false;

@@ -1,4 +1,4 @@
-// The stored pairs of a request, as the validation rules see them: by key type only.
+// The stored pairs of a request as the validation rules read them: by key type only.
 #pragma once
 
 #include <array>
@@ -18,15 +18,15 @@ struct StoredText {
   size_t length = 0;
   bool terminated = false;
 
-  // Blanks and tabs dropped at both ends; no longer terminated.
+  // The text without blanks and tabs at both ends; no longer terminated.
   StoredText trimmed() const;
-  bool begins_with(std::wstring_view text) const;  // in either case
-  bool equals(std::wstring_view text) const {      // in either case
+  bool begins_with(std::wstring_view text) const;  // ignoring case
+  bool equals(std::wstring_view text) const {      // ignoring case
     return length == text.size() && begins_with(text);
   }
 };
 
-// The text in a buffer of so many bytes.
+// The text in a buffer of that many bytes.
 inline StoredText text_in(const wchar_t* buffer, uint32_t bytes) {
   if (buffer == nullptr) return {};
   const size_t room = bytes / sizeof(wchar_t);
@@ -81,12 +81,12 @@ class StoredPairs {
  private:
   const KeyValueEntry* begin_;
   const KeyValueEntry* end_;
-  // Index of the first pair with a key, plus 1; from kFar on only where to begin to search for it.
+  // Index of the first pair with a key, plus 1; from kFar on only where to start the search for it.
   static constexpr uint8_t kFar = UINT8_MAX;
   std::array<uint8_t, TAVO_TOKEN_NAME_COUNT> first_{};
 };
 
-// ---- numbers, as the platform reads them; nothing when the text is no number of that kind -------
+// ---- numbers, as the platform reads them; nothing when the text is not a number of that kind ----
 
 std::optional<int32_t> to_int(const StoredText& text);
 std::optional<int64_t> to_long_long(const StoredText& text);

@@ -6,8 +6,8 @@
 #include "Grammar/engine/table_engine.h"
 
 extern "C" {
-// The key prefix that was built last, by any thread. Process-wide as it always was; parses use
-// copies of their own, so that they never mix their keys.
+// The last key prefix that any thread built. Deliberately process-wide, since callers read it;
+// parses use their own copies, so that threads never mix their keys.
 wchar_t Work1[50] = {};
 }
 
@@ -37,7 +37,7 @@ class StreamTokens {
     return token;
   }
   static pANTLR3_COMMON_TOKEN take_behind(Sign) {
-    return nullptr;  // every sign is a token
+    return nullptr;  // in a stream every sign is a token
   }
 
  private:
@@ -100,9 +100,9 @@ class RequestActions {
   // The key prefix buffer, as large as Work1.
   static constexpr uint32_t kPrefixCharacters = sizeof(Work1) / sizeof(Work1[0]);
 
-  // The result of an action does not stop the grammar. But an action that the platform refused, so
-  // that it could not even record why, must not leave a statement that looks accepted: its pair is
-  // missing. A full array alone is no failure, and that is meant.
+  // The result of an action does not stop the grammar. But when the platform refuses an action and
+  // cannot even record why, the statement must not look accepted: its pair is missing. Deliberate:
+  // a full array alone is not a failure; callers compare the count.
   void note_result(uint32_t status) {
     if (status != 0 && status != TAVO_STATUS_ARRAY_FULL) request_->errorFlag = 1;
   }

@@ -1,4 +1,4 @@
-// The grammar and validation tables, read out for tools.
+// Gives tools access to the grammar and validation tables.
 #include "TAVOLanguage.h"
 
 #include <algorithm>

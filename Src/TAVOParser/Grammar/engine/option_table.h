@@ -1,4 +1,4 @@
-// What the grammar tables are made of. A provider's table reads like its reference page: option
+// The types of the grammar tables. A provider's table reads like its reference page: option
 // keywords, value syntax, stored key type, stored value types. The engine in table_engine.h runs
 // the tables; `tavo explain`, completion and the language reference list them.
 #pragma once
@@ -26,7 +26,7 @@ struct AcceptedValue {
   uint16_t key_type = kKeyOfOption;
 };
 
-// A short list inside a constant table; ends at the first entry that is all zero.
+// A short list inside a constant table; ends at the first all-zero entry.
 template <typename Entry, size_t kCapacity>
 struct InlineList {
   std::array<Entry, kCapacity> entries{};
@@ -54,15 +54,15 @@ using ValueList = InlineList<AcceptedValue, 28>;
 
 enum class ValueSyntax : uint8_t {
   kToken,       // one of the accepted tokens
-  kString,      // a quoted string, or any one token taken as an unquoted string
+  kString,      // a quoted string, or any other single token as an unquoted string
   kParameters,  // "(" parameter { "," parameter } ")", each stored with the keyword as prefix
 };
 
-// For each token type the option that it begins, plus one; 0 where it begins none.
+// For each token type the index of the option that it begins, plus one; 0 if none.
 using OptionIndex = std::array<uint8_t, kTokenTypeCount>;
 
-// One option: keyword, "=", value. Named after its grammar rule. The parameters of a parenthesised
-// list are options too.
+// One option: keyword, "=", value. Named after its grammar rule. The parameters of a parenthesized
+// list are options, too.
 struct OptionRule {
   const char* name = nullptr;
   KeywordList keywords{};
@@ -75,7 +75,7 @@ struct OptionRule {
   bool sets_trace_level = false;         // calls SetTraceLevel with the stored pair
 };
 
-// Not constant, so that calling it while a table is made stops the compiler.
+// Not constexpr, so that calling it while a table is built is a compile error.
 inline void two_options_begin_with_the_same_keyword() {}
 
 consteval OptionIndex index_options(std::span<const OptionRule* const> options) {

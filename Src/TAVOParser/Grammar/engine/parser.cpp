@@ -24,8 +24,8 @@ void* exception_name(uint32_t kind) {
 
 // ---- errors ------------------------------------------------------------------------------------
 
-// Raises one of the runtime's exceptions over a token. Without memory for it the error stands all
-// the same, and counts as one without a position.
+// Raises one of the runtime's exceptions for a token. If the exception cannot be allocated, the
+// error is still set, without a position.
 bool ParserObject::raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit) {
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
   state->error = ANTLR3_TRUE;
@@ -43,12 +43,12 @@ bool ParserObject::raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit) {
   return false;
 }
 
-// What a rule does on leaving with an error: the innermost one records it, once.
+// Called when a rule exits with an error; the innermost rule records it, once.
 void ParserObject::report() {
   pANTLR3_EXCEPTION exception = recognizer()->state->exception;
   if (exception != nullptr && exception->type == 0) return;
   TAVO_SetErrMsg(request_, TAVO_STATUS_SYNTAX_ERROR, recognizer());
-  request_->errorFlag = 1;  // also when it could not be recorded: a wrong statement never passes
+  request_->errorFlag = 1;  // even when recording failed: a wrong statement must never pass
   if (exception != nullptr) exception->type = 0;
 }
 
@@ -59,7 +59,7 @@ bool ParserObject::raise_mismatch(uint32_t expected, pANTLR3_COMMON_TOKEN misfit
   return false;
 }
 
-// In place of the runtime's recovery, which would insert or delete a token without a word.
+// Replaces the runtime's recovery, which would silently insert or delete a token.
 void* ParserObject::mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_UINT32 type,
                                      pANTLR3_BITSET_LIST) {
   auto* parser = static_cast<pANTLR3_PARSER>(recognizer->super);
@@ -69,10 +69,10 @@ void* ParserObject::mismatched_token(pANTLR3_BASE_RECOGNIZER recognizer, ANTLR3_
   return nullptr;
 }
 
-// After a statement without a syntax error.
+// Called after a statement without a syntax error.
 void ParserObject::finish_statement() {
   LexerObject* lexer = LexerObject::from_token_source(tokens_->tstream->tokenSource);
-  // A lexer that keeps all its tokens and got no memory for one ended its input too soon.
+  // A lexer that keeps all its tokens ends its input early when memory runs out.
   if (lexer != nullptr && lexer->out_of_memory()) {
     TAVO_SetErrMsg(request_, TAVO_STATUS_NO_MEMORY_FOR_TEXT, nullptr);
     request_->errorFlag = 1;
@@ -86,7 +86,7 @@ void ParserObject::finish_statement() {
     if (exception != nullptr) exception->type = 0;
     return;
   }
-  // A validation that could not be done is not a validation that passed.
+  // A validation that could not run has not passed.
   if (Provider_Validate(request_) != 0) request_->errorFlag = 1;
 }
 
@@ -98,7 +98,7 @@ void ParserObject::parse_tavo_provider_syntax(RequestRecord* request) {
   finish_statement();
 }
 
-// ---- making and freeing ------------------------------------------------------------------------
+// ---- construction and destruction --------------------------------------------------------------
 
 namespace {
 
@@ -127,7 +127,7 @@ bool ParserObject::open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_S
   };
   context_.getGrammarFileName = grammar_file_name;
   context_.free = free_parser;
-  // Without the runtime's stack of follow sets, which only its recovery reads.
+  // Needs no stack of follow sets, which only the runtime's recovery reads.
   context_.pParser = antlr3ParserNew(kSizeHint, state != nullptr ? state : &own_state_);
   if (context_.pParser == nullptr) return false;
   context_.pParser->super = this;
@@ -141,7 +141,7 @@ bool ParserObject::open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_S
 void ParserObject::close() {
   if (context_.pParser == nullptr) return;
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
-  if (state == &own_state_) {  // part of this object, while the runtime frees a state with free()
+  if (state == &own_state_) {  // part of this object; the runtime would call free() on it
     if (state->exception != nullptr) state->exception->freeEx(state->exception);
     recognizer()->state = nullptr;
   }

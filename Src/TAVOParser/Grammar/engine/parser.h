@@ -1,4 +1,4 @@
-// The parser as the runtime sees it. What it does with a statement is the engine's work.
+// The parser as the runtime sees it. The engine does the work on a statement.
 #pragma once
 
 #include <antlr3.h>
@@ -10,12 +10,12 @@ namespace tavo {
 
 class ParserObject {
  public:
-  // Builds the object in place over a token stream; `state` is the caller's state or null.
-  // Returns false when memory is refused.
+  // Builds the object in place over a token stream; `state` is the caller's state or null. Returns
+  // false when memory cannot be allocated.
   bool open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_SHARED_STATE state);
-  // Frees what the runtime made for the object, if anything, not the object.
+  // Frees what the runtime allocated for the object, but not the object.
   void close();
-  // Has tokens taken from this window over the same lexer instead of from the stream.
+  // Reads tokens from this window over the same lexer instead of from the stream.
   void read_through(TokenWindow* window) {
     window_ = window;
   }
@@ -25,9 +25,9 @@ class ParserObject {
   }
   static ParserObject* from_context(pTAVOParser context);
 
-  // Raises one of the runtime's exceptions over a token; always false.
+  // Raises one of the runtime's exceptions for a token. Always returns false.
   bool raise(uint32_t kind, pANTLR3_COMMON_TOKEN misfit);
-  // Raises the mismatch of a token where one of another type is expected; always false.
+  // Raises a mismatch: a token of another type is expected. Always returns false.
   bool raise_mismatch(uint32_t expected, pANTLR3_COMMON_TOKEN misfit);
 
  private:

@@ -8,7 +8,7 @@ namespace {
 constexpr ANTLR3_UINT32 kTokenStreamSizeHint = 1025;
 constexpr char kStreamName[] = "TAVO_PARAMETER_SYNTAX";
 
-// The runtime takes texts it only reads as pointers to what it could change.
+// The runtime declares text that it only reads as pointers to non-const.
 pANTLR3_UINT8 as_bytes(const void* text) {
   return static_cast<pANTLR3_UINT8>(const_cast<void*>(text));
 }

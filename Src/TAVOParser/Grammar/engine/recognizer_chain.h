@@ -1,6 +1,6 @@
-// The recognizer of one parse: stream, lexer, token stream and parser of the runtime, made together
-// and freed together. The lexer and parser objects and the tokens live inside the chain, so that a
-// statement asks for little memory, however long it is.
+// The recognizer of one parse: stream, lexer, token stream and parser of the runtime, created and
+// freed together. The lexer and parser objects and the tokens are members of the chain, so that a
+// statement of any length needs little memory.
 #pragma once
 
 #include <antlr3.h>
@@ -21,8 +21,8 @@ class RecognizerChain {
   RecognizerChain& operator=(const RecognizerChain&) = delete;
   ~RecognizerChain();
 
-  // Builds the chain over UTF-16 text, which must outlive it and has so many units of 0 behind it.
-  // Returns false when memory is refused.
+  // Builds the chain over UTF-16 text, which must outlive it and is followed by that many zero
+  // units. Returns false when memory cannot be allocated.
   bool open(uint16_t* text, uint32_t units, size_t zeros_behind);
   // Runs the top rule.
   void parse(RequestRecord* request);

@@ -1,6 +1,5 @@
-// Runs the grammar tables: the one place that knows how a statement is put together. It reads
-// tokens from a source, hands what the tables say to a set of actions, and stops at the first
-// syntax error.
+// Runs the grammar tables: the only place that knows the structure of a statement. It reads tokens
+// from a source, calls a set of actions as the tables say, and stops at the first syntax error.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +19,10 @@ enum class SyntaxError : uint32_t {
   kBadSeparator = TAVO_STATUS_BAD_SEPARATOR,
 };
 
-// Made for one statement.
+// One object parses one statement.
 //
 // Tokens is a source of tokens:
-//   Token                  pointer to a token with a member `type`; it stays as it is until three
+//   Token                  pointer to a token with a member `type`; it stays valid until three
 //                          more tokens have been read
 //   Token current()        the next token, hidden ones left out; the end-of-input token from the
 //                          end on
@@ -31,7 +30,7 @@ enum class SyntaxError : uint32_t {
 //   Token take_behind(Sign)  goes on after this sign and takes the token there, if the source can
 //                          do so without making a token of the sign; null says only that it did not
 //
-// Actions decide what is done with what is found; none of them can stop the engine:
+// Actions handle what the engine finds; none of them can stop it:
 //   Prefix                 pointer to a key prefix
 //   void store(key, key type, value, value type, prefix or null)
 //   void set_trace_level(key, key type, value, value type, prefix or null)
@@ -44,18 +43,18 @@ class TableEngine {
   using Token = typename Tokens::Token;
   using Prefix = typename Actions::Prefix;
 
-  // The further arguments make the actions, in their place here.
+  // The other arguments construct the actions in place.
   template <typename... Arguments>
   explicit TableEngine(Tokens& tokens, Arguments&&... arguments)
       : tokens_(tokens), actions_(std::forward<Arguments>(arguments)...) {}
 
-  // The top rule. Like every rule here it raises a syntax error, stops and returns false.
+  // The top rule. Like every rule, it stops at a syntax error, raises it and returns false.
   bool parse_tavo_provider_syntax();
 
  private:
   bool run_provider_statement(Token keyword);
   bool run_trace_statement(const StatementRule& statement, Token keyword);
-  // With all it calls for an option in one place: this is where a parse spends its time.
+  // Flattened, since a parse spends its time here.
   [[gnu::flatten]] bool run_options(const StatementRule& statement);
   bool run_option(const OptionRule& option, Token keyword, Prefix prefix);
   [[gnu::noinline]] bool run_parameters(const OptionRule& option, Token keyword);
@@ -74,7 +73,8 @@ class TableEngine {
     }
   }
 
-  // If the next token is a sign, goes on behind it and takes the token there; null otherwise.
+  // If the next token is a comma or an equals sign, skips it and returns the token after it; null
+  // otherwise.
   Token take_behind_comma() {
     Token token = tokens_.take_behind(Sign::kComma);
     return token != nullptr ? token : take_behind_token(COMMA);
@@ -88,7 +88,7 @@ class TableEngine {
     tokens_.take();
     return tokens_.take();
   }
-  // Raises the mismatch if the token behind an equals sign is missing, with the sign, or another.
+  // Raises a mismatch if the equals sign or the expected token after it is missing.
   bool match_behind_equal(uint32_t type) {
     Token token = take_behind_equal();
     if (token == nullptr) return actions_.raise_mismatch(EQUAL, tokens_.current());
@@ -112,8 +112,8 @@ inline const AcceptedValue* find_value(const ValueList& values, uint32_t type) {
   return nullptr;
 }
 
-// A token that stands where a free string is expected: any real token but a quoted string becomes
-// an unquoted one.
+// Where a free string is expected, any real token except a quoted string becomes an unquoted
+// string.
 template <typename Token>
 void take_as_string(Token token) {
   const bool real = token->type > TAVO_TOKEN_UP && token->type < TAVO_TOKEN_NAME_COUNT;
@@ -142,8 +142,8 @@ template <typename Tokens, typename Actions>
 inline bool TableEngine<Tokens, Actions>::tavo_string_value(const OptionRule& option, Token keyword,
                                                             Token token, Prefix prefix) {
   take_as_string(token);
-  // Stored before it is looked at, and that is meant: at the end of the input a pair with the
-  // end-of-input token is stored, then the error is raised.
+  // Deliberate: stored before it is checked. At the end of the input a pair with the end-of-input
+  // token is stored before the error is raised; callers see it in the count.
   actions_.store(keyword, option.key_type, token, token->type, prefix);
   return token->type == TAVO_PARSER_STRING_WITHOUT_QUOTES ||
          token->type == TAVO_PARSER_STRING_WITH_QUOTES ||
@@ -177,8 +177,9 @@ bool TableEngine<Tokens, Actions>::run_option(const OptionRule& option, Token ke
                                                : run_token_value(option, keyword, token, prefix);
 }
 
-// What follows a statement's head: nothing, or commas, each with an option behind it. The list
-// ends at the first token that is no separator; text after that is ignored, and that is meant.
+// After a statement's head: nothing, or commas, each followed by an option. Deliberate: the list
+// ends at the first token that is not a separator, and text after it is ignored, since statements
+// in use rely on it.
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_options(const StatementRule& statement) {
   bool is_list = false;
@@ -197,8 +198,8 @@ bool TableEngine<Tokens, Actions>::run_options(const StatementRule& statement) {
 
 // ---- statements --------------------------------------------------------------------------------
 
-// The quoted string must stand there, but it is the keyword that is handed on, twice; that is
-// meant.
+// Deliberate: the quoted string is required, but the keyword is passed on, as key and as value;
+// callers rely on it.
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_trace_statement(const StatementRule& statement,
                                                        Token keyword) {
@@ -207,7 +208,7 @@ bool TableEngine<Tokens, Actions>::run_trace_statement(const StatementRule& stat
   return true;
 }
 
-// The statements that begin with the provider keyword are chosen by the name behind it.
+// The name after the provider keyword selects the statement.
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_provider_statement(Token keyword) {
   Token name = take_behind_equal();

@@ -2,8 +2,8 @@
 
 namespace tavo {
 
-// At the end this is the end-of-input token, which has a place of its own, again and again.
-// Always inline, so that the place in the text stays in a register from a sign to the token behind.
+// At the end of the input, every call returns the end-of-input token, which has its own slot.
+// Always inline, so that the text position stays in a register from a sign to the token after it.
 [[gnu::always_inline]] inline pANTLR3_COMMON_TOKEN TokenWindow::read() {
   Slot* slot = free_;
   if (!lexer_->next_visible(&slot->token)) [[unlikely]] {

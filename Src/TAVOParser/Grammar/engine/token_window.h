@@ -1,6 +1,6 @@
-// The tokens that a parse may still look at. The grammar never goes back and never looks further
-// than at the next token, so reading on demand into a few places that are used again and again does
-// the same as a token stream that keeps every token, and costs a long statement no memory.
+// The tokens that a parse may still read. The grammar has one token of lookahead and never
+// backtracks, so a few slots that are filled on demand and reused are equivalent to a token stream
+// that keeps every token, without its memory.
 #pragma once
 
 #include <antlr3.h>
@@ -15,24 +15,24 @@ class TokenWindow {
  public:
   using Token = pANTLR3_COMMON_TOKEN;
 
-  // Reads this lexer from now on.
+  // Starts reading from this lexer.
   void open(LexerObject& lexer);
 
-  // The next token, hidden ones left out; the end-of-input token from the end on.
+  // The next visible token; at the end of the input, the end-of-input token.
   pANTLR3_COMMON_TOKEN current();
-  // The same, and goes on behind it.
+  // The same, and advances past it.
   pANTLR3_COMMON_TOKEN take();
-  // Takes the token behind a sign without making a token of the sign, if the next token has not
-  // been read yet and is this sign. Null says only that it has to be read.
+  // Skips a sign without creating a token for it and takes the token after it, if the next token is
+  // this sign and has not been read yet. Null means only that it has to be read.
   pANTLR3_COMMON_TOKEN take_behind(Sign sign);
 
  private:
-  // A token stays as it is until this many have been read behind it: a rule holds its keyword, the
-  // sign behind it and the value.
+  // A token stays valid until this many more have been read: a rule needs its keyword, the sign
+  // after it and the value.
   static constexpr size_t kSlots = 3;
   struct Slot {
     ANTLR3_COMMON_TOKEN token;
-    Slot* next;  // round and round
+    Slot* next;  // circular
   };
 
   pANTLR3_COMMON_TOKEN read();

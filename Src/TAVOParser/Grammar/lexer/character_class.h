@@ -8,7 +8,7 @@ namespace tavo {
 
 enum CharacterClass : uint8_t {
   kOther = 0,
-  kWord = 0x01,   // may stand in an unquoted string
+  kWord = 0x01,   // may occur in an unquoted string
   kDigit = 0x02,  // also kWord
   kUpper = 0x04,  // also kWord
   kLower = 0x08,  // also kWord
@@ -51,7 +51,7 @@ constexpr uint8_t class_of(uint32_t c) {
 constexpr bool is_word(uint32_t c) {
   return (class_of(c) & kWord) != 0;
 }
-// The character in upper case if it may stand in an unquoted string, else 0.
+// The character in uppercase if it may occur in an unquoted string, else 0.
 constexpr char folded_word(uint32_t c) {
   return c < 128 ? detail::kFoldedWords[c] : '\0';
 }

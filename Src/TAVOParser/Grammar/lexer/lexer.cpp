@@ -33,7 +33,7 @@ const char* grammar_file_name() {
   return "TAVOParser";
 }
 
-// The runtime's own versions print, or skip input that has been skipped already.
+// Replace the runtime's versions, which print, or skip input that is already skipped.
 void report_nothing(pANTLR3_BASE_RECOGNIZER) {}
 void recover_nothing(pANTLR3_LEXER) {}
 void ignore_factory(pANTLR3_TOKEN_FACTORY) {}
@@ -83,9 +83,9 @@ void LexerObject::prepare(pANTLR3_COMMON_TOKEN token) const {
   token->channel = ANTLR3_TOKEN_DEFAULT_CHANNEL;
 }
 
-// ---- broken places -----------------------------------------------------------------------------
+// ---- lexical errors ----------------------------------------------------------------------------
 
-// Where the end of the input is said to be, so that an error there is reported at the string's
+// The position of the end of the input, such that an error there is reported at the string's
 // length.
 int32_t LexerObject::end_position() const {
   const auto characters = static_cast<int32_t>(end_ - begin_) - static_cast<int32_t>(cursor_.pairs);
@@ -97,7 +97,7 @@ void LexerObject::record_first_broken(const uint16_t* offending, RecognitionErro
   pANTLR3_EXCEPTION exception =
       antlr3ExceptionNew(static_cast<ANTLR3_UINT32>(error), as_name(error),
                          const_cast<char*>("Unexpected character"), ANTLR3_FALSE);
-  if (exception == nullptr) return;  // the error will count as one without a position
+  if (exception == nullptr) return;  // the error has no position then
   exception->c = offending == end_ ? ANTLR3_CHARSTREAM_EOF : *offending;
   exception->line = cursor_.line;
   exception->charPositionInLine =
@@ -108,7 +108,7 @@ void LexerObject::record_first_broken(const uint16_t* offending, RecognitionErro
   recognizer()->state->exception = exception;
 }
 
-// Drops what a broken rule had taken and the character it stumbled over.
+// Drops the characters that the failed rule consumed and the offending character.
 void LexerObject::drop_broken(const uint16_t* start, Lexeme lexeme) {
   cursor_.advance(start, lexeme.stop);
   if (first_broken_.error == RecognitionError::kNone) {
@@ -175,7 +175,7 @@ pANTLR3_COMMON_TOKEN LexerObject::next_token_of(pANTLR3_TOKEN_SOURCE source) {
   return from_token_source(source)->next_token();
 }
 
-// For a token source of the runtime's kind, which calls mTokens at the stream's place.
+// For the runtime's own token source, which calls mTokens at the stream's position.
 void LexerObject::match_one_token() {
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
   next_ = static_cast<const uint16_t*>(static_cast<const void*>(input_->nextChar));
@@ -209,7 +209,7 @@ pANTLR3_COMMON_TOKEN LexerObject::new_token_of(pANTLR3_TOKEN_FACTORY factory) {
   return token;
 }
 
-// ---- making and freeing ------------------------------------------------------------------------
+// ---- construction and destruction --------------------------------------------------------------
 
 bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
                        size_t zeros_behind) {
@@ -259,7 +259,7 @@ bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STA
 void LexerObject::close() {
   if (context_.pLexer == nullptr) return;
   pANTLR3_RECOGNIZER_SHARED_STATE state = recognizer()->state;
-  // The runtime frees what hangs off a state with free(); ours is part of this object.
+  // The runtime calls free() on the members of a state; ours is part of this object.
   if (state->tokSource == &source_) state->tokSource = nullptr;
   if (state->tokFactory == &factory_) state->tokFactory = nullptr;
   if (state == &own_state_) {

@@ -1,6 +1,6 @@
-// The lexer as the runtime sees it: a lexer base, a token source that hands out the runtime's
-// common tokens, and a token pool of our own. The runtime's pool would clear a quarter of a
-// megabyte for every lexer, most of the cost of a short parse.
+// The lexer as the runtime sees it: a lexer base, a token source that returns the runtime's common
+// tokens, and our own token pool. The runtime's pool would clear a quarter of a megabyte per lexer,
+// most of the cost of a short parse.
 #pragma once
 
 #include <antlr3.h>
@@ -14,13 +14,13 @@
 
 namespace tavo {
 
-// Where a recognition error of the lexer is, and what it stumbled over.
+// The location of a recognition error of the lexer, and the offending character.
 struct BrokenPlace {
   RecognitionError error = RecognitionError::kNone;
   const uint16_t* text = nullptr;  // the offending character, or the end of the text
 };
 
-// Hands out tokens from a first chunk inside the object, then from ever larger ones on the heap.
+// Allocates tokens from a first chunk inside the object, then from growing chunks on the heap.
 class TokenPool {
  public:
   TokenPool() = default;
@@ -28,7 +28,7 @@ class TokenPool {
   TokenPool& operator=(const TokenPool&) = delete;
   ~TokenPool();
 
-  // A token with nothing but uninitialized fields; null when memory is refused.
+  // An uninitialized token; null when memory cannot be allocated.
   ANTLR3_COMMON_TOKEN* take() {
     if (next_ == limit_) return take_from_new_chunk();
     return next_++;
@@ -53,11 +53,11 @@ class TokenPool {
 class LexerObject {
  public:
   // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null;
-  // zeros_behind: units of 0 that are known to stand behind the stream's text. Returns false when
-  // memory is refused or the stream is not UTF-16.
+  // zeros_behind: the number of zero units after the stream's text. Returns false when memory
+  // cannot be allocated or the stream is not UTF-16.
   bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
             size_t zeros_behind = 0);
-  // Frees what the runtime made for the object, if anything, not the object.
+  // Frees what the runtime allocated for the object, but not the object.
   void close();
 
   pTAVOLexer context() {
@@ -70,17 +70,17 @@ class LexerObject {
     return context_.pLexer->rec->state->tokSource;
   }
 
-  // ---- without the token source and its pool: tokens in places of the caller's -----------------
+  // ---- without the token source and its pool: tokens that the caller allocates -----------------
 
-  // Gives a token everything that is the same in all tokens of this lexer.
+  // Sets the fields that are the same in all tokens of this lexer.
   void prepare(pANTLR3_COMMON_TOKEN token) const;
-  // Reads the next token that is not hidden into a prepared one. Returns false at the end.
+  // Reads the next visible token into a prepared one. Returns false at the end of the input.
   bool next_visible(pANTLR3_COMMON_TOKEN token);
-  // Goes on behind this sign if it is the next token.
+  // Skips this sign if it is the next token.
   bool step_over(Sign sign);
-  // The end-of-input token; to be asked for when everything is read.
+  // The end-of-input token; call when everything is read.
   pANTLR3_COMMON_TOKEN end_of_input();
-  // Reads on to the end, for the broken places there.
+  // Reads to the end, to find lexical errors there.
   void read_to_end();
 
   const BrokenPlace& first_broken() const {
@@ -90,7 +90,7 @@ class LexerObject {
     return out_of_memory_;
   }
 
-  // The object behind a lexer context or behind one of its token sources; null for a foreign one.
+  // The object of a lexer context or of one of its token sources; null for a foreign one.
   static LexerObject* from_context(pTAVOLexer context);
   static LexerObject* from_token_source(pANTLR3_TOKEN_SOURCE source);
 
@@ -99,7 +99,7 @@ class LexerObject {
   pANTLR3_COMMON_TOKEN make_token(const uint16_t* start, const Lexeme& lexeme);
   void describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start, const uint16_t* stop,
                 uint32_t type) const;
-  // Goes on from a lexeme that has been read: its place and its parts, which fit registers.
+  // Continues from a lexeme that has been read, passed in parts that fit in registers.
   bool next_visible_from(const uint16_t* place, const uint16_t* stop, uint32_t type,
                          uint32_t traits, pANTLR3_COMMON_TOKEN token);
   void drop_broken(const uint16_t* start, Lexeme lexeme);
@@ -107,7 +107,7 @@ class LexerObject {
   int32_t end_position() const;
   void match_one_token();
   void synchronize_input();
-  // The next place that is no space, the hidden token that is met most.
+  // The next place that is not a space; spaces are the most frequent hidden token.
   const uint16_t* skip_spaces() const {
     const uint16_t* place = next_;
     while (place != end_ && *place == ' ') ++place;
@@ -124,7 +124,7 @@ class LexerObject {
   pANTLR3_INPUT_STREAM input_;
   const uint16_t* begin_;
   const uint16_t* end_;
-  const uint16_t* readable_;  // end of what may be read, zeros behind the text included
+  const uint16_t* readable_;  // end of readable memory: the text and the zeros after it
   const uint16_t* next_;
   LineCursor cursor_;
   BrokenPlace first_broken_;
@@ -132,14 +132,14 @@ class LexerObject {
   TokenPool pool_;
 };
 
-// Inline, since every token of a statement passes here.
+// Inline, since it runs for every token of a statement.
 inline void LexerObject::describe(pANTLR3_COMMON_TOKEN token, const uint16_t* start,
                                   const uint16_t* stop, uint32_t type) const {
   token->type = type;
   token->line = cursor_.line;
   token->lineStart = const_cast<uint16_t*>(cursor_.line_start);
   token->charPosition = cursor_.character_position(start);
-  // As in the runtime's own tokens: addresses of the first and of the last byte.
+  // As in the runtime's tokens: the addresses of the first and of the last byte.
   token->start = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(start));
   token->stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(stop) - 1);
 }
@@ -151,7 +151,7 @@ inline bool LexerObject::next_visible(pANTLR3_COMMON_TOKEN token) {
     return false;
   }
   const Lexeme lexeme = scan(place, end_, readable_);
-  // Nearly all visible tokens are plain: neither broken nor with line ends.
+  // Nearly all visible tokens are plain: without errors and line ends.
   if (lexeme.traits != 0) [[unlikely]] {
     return next_visible_from(place, lexeme.stop, lexeme.type, lexeme.traits, token);
   }

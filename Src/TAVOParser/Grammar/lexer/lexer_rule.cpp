@@ -16,8 +16,8 @@ Match single(const Unit* text, const Unit* end, bool (*accepts)(uint32_t), Recog
   return {ok ? text + 1 : text, ok ? RecognitionError::kNone : error};
 }
 
-// The spellings of one token as alternatives: characters they share are matched, and at the first
-// one where they differ the rule commits. It never goes back: PROV is no PRO.
+// The spellings of one token as alternatives. Their common prefix is matched, and the rule commits
+// at the first character where they differ. It never backtracks: PROV is not PRO.
 Match match_spellings(const TokenInfo& info, const Unit* text, const Unit* end) {
   const bool fold = info.kind != TokenKind::kKeyLiteral;
   std::string_view chosen = spelling(info.first_spelling);  // stands for all that still fit

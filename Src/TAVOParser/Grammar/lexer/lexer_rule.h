@@ -1,5 +1,5 @@
-// One lexer rule by itself, as the recognizer's rule function of that name would run: committed to
-// its token from the first character on. The dispatch never works this way; tests and tools do.
+// One lexer rule alone, like the recognizer's rule function of that name: committed to its token
+// from the first character. The dispatch does not use it; tests and tools do.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace tavo {
 
-// Runs the rule m<token name> at text. type: a token type or fragment, 4 to 350; other numbers end
-// in kNoViableAlternative at text.
+// Runs the rule m<token name> at text. type: a token type or fragment, 4 to 350; other numbers give
+// kNoViableAlternative at text.
 Match match_rule(uint32_t type, const uint16_t* text, const uint16_t* end);
 
 }  // namespace tavo

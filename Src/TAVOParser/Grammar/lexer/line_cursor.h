@@ -1,11 +1,11 @@
-// Where a place of a text is: its line, and its position there as the runtime counts it.
+// The line of a place in a text, and its position in that line as the runtime counts it.
 #pragma once
 
 #include <cstdint>
 
 namespace tavo {
 
-// Position within the text, kept from line end to line end only.
+// A position in the text, updated only at line ends.
 struct LineCursor {
   const uint16_t* line_start = nullptr;
   uint32_t line = 1;
@@ -14,8 +14,8 @@ struct LineCursor {
   int32_t uncounted = 1;
   uint32_t pairs = 0;  // surrogate pairs before the cursor
 
-  // The runtime's character position of a place in the present line. On the first line it is one
-  // less than the column, but never below 0: a position of -1 would read as "unknown" in an error.
+  // The runtime's character position of a place in the current line. On the first line it is one
+  // less than the column, but never below 0: a position of -1 would mean "unknown" in an error.
   int32_t character_position(const uint16_t* place) const {
     const int32_t position = static_cast<int32_t>(place - line_start) - uncounted;
     return position < 0 ? 0 : position;

@@ -29,7 +29,7 @@ bool at(const Unit* text, const Unit* end, uint32_t character) {
   return text != end && *text == character;
 }
 
-// The characters of a keyword, in either case.
+// Matches the characters of a keyword, ignoring case.
 Match match_letters(const Unit* text, const Unit* end, std::string_view upper) {
   for (char c : upper) {
     if (text == end || to_upper(*text) != static_cast<unsigned char>(c)) {
@@ -40,7 +40,7 @@ Match match_letters(const Unit* text, const Unit* end, std::string_view upper) {
   return matched(text);
 }
 
-// A chain of rules: each step does nothing once a step has failed.
+// A sequence of rules: after a failure, further steps do nothing.
 class Sequence {
  public:
   Sequence(const Unit* text, const Unit* end) : match_(matched(text)), end_(end) {}
@@ -64,7 +64,7 @@ class Sequence {
     if (match_.ok()) match_ = failed(match_.stop, error);
     return *this;
   }
-  // Upper-case letter at the present place, or 0 at the end or after a failure.
+  // The character at the current place in uppercase; 0 at the end or after a failure.
   uint32_t next() const {
     return match_.ok() && match_.stop != end_ ? to_upper(*match_.stop) : 0;
   }
@@ -103,8 +103,7 @@ bool begins_copy_ranges(const Unit* text, const Unit* end) {
 constexpr Lexeme hidden(const Unit* stop, uint32_t type) {
   return {stop, type, Lexeme::kHidden | Lexeme::kMultiLine};
 }
-// The longest structured value with blanks that stands here; a token without an end if there is
-// none.
+// The longest structured value with blanks at this place; a lexeme without an end if there is none.
 [[gnu::noinline]] Lexeme match_value_with_blanks(const Unit* text, const Unit* end) {
   Lexeme longest = token(text, 0);
   for (uint16_t index : spellings_with_blanks()) {
@@ -116,7 +115,7 @@ constexpr Lexeme hidden(const Unit* stop, uint32_t type) {
   return longest;
 }
 
-// A token that can hold a quoted string, and so line ends.
+// A token that may contain a quoted string, and so line ends.
 constexpr Lexeme token_or_broken(Match match, uint32_t type) {
   return {match.stop, match.ok() ? type : 0,
           static_cast<uint32_t>(match.error) | Lexeme::kMultiLine};
@@ -127,8 +126,8 @@ constexpr Lexeme token_or_broken(Match match, uint32_t type) {
                          TAVO_PARSER_AFF_WHENMATCH_PREFIX_SUFFIX_OVERLAY_SYNTAX);
 }
 
-// The first character in a string that is not just taken: a quote, a backslash, a line end, half of
-// a surrogate pair.
+// The first character in a string that needs attention: a quote, a backslash, a line end or a
+// surrogate.
 const Unit* end_of_plain_text(const Unit* text, const Unit* end) {
 #ifdef __SSE2__
   for (; end - text >= 8; text += 8) {
@@ -151,7 +150,7 @@ const Unit* end_of_plain_text(const Unit* text, const Unit* end) {
   return text;
 }
 
-// Most strings are plain text up to the next quote. Any other is left to the rule.
+// Most strings are plain text up to the next quote. The rule handles all others.
 Lexeme scan_quoted_string(const Unit* text, const Unit* end) {
   const Unit* stop = end_of_plain_text(text + 1, end);
   if (at(stop, end, '"')) return token(stop + 1, TAVO_PARSER_STRING_WITH_QUOTES);
@@ -168,7 +167,7 @@ bool has_lower_case(const Unit* text, const Unit* end) {
   return text != end;
 }
 
-// A run of word characters that is no word of the vocabulary.
+// The type of a run of word characters that is not in the vocabulary.
 uint16_t type_of_unknown(const Unit* text, const Unit* stop) {
   const bool digits_first = is_digit(*text) || (*text == '-' && stop - text > 1);
   return digits_first && all_digits(text + 1, stop) ? INTEGER : TAVO_PARSER_STRING_WITHOUT_QUOTES;

@@ -1,5 +1,5 @@
-// The lexical rules, as functions over UTF-16 text: what is the token at this place? Nothing here
-// knows the runtime, keeps state or asks for memory.
+// The lexical rules, as functions over UTF-16 text: which token is at this place? They know nothing
+// of the runtime, keep no state and allocate no memory.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ enum class RecognitionError : uint8_t {
 };
 
 // Where a rule ended. Without an error `stop` is one past its last code unit; with one it is the
-// offending character, or the end of the text when the text ended too soon.
+// offending character, or the end of the text.
 struct Match {
   const uint16_t* stop;
   RecognitionError error;
@@ -31,17 +31,17 @@ struct Match {
   }
 };
 
-// The characters that are a token by themselves wherever a token begins with them.
+// The characters that always are a token by themselves.
 enum class Sign : uint16_t { kComma = ',', kEqual = '=' };
 
-// What stands at one place of the text. Fits two registers.
+// The lexeme at one place of the text. Fits in two registers.
 struct Lexeme {
   static constexpr uint32_t kHidden = 0x100;     // white space or a comment
   static constexpr uint32_t kMultiLine = 0x200;  // may contain line ends or surrogate pairs
 
   const uint16_t* stop;  // as in Match
-  uint32_t type;         // token type; 0 when the lexeme is broken
-  uint32_t traits;       // recognition error, kHidden, kMultiLine; never 0 when broken
+  uint32_t type;         // token type; 0 after a recognition error
+  uint32_t traits;       // recognition error, kHidden, kMultiLine; never 0 with an error
 
   constexpr RecognitionError error() const {
     return static_cast<RecognitionError>(traits & 0xFF);
@@ -59,14 +59,15 @@ namespace detail {
 constexpr Lexeme token(const uint16_t* stop, uint32_t type) {
   return {stop, type, 0};
 }
-// What a run of word characters is: keyword, structured value, number or unquoted string. head,
-// tail: as in WordRun; candidate: the one word of the vocabulary that it can be.
+// Classifies a run of word characters: keyword, structured value, number or unquoted string. head,
+// tail: as in WordRun; candidate: the only word of the vocabulary that it can be.
 Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop, uint64_t head,
                 uint64_t tail, const Word& candidate);
-// A word that is long, or too near to the end of what may be read, to be read in one step.
+// Scans a word that is too long, or too close to the end of readable memory, to be read in one
+// step.
 Lexeme scan_other_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable);
 
-// What begins with a word character. Inline, since most of a statement is keywords.
+// Scans a lexeme that begins with a word character. Inline, since most of a statement is keywords.
 inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   WordRun run;
   if (!read_word(text, readable, run)) [[unlikely]] {
@@ -80,14 +81,14 @@ inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_
   return classify(text, end, run.stop, run.head, run.tail, word);
 }
 Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
-// What begins with neither a word character, a blank, a comma nor an equals sign.
+// Scans a lexeme that does not begin with a word character, a blank, a comma or an equals sign.
 Lexeme scan_other(const uint16_t* text, const uint16_t* end);
 
 }  // namespace detail
 
-// Recognizes the one token at text, which is before end. Always takes at least one code unit,
-// except that a broken lexeme's offending character may be the first one. readable: end of what may
-// be read; from end to there, all units are 0.
+// Recognizes the one token at text, which is before end. Consumes at least one code unit, except
+// that after an error the offending character may be the first one. readable: end of readable
+// memory; the units from end to there are 0.
 inline Lexeme scan(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   const uint32_t c = *text;
   const uint8_t kind = class_of(c);
@@ -105,7 +106,7 @@ inline Lexeme scan(const uint16_t* text, const uint16_t* end) {
   return scan(text, end, end);
 }
 
-// ---- single rules, each committed from its first character on ----------------------------------
+// ---- single rules, each committed from its first character -------------------------------------
 
 Match match_word_run(const uint16_t* text, const uint16_t* end);       // unquoted string
 Match match_integer(const uint16_t* text, const uint16_t* end);        // sign and digits

@@ -10,7 +10,7 @@
 namespace tavo {
 namespace {
 
-// Walks over a text and keeps offset, line and column in characters.
+// Iterates over a text and tracks offset, line and column in characters.
 class TokenWalk {
  public:
   TokenWalk(const uint16_t* begin, const uint16_t* end) : place_(begin), end_(end) {

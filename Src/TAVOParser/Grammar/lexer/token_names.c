@@ -1,4 +1,4 @@
-/* The exported name table. In C, since only C can place array elements by number. */
+/* The exported name table. In C, which has designated array initializers. */
 #include "TAVOParser.h"
 
 const char* const TAVOParserTokenNames[TAVO_TOKEN_NAME_COUNT] = {

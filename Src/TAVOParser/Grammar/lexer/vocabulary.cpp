@@ -39,7 +39,7 @@ struct Extent {
   size_t spellings = 0;
   size_t characters = 0;
   size_t with_blanks = 0;
-  size_t words = 0;  // spellings that are neither punctuation nor have blanks
+  size_t words = 0;  // spellings without punctuation and blanks
 };
 
 consteval Extent measure() {
@@ -73,17 +73,17 @@ struct Tables {
   std::array<uint16_t, kExtent.with_blanks> with_blanks{};
 };
 
-// Not constant, so that calling them while the tables are made stops the compiler.
-void a_token_number_stands_twice() {}
+// Not constexpr, so that calling them while the tables are built is a compile error.
+void a_token_number_occurs_twice() {}
 void a_token_number_is_missing() {}
-void a_keyword_begins_with_a_digit() {}  // it might be the beginning of a value with blanks
+void a_keyword_begins_with_a_digit() {}  // it could be the beginning of a value with blanks
 
 consteval Tables make_tables() {
   Tables t;
   size_t spelling = 0, character = 0, blank = 0;
   for (const Row& r : make_rows()) {
     TokenInfo& info = t.tokens[r.type];
-    if (info.kind != TokenKind::kReserved) a_token_number_stands_twice();
+    if (info.kind != TokenKind::kReserved) a_token_number_occurs_twice();
     info = {r.kind, static_cast<uint16_t>(spelling), 0};
     for (std::string_view s : r.spellings) {
       if (s.empty()) break;
@@ -182,7 +182,7 @@ bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* 
                 size_t length) {
   if (word.head != head || word.tail != tail || word.length != length) return false;
   const std::string_view characters = spelling(word.spelling);
-  for (size_t i = 8; i + 8 < length; ++i) {  // what neither the head nor the tail holds
+  for (size_t i = 8; i + 8 < length; ++i) {  // the characters in neither head nor tail
     if (folded_word(text[i]) != characters[i]) return false;
   }
   return true;

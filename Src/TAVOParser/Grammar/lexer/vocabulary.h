@@ -18,10 +18,10 @@ enum class TokenKind : uint8_t {
   kPunctuation,      // one character
   kPattern,          // described by a rule
   kKeyword,          // a word in either case
-  kNumberedKeyword,  // a word in either case, bare or with a number from 1 to 99
+  kNumberedKeyword,  // a word, ignoring case, alone or with a number from 1 to 99
   kValue,            // a structured value in either case
   kKeyLiteral,       // a word in exactly this case
-  kFragment,         // never a token itself
+  kFragment,         // never a token by itself
 };
 
 struct TokenInfo {
@@ -32,21 +32,21 @@ struct TokenInfo {
 
 inline constexpr uint32_t kTokenTypeCount = 351;
 
-// What kind of token a type number is; numbers out of range are kReserved.
+// Describes a token type; numbers out of range are kReserved.
 TokenInfo token_info(uint32_t type);
-// The index-th spelling of all, upper case, static and terminated text.
+// The index-th of all spellings, in uppercase; static, terminated text.
 std::string_view spelling(size_t index);
 
-// A word at its place in the perfect hash.
+// A slot of the perfect hash.
 struct Word {
   uint64_t head = 0;  // as in WordRun
   uint64_t tail = 0;
   uint16_t spelling = 0;
   uint16_t type = 0;
-  uint8_t length = 0;  // 0: no word has this place
+  uint8_t length = 0;  // 0: empty slot
   TokenKind kind = TokenKind::kReserved;
-  // Length of a keyword that head and tail hold all of, and that is one whatever its case and
-  // whatever stands behind it; else 0.
+  // Length of a keyword that head and tail contain completely and that is a keyword in any case and
+  // whatever follows it; else 0.
   uint8_t plain_length = 0;
 };
 
@@ -59,7 +59,7 @@ namespace detail {
 
 extern const WordTable kWordTable;
 
-// The one word that a run of characters can be.
+// The only word that a run of characters can be.
 inline const Word& word_at_place_of(uint64_t head, uint64_t tail, size_t length) {
   const WordHash hash(head, tail, length);
   return kWordTable.words[hash.slot(kWordTable.displacements[hash.bucket()])];
@@ -67,19 +67,18 @@ inline const Word& word_at_place_of(uint64_t head, uint64_t tail, size_t length)
 
 }  // namespace detail
 
-// PREFIX, SUFFIX or OVERLAY: with a parenthesis behind it the beginning of a longer token.
+// PREFIX, SUFFIX or OVERLAY: with a parenthesis after it, the beginning of a longer token.
 constexpr bool is_affix(uint32_t type) {
   return type == TAVO_PARSER_TOKEN_PREFIX || type == TAVO_PARSER_TOKEN_SUFFIX ||
          type == TAVO_PARSER_TOKEN_OVERLAY;
 }
 
-// Whether a run of characters, none of them a blank, is this word. The caller checks the case of
-// key literals: this sees folded text only. head, tail: as in WordRun; text: the run as typed;
-// length in characters.
+// Whether a run of non-blank characters is this word. The caller checks the case of key literals:
+// this function sees only folded text. head, tail: as in WordRun; text: the run as typed; length in
+// characters.
 bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* text,
                 size_t length);
-// Whether a word is FLDDEF1 to FLDDEF99: one keyword with a number behind it, no spelling of its
-// own for each.
+// Whether a word is FLDDEF1 to FLDDEF99: one keyword with a number, without a spelling for each.
 bool is_numbered_keyword(uint64_t head, size_t length);
 
 // Indices of the spellings that contain blanks.

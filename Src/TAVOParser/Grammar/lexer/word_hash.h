@@ -1,6 +1,6 @@
-// A perfect hash for words that are known when the library is compiled: the words of a bucket share
-// a displacement that sends each to a slot of its own, so that a look-up compares one word, whether
-// it finds it or not.
+// A perfect hash for words that are known at compile time: the words of a bucket share a
+// displacement that maps each one to its own slot, so that a lookup compares one word, found or
+// not.
 #pragma once
 
 #include <array>
@@ -33,7 +33,7 @@ class WordHash {
 
 using Displacements = std::array<uint16_t, WordHash::kBuckets>;
 
-// Not constant, so that calling it while the displacements are sought stops the compiler.
+// Not constexpr, so that calling it during the search for displacements is a compile error.
 inline void two_words_share_every_slot() {}
 
 // A displacement for each bucket, the fullest buckets first.

@@ -1,5 +1,5 @@
-// A run of word characters, read and folded to upper case in one go. Most of a statement is such
-// runs, so sixteen characters are looked at together where the machine can do that.
+// A run of word characters, read and folded to uppercase in one step. Most of a statement consists
+// of such runs, so sixteen characters are read at once where the machine supports it.
 #pragma once
 
 #include <bit>
@@ -22,7 +22,7 @@ struct WordRun {
   uint64_t tail;
 };
 
-// Character by character; also reads on behind what has been read already.
+// Reads character by character; also continues after what has already been read.
 inline WordRun read_word_by_character(const uint16_t* text, const uint16_t* end) {
   WordRun run = {text, 0, 0};
   char c;
@@ -40,23 +40,23 @@ inline WordRun read_word_by_character(const uint16_t* text, const uint16_t* end)
 
 #ifdef __SSE2__
 
-// Sixteen characters, those of a word in upper case, and how many of them begin a run of those.
+// Sixteen characters, word characters in uppercase, and the length of the run at their beginning.
 struct SixteenCharacters {
   uint64_t first;
   uint64_t second;
   unsigned word_length;
 };
 
-// The last eight of them count as 0 when only eight may be read.
+// The last eight are 0 when only eight may be read.
 inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
   const auto* units = static_cast<const __m128i*>(static_cast<const void*>(text));
   __m128i second = _mm_setzero_si128();
   if (!only_eight) [[likely]] {
     second = _mm_loadu_si128(units + 1);
   }
-  // What does not fit a byte becomes 0 or 255: neither is a word character.
+  // A unit that does not fit in a byte becomes 0 or 255, neither of which is a word character.
   const __m128i c = _mm_packus_epi16(_mm_loadu_si128(units), second);
-  // Whether a byte lies in a range: moved so that the range ends at the largest signed number.
+  // Whether a byte is in a range, which is shifted so that it ends at the largest signed number.
   const auto in_range = [](__m128i bytes, int first, int last) {
     const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(0x7F - last)));
     return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(0x7F - (last - first) - 1)));
@@ -73,8 +73,8 @@ inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
           static_cast<unsigned>(std::countr_one(word))};
 }
 
-// Reads a run in one step. Returns false when what may be read ends too soon for that or the run is
-// longer than one step.
+// Reads a run in one step. Returns false when the readable memory ends too early for that or the
+// run is longer than one step.
 inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   if (end - text < 8) [[unlikely]] {
     return false;
@@ -86,15 +86,15 @@ inline bool read_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
     run.head = run.tail = c.first & ((uint64_t{1} << (8 * c.word_length)) - 1);
     return true;
   }
-  if (c.word_length == (only_eight ? 8 : 16)) return false;  // it goes on
+  if (c.word_length == (only_eight ? 8 : 16)) return false;  // the run is longer
   const unsigned shift = 8 * (c.word_length - 8);
   run.head = c.first;
   run.tail = shift == 0 ? c.first : c.first >> shift | c.second << (64 - shift);
   return true;
 }
 
-// Reads a run in steps, when it could not be read in one. Returns false when what may be read ends
-// too soon for that.
+// Reads a run in several steps, when one is not enough. Returns false when the readable memory ends
+// too early for that.
 inline bool read_long_word(const uint16_t* text, const uint16_t* end, WordRun& run) {
   run.stop = text;
   unsigned length = 16;

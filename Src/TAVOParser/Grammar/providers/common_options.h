@@ -1,18 +1,19 @@
-// Options that several providers share. An option whose keyword is shared but whose values are not
-// (a method, a seed, a separator, a case) has a rule of its own in its provider's table.
+// Options that several providers share. An option that shares only its keyword (method, seed,
+// separator, case) has its own rule in its provider's table.
 #pragma once
 
 #include "Grammar/engine/option_table.h"
 
 namespace tavo {
 
-// ---- value lists that are used more than once --------------------------------------------------
+// ---- shared value lists ------------------------------------------------------------------------
 
 inline constexpr ValueList kInteger = {{{{INTEGER}}}};
 inline constexpr ValueList kQuotedString = {{{{TAVO_PARSER_STRING_WITH_QUOTES}}}};
 inline constexpr ValueList kYesOrNo = {{{{TAVO_PARSER_PARAMVAL_NO}, {TAVO_PARSER_PARAMVAL_YES}}}};
 
-// The SQL Server spellings are stored as typed, unlike the other products', and that is meant.
+// Deliberate: the SQL Server spellings are stored as typed, unlike those of the other products;
+// kept for callers, which tell them apart by these types.
 inline constexpr ValueList kDbmsTypes = {{{
     {TAVO_PARSER_DBMSTYPE_ANY},
     {TAVO_PARSER_DBMSTYPE_QUARTELO},
@@ -32,8 +33,8 @@ inline constexpr ValueList kDbmsTypes = {{{
     {TAVO_PARSER_TOKEN_SQLSERVER},
 }}};
 
-// Stored value types are data-type codes. GRAPHIC and VARGRAPHIC are keywords that no field can
-// have, and that is meant.
+// Stored value types are data-type codes. Deliberate: GRAPHIC and VARGRAPHIC are keywords but not
+// accepted, since the suite has no codes for them.
 inline constexpr ValueList kDataTypes = {{{
     {TAVO_PARSER_DATATYPE_CHAR, 1},
     {TAVO_PARSER_DATATYPE_DATETIME_CHAR, 25},
@@ -233,7 +234,8 @@ inline constexpr OptionRule cmn_opt_parm_remove = {
     .key_type = TAVO_PARSER_CMN_PARM_REMOVE,
     .values = kQuotedString,
 };
-// LEFT and BOTH have stored types of their own, but only RIGHT is accepted, and that is meant.
+// Deliberate: LEFT and BOTH have stored types, but only RIGHT is accepted; the types are kept for
+// callers that name them.
 inline constexpr OptionRule cmn_opt_parm_trim = {
     .name = "cmn_opt_parm_trim",
     .keywords = {{TAVO_PARSER_CMN_PARM_TRIM}},

@@ -78,8 +78,8 @@ inline constexpr OptionRule lds_opt_parm_id = {
     .key_type = TAVO_PARSER_LDS_PARM_ID,
     .syntax = ValueSyntax::kString,
 };
-// ODBC selects the library of MSS, and that is meant. Short and long spellings of the other
-// products are no library names.
+// Deliberate: ODBC selects the library of MSS; kept for callers, which load that one for both.
+// Short and long spellings of the other products are not library names.
 inline constexpr OptionRule lds_opt_parm_library = {
     .name = "lds_opt_parm_library",
     .keywords = {{TAVO_PARSER_TOKEN_LIB}},

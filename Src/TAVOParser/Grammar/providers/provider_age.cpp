@@ -1,4 +1,4 @@
-// AGE: dates are moved by an amount, or set to a specific year.
+// AGE: moves dates by an amount, or sets them to a specific year.
 #include "Grammar/providers/common_options.h"
 #include "Grammar/providers/providers.h"
 
@@ -11,7 +11,7 @@ constexpr OptionRule cmn_opt_parm_dst_date_format = {
     .key_type = TAVO_PARSER_CMN_PARM_DST_DATE_FORMAT,
     .values = kQuotedString,
 };
-// The kind of value decides the key type: an amount of years, or a specific year.
+// The kind of value determines the key type: a number of years, or a specific year.
 constexpr OptionRule age_opt_parm_year = {
     .name = "age_opt_parm_year",
     .keywords = {{TAVO_PARSER_TOKEN_YEAR}},
@@ -21,7 +21,8 @@ constexpr OptionRule age_opt_parm_year = {
         {TAVO_PARSER_STRING_WITH_QUOTES, kAsTyped, TAVO_PARSER_AGE_PARM_SPECIFIC_YEAR},
     }}},
 };
-// Month, week and pivot are stored without a value type, year and day with theirs; that is meant.
+// Deliberate: month, week and pivot are stored without a value type, year and day with one; callers
+// read them so.
 constexpr OptionRule age_opt_parm_month = {
     .name = "age_opt_parm_month",
     .keywords = {{TAVO_PARSER_TOKEN_MONTH}},
@@ -34,7 +35,8 @@ constexpr OptionRule age_opt_parm_week = {
     .key_type = TAVO_PARSER_AGE_PARM_WEEK,
     .values = {{{{INTEGER, kNoType}}}},
 };
-// The keyword for any day is the DBMS type's, and that is meant.
+// Deliberate: the keyword for any day is that of the DBMS type, since a spelling belongs to one
+// token.
 constexpr OptionRule age_opt_parm_day = {
     .name = "age_opt_parm_day",
     .keywords = {{TAVO_PARSER_TOKEN_DAY}},
@@ -44,7 +46,7 @@ constexpr OptionRule age_opt_parm_day = {
         {TAVO_PARSER_DBMSTYPE_ANY, kAsTyped, TAVO_PARSER_AGE_PARM_DAY_ANY},
     }}},
 };
-// RAND is no method, and that is meant.
+// Deliberate: RAND is not accepted as a method, only RAN and RANDOM; kept as callers document it.
 constexpr OptionRule age_opt_parm_method = {
     .name = "age_opt_parm_method",
     .keywords = {{TAVO_PARSER_CMN_PARM_METHOD}},
@@ -63,7 +65,7 @@ constexpr OptionRule age_opt_parm_pivot = {
     .key_type = TAVO_PARSER_AGE_PARM_PIVOT,
     .values = {{{{INTEGER, kNoType}}}},
 };
-// Preserve only: there is no error choice, and that is meant.
+// Deliberate: only preserve, no error choice; kept for callers, which know no other.
 constexpr OptionRule age_opt_parm_when_result_invalid = {
     .name = "age_opt_parm_when_result_invalid",
     .keywords = {{TAVO_PARSER_AGE_PARM_WHENRESULTINVALID}},

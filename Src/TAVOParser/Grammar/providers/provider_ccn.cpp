@@ -5,7 +5,7 @@
 namespace tavo {
 namespace {
 
-// 4C2R is stored under the general random-suffix type, and that is meant.
+// Deliberate: 4C2R is stored with the general random-suffix type; kept for callers.
 constexpr OptionRule ccn_opt_parm_pattern = {
     .name = "ccn_opt_parm_pattern",
     .keywords = {{TAVO_PARSER_CMN_PARM_PATTERN}},

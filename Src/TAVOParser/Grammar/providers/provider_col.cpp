@@ -6,7 +6,7 @@
 namespace tavo {
 namespace {
 
-// No random choice, and that is meant.
+// Deliberate: no random choice; kept for callers, which know no other.
 constexpr OptionRule col_opt_parm_method = {
     .name = "col_opt_parm_method",
     .keywords = {{TAVO_PARSER_CMN_PARM_METHOD}},
@@ -17,7 +17,8 @@ constexpr OptionRule col_opt_parm_method = {
         {TAVO_PARSER_TOKEN_REPEATABLE, TAVO_PARSER_METHOD_MASK},
     }}},
 };
-// The default is the affinity algorithm here, the native hash elsewhere, and that is meant.
+// Deliberate: the default is the affinity algorithm here, the native hash elsewhere; kept for
+// callers, since another default would change masked values.
 constexpr OptionRule col_opt_parm_algorithm = {
     .name = "col_opt_parm_algorithm",
     .keywords = {{TAVO_PARSER_CMN_PARM_ALGORITHM}},
@@ -65,7 +66,7 @@ constexpr OptionRule col_opt_parm_collen = {
     .key_type = TAVO_PARSER_COL_PARM_COLLEN,
     .values = {{{{INTEGER}, {TAVO_PARSER_COLLEN_MAX}}}},
 };
-// No HMAC and no field name, and that is meant.
+// Deliberate: no HMAC and no field name; kept for callers, which know neither here.
 constexpr OptionRule col_opt_parm_seed = {
     .name = "col_opt_parm_seed",
     .keywords = {{TAVO_PARSER_CMN_PARM_SEED}},
@@ -90,7 +91,7 @@ constexpr OptionRule col_opt_parm_rule = {
         {TAVO_PARSER_TOKEN_SCALED, TAVO_PARSER_COLBIN_SCALED},
     }}},
 };
-// Value type 0, and that is meant: the structure is in the text.
+// Deliberate: value type 0; callers read the structure from the text.
 constexpr OptionRule col_opt_parm_copy = {
     .name = "col_opt_parm_copy",
     .keywords = {{TAVO_PARSER_COL_PARM_COPY}},

@@ -5,7 +5,7 @@
 namespace tavo {
 namespace {
 
-// HASH besides the common choices.
+// The common choices and HASH.
 constexpr OptionRule eml_opt_parm_method = {
     .name = "eml_opt_parm_method",
     .keywords = {{TAVO_PARSER_CMN_PARM_METHOD}},
@@ -58,7 +58,8 @@ constexpr OptionRule eml_opt_parm_userprefix = {
     .key_type = TAVO_PARSER_EML_PARM_USERPREFIX,
     .syntax = ValueSyntax::kString,
 };
-// No environment variable, field name or random seed, and that is meant.
+// Deliberate: no environment variable, field name or random seed; kept for callers, which know none
+// of them here.
 constexpr OptionRule eml_opt_parm_seed = {
     .name = "eml_opt_parm_seed",
     .keywords = {{TAVO_PARSER_CMN_PARM_SEED}},

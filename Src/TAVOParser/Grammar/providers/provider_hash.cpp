@@ -11,7 +11,7 @@ constexpr OptionRule hash_opt_parm_hashmax = {
     .key_type = TAVO_PARSER_HASH_PARM_HASHMAX,
     .values = kInteger,
 };
-// A quoted string here, a keyword in EML, and that is meant.
+// Deliberate: a quoted string here, a keyword in EML; kept for statements in use.
 constexpr OptionRule hash_opt_parm_field_separator = {
     .name = "hash_opt_parm_field_separator",
     .keywords = {{TAVO_PARSER_CMN_PARM_SEPARATOR}},
@@ -45,7 +45,8 @@ constexpr OptionIndex kIndex = index_options(kOptions);
 
 }  // namespace
 
-// Named by a general word, stored under the provider's own type, and that is meant.
+// Deliberate: named by a general word, but stored with the provider's own type; kept for callers,
+// which select the provider by it.
 constexpr StatementRule tavo_service_provider_hash = {
     .name = "tavo_service_provider_hash",
     .head = provider_head(TAVO_PARSER_TOKEN_HASH, TAVO_PARSER_PROVIDER_HASH),

@@ -5,7 +5,7 @@
 namespace tavo {
 namespace {
 
-// A quoted literal or HMAC only, and that is meant.
+// Deliberate: only a quoted literal or HMAC; kept for callers, which know no other seed here.
 constexpr OptionRule lookup_opt_parm_seed = {
     .name = "lookup_opt_parm_seed",
     .keywords = {{TAVO_PARSER_CMN_PARM_SEED}},
@@ -15,7 +15,8 @@ constexpr OptionRule lookup_opt_parm_seed = {
         {TAVO_PARSER_TOKEN_HMAC, TAVO_PARSER_SEED_HMAC},
     }}},
 };
-// The source keywords store the search columns here, and that is meant.
+// Deliberate: the source keywords store the search columns here; kept for callers, which read them
+// under that type.
 constexpr OptionRule hashlookup_parm_source = {
     .name = "hashlookup_parm_source",
     .keywords = {{TAVO_PARSER_TOKEN_SEARCH, TAVO_PARSER_TOKEN_SRCH, TAVO_PARSER_TOKEN_SOURCE,

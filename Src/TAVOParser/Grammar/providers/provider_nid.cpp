@@ -35,7 +35,7 @@ constexpr OptionRule nid_opt_parm_table = {
     }}},
 };
 
-// ---- formats: value type 0, and that is meant; the key type alone tells what they are ----------
+// ---- formats: value type 0, deliberately; callers read the key type -----------------------------
 
 constexpr OptionRule nid_opt_parm_format_us = {
     .name = "nid_opt_parm_format_us",

@@ -41,7 +41,7 @@ constexpr OptionRule cmn_opt_parm_size = {
     .key_type = TAVO_PARSER_CMN_PARM_SIZE,
     .values = kInteger,
 };
-// An integer only, unlike every other seed, and that is meant.
+// Deliberate: only an integer, unlike every other seed; kept for callers, which read a number.
 constexpr OptionRule ds_opt_parm_seed = {
     .name = "ds_opt_parm_seed",
     .keywords = {{TAVO_PARSER_CMN_PARM_SEED}},
@@ -91,7 +91,8 @@ constexpr OptionIndex kDdswapIndex = index_options(kDdswapOptions);
 
 }  // namespace
 
-// Named by general words, stored under the providers' own types, and that is meant.
+// Deliberate: named by general words, but stored with the providers' own types; kept for callers,
+// which select the provider by them.
 constexpr StatementRule tavo_service_provider_dswap = {
     .name = "tavo_service_provider_dswap",
     .head = provider_head(TAVO_PARSER_TOKEN_DS, TAVO_PARSER_PROVIDER_DSWAP),

@@ -1,11 +1,12 @@
-// A provider written by the user: its library, field definitions, and pairs that nobody interprets.
+// A user-written provider: its library, field definitions, and pairs that the parser does not
+// interpret.
 #include "Grammar/providers/common_options.h"
 #include "Grammar/providers/providers.h"
 
 namespace tavo {
 namespace {
 
-// Keys and values are not retyped: a keyword in their place is an error.
+// Keys and values keep their token types: a keyword in their place is an error.
 constexpr OptionRule userprovider_opt_parm_kvpair = {
     .name = "userprovider_opt_parm_kvpair",
     .keywords = {{TAVO_PARSER_STRING_WITHOUT_QUOTES}},

@@ -1,5 +1,5 @@
-// The statements of the language, one file each. To add a provider: write its file, name it here
-// and in statements.cpp.
+// The statements of the language, one file each. To add a provider: write its file, and add its
+// statement here and in statements.cpp.
 #pragma once
 
 #include "Grammar/engine/option_table.h"
