@@ -14,7 +14,18 @@ constexpr const ProviderRules* kProviderRules[] = {
     &kHashLookupRules, &kRandomLookupRules, &kNidRules, &kDswapRules, &kCdswapRules, &kDdswapRules,
 };
 
-// The first pair with a placeholder, in array order.
+void record(ErrorState* state, const Violation& violation) {
+  constexpr int16_t kWideText = 4;
+  const int16_t slots = violation.insert == nullptr ? 0 : 1;
+  // Without its own block, the insert would be added to an earlier message.
+  if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
+  const StoredText key = key_text(*violation.insert);
+  capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
+                static_cast<uint32_t>(key.length * sizeof(wchar_t)));
+}
+
+}  // namespace
+
 Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider) {
   Violation first{0, pairs.end()};
   for (const PlaceholderRule& rule : provider.placeholders) {
@@ -27,18 +38,6 @@ Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provid
   }
   return first;
 }
-
-void record(ErrorState* state, const Violation& violation) {
-  constexpr int16_t kWideText = 4;
-  const int16_t slots = violation.insert == nullptr ? 0 : 1;
-  // Without its own block, the insert would be added to an earlier message.
-  if (capture_error(state, 0, violation.number, slots) != 0 || slots == 0) return;
-  const StoredText key = key_text(*violation.insert);
-  capture_token(state, key.characters, kWideText, TAVO_TOKID_PARMKEY,
-                static_cast<uint32_t>(key.length * sizeof(wchar_t)));
-}
-
-}  // namespace
 
 Violation find_violation(const StoredPairs& pairs) {
   const ProviderRules* provider = rules_of(pairs.value_type(TAVO_PARSER_PROVIDER));

@@ -7,6 +7,8 @@
 
 namespace tavo {
 
+struct ProviderRules;
+
 // A violation: its number, and the pair whose key text is the message's insert, if any.
 struct Violation {
   uint32_t number = 0;  // 0: no rule is violated
@@ -15,5 +17,7 @@ struct Violation {
 
 // The first violation of the rules of the provider that the pairs name; none without a provider.
 Violation find_violation(const StoredPairs& pairs);
+// The first pair, in the order of the array, that has a placeholder of its provider's.
+Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider);
 
 }  // namespace tavo
