@@ -55,14 +55,16 @@ Words& Words::add_code_point(uint32_t character) {
   return *this;
 }
 
+// clang-format off
 const char* rule_name(uint32_t rule) {
   switch (rule) {
 #define TAVO_DIAGNOSTIC_RULE(number, name, text) \
-  case number: return text;                      \
-      #include "TAVODiagnosticRules.def"
+    case number: return text;
+#include "TAVODiagnosticRules.def"
     default: return nullptr;
   }
 }
+// clang-format on
 
 namespace {
 
