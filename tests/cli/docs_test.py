@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The reference documents are what the installed tables say."""
+"""The reference documents and their diagrams are what the tables of the library say."""
 import difflib
 import os
 import subprocess
@@ -13,8 +13,11 @@ for name, arguments in (("language.md", []), ("errors.md", ["--errors"])):
         found = file.read()
     if wanted != found:
         failed = True
-        print("docs/%s is out of date; write it anew with:\n  tavo explain %s --format markdown "
+        print("docs/%s is out of date; update it with:\n  tavo explain %s --format markdown "
               "> docs/%s\n" % (name, " ".join(arguments), name))
         sys.stdout.writelines(difflib.unified_diff(
             found.splitlines(True), wanted.splitlines(True), "in the tree", "from the tables", n=1))
+diagrams = os.path.join(sys.argv[1], "pictures", "railroad.py")
+failed |= subprocess.run([sys.executable, diagrams, "--tavo", os.environ["TAVO"],
+                          "--check"]).returncode != 0
 sys.exit(1 if failed else 0)

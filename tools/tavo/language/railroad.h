@@ -1,30 +1,52 @@
-// Syntax diagrams in text.
+// Syntax diagrams, as text and as SVG.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tavo::cli {
 
-// A piece of a diagram: lines of one width, entered at the left of the first and left at its right.
+// A diagram, built from parts.
 class Railroad {
  public:
-  static Railroad word(const std::string& text);
-  static Railroad line();  // nothing to be written
-  static Railroad sequence(const std::vector<Railroad>& parts);
-  static Railroad choice(const std::vector<Railroad>& branches);
-  // Once or several times.
-  static Railroad loop(const Railroad& body);
+  enum class Kind { kWord, kPattern, kReference, kLine, kSequence, kChoice, kLoop };
 
-  // With the signs for beginning and end.
+  static Railroad word(const std::string& text);  // a keyword, a sign or a pattern such as <word>
+  static Railroad reference(const std::string& text);  // a diagram of its own
+  static Railroad line();                              // nothing
+  static Railroad sequence(std::vector<Railroad> parts);
+  static Railroad choice(std::vector<Railroad> branches);  // at least one
+  static Railroad loop(const Railroad& body);              // once or several times
+
+  Kind kind() const {
+    return kind_;
+  }
+  const std::string& text() const {
+    return text_;
+  }
+  const std::vector<Railroad>& parts() const {
+    return parts_;
+  }
+
+  // As text, between marks for beginning and end.
   std::string drawn() const;
 
  private:
-  size_t width() const;
-  // Widened to the right: the first line with track, the others with blanks.
-  void widen(size_t width);
+  Railroad(Kind kind, std::string text, std::vector<Railroad> parts)
+      : kind_(kind), text_(std::move(text)), parts_(std::move(parts)) {}
 
-  std::vector<std::wstring> lines_;
+  Kind kind_;
+  std::string text_;             // UTF-8
+  std::vector<Railroad> parts_;  // of a sequence, a choice or a loop
 };
+
+struct CaptionedRailroad {
+  std::string caption;  // UTF-8; may be empty
+  Railroad diagram;
+};
+
+// The diagrams below each other as one SVG document, readable on light and dark pages.
+std::string railroad_svg(std::string_view title, const std::vector<CaptionedRailroad>& diagrams);
 
 }  // namespace tavo::cli

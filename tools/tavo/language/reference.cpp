@@ -14,7 +14,7 @@ namespace {
 
 constexpr size_t kDrawn = 12;  // values that a diagram spells out
 
-// Vertical bars divide the cells of a table.
+// Escapes vertical bars, which separate the cells of a table.
 std::string cell(std::string text) {
   std::string escaped;
   for (const char c : text) {
@@ -47,11 +47,11 @@ Railroad words(const std::vector<std::string>& list) {
 
 Railroad draw_values(const Option& option) {
   if (option.syntax == TAVO_SYNTAX_PARAMETERS) {
-    return Railroad::word("parameters of " + long_spelling(option));
+    return Railroad::reference("parameters of " + long_spelling(option));
   }
   const std::vector<std::string> list = value_notations(option);
   if (list.size() <= kDrawn) return words(list);
-  return Railroad::word(fmt::format("value of {}", long_spelling(option)));
+  return Railroad::reference("value of " + long_spelling(option));
 }
 
 Railroad draw_option(const Option& option) {
@@ -77,10 +77,19 @@ Railroad draw_statement(const Statement& statement) {
                                  words(notations(statement.name_token))};
   if (statement.takes_options()) {
     parts.push_back(Railroad::choice(
-        {Railroad::line(),
-         Railroad::loop(Railroad::sequence({Railroad::word(","), Railroad::word("option")}))}));
+        {Railroad::line(), Railroad::loop(Railroad::sequence(
+                               {Railroad::word(","), Railroad::reference("option")}))}));
   }
   return Railroad::sequence(parts);
+}
+
+Railroad draw_parameter_list() {
+  const Railroad parameter = Railroad::reference("parameter");
+  return Railroad::sequence(
+      {Railroad::word("("), parameter,
+       Railroad::choice({Railroad::line(),
+                         Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
+       Railroad::word(")")});
 }
 
 std::string fenced(const Railroad& diagram) {
@@ -126,7 +135,7 @@ std::string option_table(const Statement& statement) {
   return text + "\n";
 }
 
-// What each value means, and one example an option.
+// The meaning of each value, and one example per option.
 std::string meaning_table(const std::vector<Option>& options, const Option* parameter_of) {
   std::string text = "| Option | Example |\n|---|---|\n";
   std::string rows;
@@ -158,15 +167,14 @@ std::string stored_table(const std::vector<Option>& options) {
     }
   }
   if (rows.empty()) return "";
-  return "Values that are stored as another type than their own token's:\n\n"
+  return "Values that are stored with another type than that of their token:\n\n"
          "| Option | Value | Stored value type |\n|---|---|---|\n" +
          rows + "\n";
 }
 
 std::string rules_section(const Statement& statement) {
   if (statement.rules.empty()) return "";
-  std::string text =
-      "Rules, in the order in which they are tried; the first violation is reported:\n\n";
+  std::string text = "Rules, in the order in which they run; the first violation is reported:\n\n";
   size_t number = 0;
   for (const TAVORuleInfo& rule : statement.rules) {
     const std::vector<std::string> names = options_of_rule(statement, rule);
@@ -176,32 +184,33 @@ std::string rules_section(const Statement& statement) {
   return text + "\n";
 }
 
+// A link to the diagrams of a name as a picture, see diagram_svg.
+std::string picture_link(std::string name) {
+  for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return fmt::format("[The diagrams as a picture](pictures/railroad/{}.svg)\n\n", name);
+}
+
 std::string statement_section(const Statement& statement) {
   std::string text =
       fmt::format("## {}\n\n{}\n\n", join(names(statement), ", "), statement.meaning);
   text += fenced(draw_statement(statement));
   text += fmt::format("For example:\n\n```text\n{}\n```\n\n", statement.example);
   if (!statement.takes_options()) {
-    return text + "Stores nothing. Text after it is ignored.\n\n";
+    return text + "Stores nothing. Text after it is ignored.\n\n" + picture_link(title(statement));
   }
   text += fmt::format("Stored as value type {} under key type {}. The option:\n\n",
                       statement.value_type == 0 ? "0" : named_type(statement.value_type),
                       named_type(statement.key_type));
-  text += fenced(draw_options(statement.options));
+  text += fenced(draw_options(statement.options)) + picture_link(title(statement));
   return text + option_table(statement) + meaning_table(statement.options, nullptr) +
          stored_table(statement.options) + rules_section(statement);
 }
 
 std::string parameters_section(const Option& option) {
-  const Railroad parameter = Railroad::word("parameter");
   std::string text = fmt::format("## {}\n\n{}\n\n", parameters_title(option), option.meaning);
-  text += fenced(Railroad::sequence(
-      {Railroad::word("("), parameter,
-       Railroad::choice({Railroad::line(),
-                         Railroad::loop(Railroad::sequence({Railroad::word(","), parameter}))}),
-       Railroad::word(")")}));
+  text += fenced(draw_parameter_list());
   text += "The parameter; its key text is the option's keyword as typed, a colon, and its own:\n\n";
-  text += fenced(draw_options(option.parameters));
+  text += fenced(draw_options(option.parameters)) + picture_link(long_spelling(option));
   text += "| Parameter | Meaning | Values | Stored under |\n|---|---|---|---|\n";
   for (const Option& inner : option.parameters) {
     text +=
@@ -211,7 +220,7 @@ std::string parameters_section(const Option& option) {
   return text + "\n" + meaning_table(option.parameters, &option) + stored_table(option.parameters);
 }
 
-// Lists in parentheses, each once: they are the same wherever they stand.
+// Parameter lists, each once: they are the same in every statement.
 std::string parameter_sections() {
   std::string text;
   std::vector<std::string> done;
@@ -242,22 +251,41 @@ std::string language_reference() {
   std::string text =
       "# Language reference\n\n"
       "Written by `tavo explain --format markdown` from the tables that the parser runs on.\n\n"
-      "A statement is a keyword, `=`, a name, and options behind commas. Keywords and values may\n"
-      "be written in either case; blanks, line ends and comments (`// ...`, `/* ... */`) may\n"
-      "stand between any two tokens. Text behind a complete option that no comma begins is\n"
-      "ignored; `tavo check` warns about it. In the diagrams `<word>` is an unquoted string,\n"
-      "where a text is free any one word, keyword or sign; `\"<text>\"` is a quoted string, in\n"
-      "which `\\\"` stands for a quote.\n\n";
+      "A statement is a keyword, `=`, a name, and options after commas. Keywords and values are\n"
+      "case-insensitive; blanks, line ends and comments (`// ...`, `/* ... */`) may occur between\n"
+      "any two tokens. Text after a complete option is ignored unless it begins with a comma;\n"
+      "`tavo check` warns about it. In the diagrams `<word>` is an unquoted string or, where any\n"
+      "text is accepted, any single word, keyword or sign; `\"<text>\"` is a quoted string, in\n"
+      "which `\\\"` is a quote.\n\n";
   for (const Statement& statement : statements()) text += statement_section(statement);
   return text + parameter_sections() + token_section();
+}
+
+std::string diagram_svg(const std::string& name) {
+  const Statement* statement = find_statement(name);
+  if (statement != nullptr) {
+    std::vector<CaptionedRailroad> diagrams = {{"statement", draw_statement(*statement)}};
+    if (statement->takes_options()) {
+      diagrams.push_back({"option", draw_options(statement->options)});
+    }
+    return railroad_svg("Syntax of " + join(names(*statement)), diagrams);
+  }
+  for (const Statement* owner : statements_with(name)) {
+    const Option* option = find_option(owner->options, name);
+    if (option->syntax != TAVO_SYNTAX_PARAMETERS) continue;
+    return railroad_svg(parameters_title(*option),
+                        {{"parameters of " + long_spelling(*option), draw_parameter_list()},
+                         {"parameter", draw_options(option->parameters)}});
+  }
+  return "";
 }
 
 std::string error_reference() {
   std::string text =
       "# Error numbers\n\n"
       "Written by `tavo explain --errors --format markdown` from the message catalogue and the\n"
-      "tables of the parser. Inserts stand in braces; what stands in brackets is left out when\n"
-      "its insert was not recorded.\n\n";
+      "tables of the parser. Inserts are in braces; text in brackets is left out when its insert\n"
+      "was not recorded.\n\n";
   for (const StatusInfo& status : status_table()) {
     text += fmt::format("## {}\n\n`{}`\n\n{}\n\n", status.number, status.name,
                         message_of(status.number));

@@ -29,6 +29,20 @@ std::vector<std::string> everything() {
   return all;
 }
 
+// The names that diagram_svg knows.
+std::vector<std::string> everything_drawn() {
+  std::vector<std::string> all;
+  for (const Statement& statement : statements()) {
+    for (std::string& name : names(statement)) all.push_back(std::move(name));
+  }
+  for (const Statement& statement : statements()) {
+    for (const Option& option : statement.options) {
+      if (!option.parameters.empty()) all.push_back(long_spelling(option));
+    }
+  }
+  return all;
+}
+
 bool is_number(const std::string& text) {
   return !text.empty() && text.size() <= 9 &&
          text.find_first_not_of("0123456789") == std::string::npos;
@@ -143,8 +157,19 @@ class ExplainRun {
     return show(explain_.option(*statement, *parameter, option));
   }
 
+  int diagram(const std::vector<std::string>& given) {
+    if (given.size() != 1) {
+      output_.complain("explain: --format svg needs one statement or option with parameters");
+      return kCouldNotRun;
+    }
+    const std::string svg = diagram_svg(given[0]);
+    if (!svg.empty()) return show(svg);
+    return unknown("statement or option with parameters", given[0], everything_drawn());
+  }
+
   int run(const ExplainOptions& options) {
     const bool all = options.names.empty();
+    if (options.format == "svg") return diagram(options.names);
     if (options.format != "text" && !all) {
       output_.complain("explain: --format markdown and json are for the whole language");
       return kCouldNotRun;
@@ -173,8 +198,8 @@ void add_explain(CLI::App& app, Output& output, int* status) {
                    "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, or NUMBER")
       ->expected(0, 3);
   verb->add_flag("--errors", options->errors, "Every error number of the library");
-  verb->add_option("--format", options->format, "text, markdown or json")
-      ->check(CLI::IsMember({"text", "markdown", "json"}))
+  verb->add_option("--format", options->format, "text, markdown, json or svg")
+      ->check(CLI::IsMember({"text", "markdown", "json", "svg"}))
       ->capture_default_str();
   verb->footer(
       "Examples:\n"
@@ -183,6 +208,7 @@ void add_explain(CLI::App& app, Output& output, int* status) {
       "  tavo explain EML SEED\n"
       "  tavo explain EML FLDDEF NAME\n"
       "  tavo explain 7139\n"
+      "  tavo explain EML --format svg > eml.svg\n"
       "  tavo explain --format markdown > docs/language.md");
   verb->callback([options, &output, status] { *status = ExplainRun(output).run(*options); });
 }
