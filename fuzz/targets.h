@@ -15,13 +15,14 @@ struct Target {
 };
 
 void run_statement(const uint8_t* data, size_t size);
+void run_read(const uint8_t* data, size_t size);
 void run_tokens(const uint8_t* data, size_t size);
 void run_request(const uint8_t* data, size_t size);
 void run_utilities(const uint8_t* data, size_t size);
 void run_format(const uint8_t* data, size_t size);  // only where the command line is built
 
 inline constexpr Target kTargets[] = {
-    {"statement", run_statement}, {"tokens", run_tokens},
+    {"statement", run_statement}, {"read", run_read},           {"tokens", run_tokens},
     {"request", run_request},     {"utilities", run_utilities},
 #ifdef TAVO_FUZZ_FORMATTER
     {"format", run_format},

@@ -12,6 +12,7 @@
 #include "TAVOText.h"
 #include "corpus/corpus_file.h"
 #include "properties/generated_statement.h"
+#include "read_run.h"
 #include "service_run.h"
 
 namespace tavo_fuzz {
@@ -154,6 +155,28 @@ RC_GTEST_PROP(DamagedStatements, NeverStoreAKeyTwiceThatMayNotRepeat, ()) {
   RC_LOG() << to_utf8(text);
   const std::vector<uint32_t> keys = stored_keys(run_both(text));
   RC_ASSERT(keys == without_repeats(keys));
+  tavo_fuzz::switch_tracing_off();
+}
+
+RC_GTEST_PROP(ReadInOneCall, SaysWhatTheTwoRunsSay, ()) {
+  const std::wstring text =
+      *rc::gen::oneOf(any_damaged_statement(),
+                      rc::gen::map(any_statement(), [](auto statement) { return statement.text; }));
+  RC_LOG() << to_utf8(text);
+  const BothRuns runs = run_both(text);
+  RC_CLASSIFY(runs.filling.status != 0);
+  tavo_fuzz::check_read(text, runs);
+  tavo_fuzz::switch_tracing_off();
+}
+
+TEST(ReadInOneCall, SaysOfTheCorpusWhatTheTwoRunsSay) {
+  for (const char* folder : {"/statements", "/validation"}) {
+    for (const CorpusCase& c : read_corpus_folder(std::string(TAVO_CORPUS_FOLDER) + folder)) {
+      SCOPED_TRACE(c.file + ":" + std::to_string(c.line));
+      if (c.statement.empty()) continue;  // refused before it is read
+      EXPECT_NO_THROW(tavo_fuzz::check_read(c.statement, run_both(c.statement)));
+    }
+  }
   tavo_fuzz::switch_tracing_off();
 }
 

@@ -1,6 +1,7 @@
 #include "reading/statement_pass.h"
 
 #include <algorithm>
+#include <cstring>
 #include <cwchar>
 
 #include "Grammar/engine/table_engine.h"
@@ -31,6 +32,8 @@ class PassActions {
     option.pair = pass_.pair_count_++;
     KeyValueEntry& pair = pass_.memory_.pairs[option.pair];
     pair = {};
+    const uint32_t index = pass_.option_count_ - 1;
+    std::memcpy(pair.caller1, &index, sizeof index);
     if (prefix == nullptr) [[likely]] {
       pair.key = wide_ + option.key;
       pair.key[option.key_length] = 0;
@@ -133,6 +136,7 @@ class PassActions {
       count = count < 2 ? 0 : count - 2;
     }
     uint32_t produced = 0;
+    ++pass_.trace_levels_;
     option.trace_level = StoredOption::kSet;
     if (Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) != 0) {
       option.trace_level = StoredOption::kNotConvertible;

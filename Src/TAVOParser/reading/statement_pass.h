@@ -45,7 +45,8 @@ struct StoredOption {
 
 // Where a pass stores.
 struct PassMemory {
-  KeyValueEntry* pairs = nullptr;   // as many as the text has equals signs
+  // As many as the text has equals signs. caller1 holds the index of the pair's option.
+  KeyValueEntry* pairs = nullptr;
   StoredOption* options = nullptr;  // as many
   wchar_t* keys = nullptr;          // keys with a prefix: see key_room
   char* bytes = nullptr;            // as many bytes as the text has characters and one more
@@ -87,6 +88,10 @@ class StatementPass {
   uint32_t option_count() const {
     return option_count_;
   }
+  // Options, and the statement, that set the trace level.
+  uint32_t trace_levels() const {
+    return trace_levels_;
+  }
   // Options whose trace level has no 8-bit form (7175): recorded before the error, if there is one
   // that is no syntax error.
   uint32_t refused_trace_levels() const {
@@ -108,6 +113,7 @@ class StatementPass {
   PassMemory memory_;
   uint32_t pair_count_ = 0;
   uint32_t option_count_ = 0;
+  uint32_t trace_levels_ = 0;
   uint32_t refused_trace_levels_ = 0;
   PassError error_;
 };

@@ -1,0 +1,63 @@
+// What a read function gives back: made once, then only looked at.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "TAVOParserSimple.h"
+#include "reading/statement_pass.h"
+
+namespace tavo {
+
+// The texts of an option in UTF-8, terminated.
+struct OptionText {
+  const char* key;
+  const char* value;
+  uint32_t key_bytes;
+  uint32_t value_bytes;
+};
+
+// An insert of an error's message.
+struct ErrorInsert {
+  uint32_t id;
+  const wchar_t* text;
+};
+
+}  // namespace tavo
+
+// Lies at the beginning of its memory; what the pointers point at follows.
+struct TAVOReadResult {
+  static constexpr uint32_t kInserts = 2;
+
+  uint32_t status;
+  uint32_t pair_count;  // 0 unless the statement is accepted
+  uint32_t option_count;
+  uint32_t trace_levels;
+  uint32_t refused_trace_levels;
+  uint32_t insert_count;  // of the error, not of a refused trace level
+  KeyValueEntry* pairs;   // caller1 holds the index of the pair's option
+  tavo::StoredOption* options;
+  tavo::OptionText* texts;  // of each option
+  tavo::PassError error;    // after the refused trace levels; the number is 0 without one
+  bool has_place;
+  TAVOPlace place;  // of the error
+  tavo::ErrorInsert inserts[kInserts];
+  wchar_t number_text[12];  // of an insert that is a number
+};
+
+namespace tavo {
+
+inline uint32_t option_of(const KeyValueEntry& pair) {
+  uint32_t option;
+  __builtin_memcpy(&option, pair.caller1, sizeof option);
+  return option;
+}
+
+inline uint32_t count_errors(const TAVOReadResult& result) {
+  return result.refused_trace_levels + (result.error.number != 0 ? 1 : 0);
+}
+
+// The option of the index-th trace level; refused: of those alone that have no 8-bit form.
+const StoredOption* find_trace_level(const TAVOReadResult& result, uint32_t index, bool refused);
+
+}  // namespace tavo
