@@ -34,6 +34,9 @@ int parse_and_run(int argc, char** argv, Output& output) {
   add_tokens(app, output, &status);
   add_explain(app, output, &status);
   add_fmt(app, output, &status);
+  add_list(app, output, &status);
+  add_grep(app, output, &status);
+  add_diff(app, output, &status);
   add_completion(app, output, &status);
   try {
     app.parse(argc, argv);

@@ -21,6 +21,9 @@ void add_check(CLI::App& app, Output& output, int* status);
 void add_tokens(CLI::App& app, Output& output, int* status);
 void add_explain(CLI::App& app, Output& output, int* status);
 void add_fmt(CLI::App& app, Output& output, int* status);
+void add_list(CLI::App& app, Output& output, int* status);
+void add_grep(CLI::App& app, Output& output, int* status);
+void add_diff(CLI::App& app, Output& output, int* status);
 void add_completion(CLI::App& app, Output& output, int* status);
 
 }  // namespace tavo::cli

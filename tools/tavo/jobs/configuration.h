@@ -1,0 +1,87 @@
+// What a project says about its files of statements: tavo.toml, found upward from each file.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "jobs/expression.h"
+#include "reading/statement_reader.h"
+
+namespace tavo::cli {
+
+// A configuration that cannot be used; what() begins with its file, line and column.
+class ConfigurationError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+enum class RuleLevel { kError, kWarning, kOff };
+
+// A policy of the house: statements that `when` means must be meant by `require` and not by
+// `forbid`.
+struct HouseRule {
+  std::string name;
+  std::optional<Expression> when;
+  std::optional<Expression> require;
+  std::optional<Expression> forbid;
+  std::string message;
+  RuleLevel level = RuleLevel::kError;
+  size_t line = 0;  // in the configuration
+
+  bool is_violated_by(const ParseResult& accepted) const;
+};
+
+struct Configuration {
+  std::string file;  // empty: there is none, and all is as by default
+  std::optional<Layout> layout;
+  std::optional<uint32_t> code_page;
+  std::vector<std::string> include;
+  std::vector<std::string> exclude;
+  bool strict = false;                      // warnings fail
+  bool require_reason = false;              // of "# tavo: ignore"
+  std::map<std::string, RuleLevel> levels;  // by rule name or error number
+  std::vector<HouseRule> rules;
+  std::map<std::string, size_t> lines;  // where a setting stands, by its name
+
+  // The level of a finding by its rule name or number; its own one when nothing is said.
+  RuleLevel level_of(const std::string& rule, uint32_t number, RuleLevel own) const;
+};
+
+// Whether a rule may be lowered or ignored. Not what stops the reading of a statement: text that
+// was not read is never hidden.
+bool may_be_hidden(const std::string& rule, uint32_t number);
+
+// Reads a configuration. known_rules: rule names and error numbers that [severity] may name.
+// Throws ConfigurationError.
+Configuration read_configuration(const std::string& file, const std::string& text,
+                                 const std::vector<std::string>& known_rules);
+
+// Finds the configuration of a file: tavo.toml in its folder or in the nearest one above. Keeps
+// what it has read. Standard input belongs to the current folder.
+class Configurations {
+ public:
+  // file: used for every file instead of looking; empty to look. disabled: there is none.
+  Configurations(std::string file, bool disabled, std::vector<std::string> known_rules);
+  ~Configurations();
+
+  // Throws ConfigurationError.
+  const Configuration& of(const std::string& file);
+
+ private:
+  const Configuration& in_folder(const std::string& folder);
+  const Configuration& read(const std::string& path);
+
+  std::string file_;
+  bool disabled_;
+  std::vector<std::string> known_rules_;
+  std::map<std::string, std::unique_ptr<Configuration>> read_;
+  std::map<std::string, const Configuration*> folders_;
+  Configuration none_;
+};
+
+}  // namespace tavo::cli

@@ -1,0 +1,36 @@
+// The files that a verb works on: those that were named, and those in the folders that were named.
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tavo::cli {
+
+struct FileSelection {
+  std::vector<std::string> include = {};  // globs of files in folders; empty: *.tavo and *.masks
+  std::vector<std::string> exclude = {};  // globs of files and folders to leave out
+  bool git_ignore = false;                // leave out what git ignores
+  std::string changed_since = {};  // only what differs from this revision, new files included
+};
+
+// A selection that cannot be made: what() says why.
+class SelectionError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Calls visit with each file in order: arguments as they are given ("-" stands for standard input),
+// folders by name of their entries, without following symbolic links inside them. A folder that
+// cannot be read is reported with its reason. Throws SelectionError when git is asked and refuses.
+void list_files(
+    const std::vector<std::string>& arguments, const FileSelection& selection,
+    const std::function<void(const std::string& file)>& visit,
+    const std::function<void(const std::string& folder, const std::string& why)>& report);
+
+// Whether a path below a folder, "/" between its parts, is meant by a glob: * and ? stop at "/", **
+// does not; a glob without "/" is compared with the last part alone.
+bool matches_path(const std::string& path, const std::string& glob);
+
+}  // namespace tavo::cli

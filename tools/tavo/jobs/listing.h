@@ -1,0 +1,81 @@
+// `tavo list`: one record a statement, and counts of what is in use.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "TAVOParserCpp.hpp"
+#include "jobs/secret_digest.h"
+#include "terminal/output.h"
+
+namespace tavo::cli {
+
+struct ListedStatement {
+  const std::string& file;
+  size_t line;  // of its beginning, from 1
+  const ParseResult& result;
+};
+
+// Secrets masked, or as digests, or shown.
+class ValueText {
+ public:
+  ValueText(bool show_secrets, std::shared_ptr<const SecretDigest> digest)
+      : show_secrets_(show_secrets), digest_(std::move(digest)) {}
+
+  // UTF-8, characters as they are.
+  std::string of(const Pair& pair) const;
+  // The same for whatever means the same: keywords in the first spelling of the tables.
+  std::string canonical(const Pair& pair) const;
+
+ private:
+  bool show_secrets_;
+  std::shared_ptr<const SecretDigest> digest_;
+};
+
+// The columns that are no options.
+inline const std::vector<std::string> kListColumns = {"file",    "line",   "provider", "field",
+                                                      "verdict", "number", "options"};
+
+class ListReport {
+ public:
+  virtual ~ListReport() = default;
+  virtual void begin() {}
+  virtual void add(const ListedStatement& statement) = 0;
+  virtual void end() {}
+};
+
+enum class ListFormat { kTable, kJsonLines, kCsv, kTsv };
+
+// columns: names of kListColumns or of options such as ALGO or FLDDEF1.NAME; empty for the usual
+// ones. Throws std::invalid_argument for a column that is neither. JSON lines hold everything and
+// take no columns.
+std::unique_ptr<ListReport> make_list_report(ListFormat format, std::vector<std::string> columns,
+                                             const ValueText& values, Output& output);
+
+// What is in use, as counts.
+class ListStatistics {
+ public:
+  void add(const ParseResult& result);
+  void add_file() {
+    ++files_;
+  }
+  // With bars on a terminal.
+  void write(Stream& stream) const;
+  std::string to_json() const;
+
+ private:
+  using Counts = std::map<std::string, size_t>;
+
+  size_t files_ = 0;
+  size_t statements_ = 0;
+  size_t rejected_ = 0;
+  Counts providers_;
+  Counts options_;
+  Counts methods_;
+  Counts algorithms_;
+};
+
+}  // namespace tavo::cli

@@ -1,0 +1,52 @@
+// What a statement means: the pairs that the library stores for it, whatever spelling, case, order
+// of options and layout it is written in. Views: the pairs of a ParseResult are looked at in place.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "TAVOParserCpp.hpp"
+
+namespace tavo::cli {
+
+// The option with parameters that a pair belongs to, as typed ("FLDDEF1"), or empty.
+std::wstring_view group_of(const Pair& pair);
+// What follows the group in the key text: the keyword as typed.
+std::wstring_view keyword_of(const Pair& pair);
+// NAME, FLDDEF1.NAME, or the key of a user's own provider; for people and for grouping.
+std::wstring key_name(const Pair& pair);
+
+// Whether two pairs under the same name say the same.
+bool same_value(const Pair& a, const Pair& b);
+
+// Whether a text equals an ASCII text in either case.
+bool equal_folded(std::wstring_view a, std::wstring_view b);
+
+// The provider's name in its first spelling, "LIB=name" for a user's provider, or "".
+std::wstring provider_of(const ParseResult& result);
+
+// The fields that a statement names: destination, else source, else the names of its field
+// definitions. Empty when it names none.
+std::wstring field_of(const ParseResult& result);
+
+// Equal for what says the same. Seeded by the process, so that nobody can prepare a collision;
+// never stored or shown, since it is made of secrets too.
+struct MeaningHash {
+  uint64_t high = 0;
+  uint64_t low = 0;
+
+  friend bool operator==(const MeaningHash&, const MeaningHash&) = default;
+  friend auto operator<=>(const MeaningHash&, const MeaningHash&) = default;
+};
+
+// Of what a pair is about, without its value.
+MeaningHash hash_of_key(const Pair& pair);
+MeaningHash hash_of(const Pair& pair);
+// Of all pairs, in any order; pairs of one key in their order.
+MeaningHash hash_of(const ParseResult& result);
+// Of a text: for statements that are wrong and mean nothing.
+MeaningHash hash_of(std::wstring_view text);
+
+}  // namespace tavo::cli

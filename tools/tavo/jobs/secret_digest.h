@@ -1,0 +1,27 @@
+// Secrets that can be told equal without being shown.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tavo::cli {
+
+// A keyed digest (HMAC with SHA-256). Without the key nobody can try values; whoever has it can.
+class SecretDigest {
+ public:
+  static constexpr size_t kShortestKey = 16;  // bytes
+
+  // key: at least kShortestKey bytes, else std::invalid_argument.
+  explicit SecretDigest(std::string key);
+  ~SecretDigest();
+  SecretDigest(const SecretDigest&) = delete;
+  SecretDigest& operator=(const SecretDigest&) = delete;
+
+  // Such as "hmac:0123456789abcdef" for a value in UTF-8.
+  std::string of(std::string_view value) const;
+
+ private:
+  std::string key_;
+};
+
+}  // namespace tavo::cli
