@@ -1,20 +1,24 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks and prints their figures beside the targets.
+"""Runs the benchmarks and prints their figures next to the targets.
 
     cmake --preset bench && cmake --build --preset bench && bench/report.py
 
-Every figure is a median of interleaved repetitions of one run. Times are CPU times, since they are
-what other work on the machine disturbs least; where wall time matters it is said.
+Every figure is a median of interleaved repetitions of one run. Times are CPU times, which other
+work on the machine disturbs least, unless wall time is named. The times and their plots go into
+the build folder; --save also puts them into the tree (bench/results.json, docs/pictures).
 """
 import argparse
 import json
 import math
 import os
+import pathlib
 import shutil
 import statistics
 import subprocess
 import sys
 import tempfile
+
+import plots
 
 PROVIDERS = ("ccn eml nid col hash lookup hashlookup randomlookup age user swap").split()
 LENGTHS = ("60", "130", "500")
@@ -58,7 +62,7 @@ def geometric_mean(values):
 
 
 def add_ratios(table, what, target, ratios, worst, met):
-    """A row of one ratio for each provider, of which the worst decides."""
+    """A row of one ratio per provider; the worst one counts."""
     name = worst(ratios, key=ratios.get)
     table.row(what, f"{geometric_mean(ratios.values()):.2f} (worst {name} {ratios[name]:.2f})", target,
               met(ratios[name]))
@@ -103,7 +107,7 @@ def threads(table, times):
                 f"threads/filling/hash/130/real_time/threads:{n}" in times else
                 times[f"threads/filling/hash/130/threads:{n}"] for n in (1, 2))
     wall = one[1] / two[1]
-    table.row("two threads : one, wall time (wants two idle cores)", f"{wall:.2f}", "at least 1.8",
+    table.row("two threads : one, wall time (needs two idle cores)", f"{wall:.2f}", "at least 1.8",
               wall >= 1.8)
     print(f"| CPU time of a call with two threads : with one | {two[0] / one[0]:.2f} | | |")
 
@@ -120,9 +124,9 @@ def allocations(table, folder):
 
 
 def trace(table, folder, arguments):
-    """The library built without trace frames beside it, the two taking turns at going first.
+    """Compares with the library built without trace frames; the two take turns at going first.
 
-    What disturbs a run only makes it longer: the lower quartile tells more than the median.
+    Interference only makes a run longer: the lower quartile says more than the median.
     """
     name = "filling/hash/130/wide"
     costs = {f"{folder}/lib": [], f"{folder}/lib/no_trace": []}
@@ -132,13 +136,13 @@ def trace(table, folder, arguments):
             costs[library].append(times[name][0])
     quartiles = [statistics.quantiles(times, n=4) for times in costs.values()]
     lower, median = (100 * (quartiles[0][i] / quartiles[1][i] - 1) for i in (0, 1))
-    table.row("what tracing costs while it is off, 130 characters",
+    table.row("cost of tracing while it is off, 130 characters",
               f"{median:+.1f} % (lower quartiles of {arguments.trace_rounds} runs each: "
               f"{lower:+.1f} %)", "under 2 %", median < 2)
 
 
 def instructions(folder, library, calls=2000):
-    """Instructions of a filling run, by callgrind: what no other process can disturb."""
+    """Instructions of a filling run, by callgrind, which no other process can disturb."""
     environment = dict(os.environ, LD_LIBRARY_PATH=library)
     totals = []
     for times in (calls, 2 * calls):
@@ -174,19 +178,27 @@ def machine():
     model = next((line.split(":")[1].strip() for line in open("/proc/cpuinfo")
                   if line.startswith("model name")), "unknown")
     compiler = run(["c++", "--version"]).splitlines()[0]
-    print(f"{model}, {os.cpu_count()} cores; {compiler}; load {os.getloadavg()[0]:.1f}\n")
+    return f"{model}, {os.cpu_count()} cores; {compiler}; load {os.getloadavg()[0]:.1f}"
+
+
+def save(times, where, arguments, folder):
+    """Writes the times and their plots."""
+    results = plots.results_of(times, where, arguments.repetitions)
+    text = json.dumps(results, indent=1) + "\n"
+    out = pathlib.Path(folder) / "report"
+    out.mkdir(exist_ok=True)
+    (out / "results.json").write_text(text, encoding="utf-8")
+    for name, picture in plots.drawn(results).items():
+        (out / name).write_text(picture, encoding="utf-8")
+    print(f"\nplots: {out}")
+    if arguments.save:
+        plots.RESULTS.write_text(text, encoding="utf-8")
+        plots.write()
 
 
 def peers(times):
     print("\n| CPU ns, hash statement | 60 | 130 | 500 |\n|---|---|---|---|")
-    names = {"filling run": "filling/hash/{}/wide", "bare chain": "barechain/hash/{}",
-             "chain with the lexer's state in the caller's memory": "leanchain/hash/{}",
-             "chain with the runtime's pool": "poolchain/hash/{}",
-             "ANTLR tool's recognizer": "peer/antlr/hash/{}",
-             "flex and bison": "peer/flexbison/hash/{}",
-             "re2c and descent": "peer/re2c/hash/{}", "own lexer": "lexer/own/hash/{}",
-             "re2c lexer": "lexer/re2c/hash/{}", "flex lexer": "lexer/flex/hash/{}"}
-    for title, name in names.items():
+    for title, name in plots.COMPARED.items():
         print(f"| {title} | " + " | ".join(f"{times[name.format(n)][0]:.0f}" for n in LENGTHS) +
               " |")
 
@@ -195,13 +207,16 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", default="build/bench", help="build folder")
     parser.add_argument("--repetitions", type=int, default=15)
-    parser.add_argument("--min-time", type=float, default=0.02, help="seconds a repetition")
+    parser.add_argument("--min-time", type=float, default=0.02, help="seconds per repetition")
+    parser.add_argument("--save", action="store_true",
+                        help="replace bench/results.json and its plots in docs/pictures")
     parser.add_argument("--trace-rounds", type=int, default=41)
     arguments = parser.parse_args()
     folder = os.path.abspath(arguments.build)
 
     print("peers:", run([f"{folder}/bin/tavo_peer_check"]).strip())
-    machine()
+    where = machine()
+    print(where + "\n")
     pattern = "|".join([
         f"^(filling)/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})/wide$",
         "^(peer|lexer)/", "^(bare|lean|pool)chain/", f"^filling/({'|'.join(LONG)})/.*/wide$"])
@@ -224,6 +239,7 @@ def main():
               f"({without:.0f} without trace frames) | | |")
     library_size(table, folder)
     peers(times)
+    save(times, where, arguments, folder)
     print(f"\n{table.missed} targets missed")
 
 
