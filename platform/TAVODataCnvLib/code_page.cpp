@@ -28,8 +28,8 @@ bool CodePage::is_utf8() const noexcept {
 
 namespace {
 
-// What the library's own callbacks never do: nothing is substituted and nothing skipped, an error
-// stays an error. (ICU's own "stop" skips characters that need not be shown.)
+// Callbacks that neither substitute nor skip: an error stays an error. (ICU's "stop" callbacks skip
+// default-ignorable characters.)
 void refuse_bytes(const void*, UConverterToUnicodeArgs*, const char*, int32_t,
                   UConverterCallbackReason, UErrorCode*) {}
 void refuse_character(const void*, UConverterFromUnicodeArgs*, const UChar*, int32_t, UChar32,
@@ -52,7 +52,7 @@ uint32_t open_by_name(const char* name, UConverter*& converter) noexcept {
   UConverter* opened = ucnv_open(name, &error);
   if (error == U_MEMORY_ALLOCATION_ERROR) return kNoMemory;
   if (U_FAILURE(error)) return kCodePageUnknown;
-  // A type of DBCS has two bytes a character throughout: no 8-bit text, and no terminator.
+  // The DBCS type uses two bytes for every character: it is not 8-bit text and has no terminator.
   if (!is_8bit(ucnv_getType(opened)) || ucnv_getMinCharSize(opened) != 1) {
     ucnv_close(opened);
     return kCodePageUnknown;
@@ -70,8 +70,8 @@ uint32_t open_numbered(const char* prefix, uint32_t number, UConverter*& convert
   return open_by_name(name, converter);
 }
 
-// Windows numbers that ICU lists under another name: ISO 8859, and the EBCDIC pages, which carry
-// their CCSID or, in the range from 20000, their CCSID and 20000.
+// Windows numbers that ICU lists under another name: ISO 8859, and the EBCDIC pages, whose number
+// is their CCSID or, from 20000 on, their CCSID plus 20000.
 uint32_t open_windows(uint32_t number, UConverter*& converter) noexcept {
   const uint32_t status = open_numbered("windows", number, converter);
   if (status != kCodePageUnknown) return status;

@@ -7,14 +7,14 @@
 
 namespace tavo::platform {
 
-// What the kind of a ConversionDescriptor says about its number. The number 0 is UTF-8 in each.
+// The kinds of numbers in a ConversionDescriptor. Number 0 is UTF-8 in each.
 enum CodePageKind : uint8_t {
   kCodePageAny = 0,      // an IBM CCSID, or else a Windows code page
   kCodePageIbm = 1,      // an IBM CCSID
   kCodePageWindows = 2,  // a Windows code page
 };
 
-// A code page as the caller names it; null stands for the default, UTF-8.
+// A code page as the caller specifies it; null is the default, UTF-8.
 struct CodePage {
   uint32_t kind;
   uint32_t number;

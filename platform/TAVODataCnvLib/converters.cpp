@@ -23,8 +23,8 @@ struct Entry {
   UConverter* converter;  // null while the entry is free
 };
 
-// The converters that a thread has opened. The guard is the thread's own but for the end of data
-// conversion, which may close them from another thread.
+// The converters that a thread has opened. Only the thread itself locks the guard, except at the
+// end of data conversion, which may close them from another thread.
 struct Cache {
   pthread_mutex_t guard = PTHREAD_MUTEX_INITIALIZER;
   Entry entries[kConvertersPerThread] = {};
@@ -73,7 +73,7 @@ bool remember_thread(Cache& cache) noexcept {
   return true;
 }
 
-// The thread's converter for a code page, opened at its first use. Called under the cache's guard.
+// The thread's converter for a code page, opened at first use. Call with the cache's guard locked.
 uint32_t find_converter(Cache& cache, const CodePage& page, UConverter*& converter) noexcept {
   Entry* free_entry = nullptr;
   for (Entry& entry : cache.entries) {
@@ -101,11 +101,11 @@ uint32_t status_of(UErrorCode error, uint32_t text_error) noexcept {
   return error == U_MEMORY_ALLOCATION_ERROR ? static_cast<uint32_t>(kNoMemory) : text_error;
 }
 
-// Decodes src and calls take(character) for each; take answers a status.
+// Decodes src and calls take(character) for each character; take returns a status.
 template <typename Take>
 uint32_t decode_each(UConverter* converter, const char* src, uint32_t bytes, Take take) noexcept {
   const char* const end = src + bytes;
-  uint32_t high = 0;  // a high surrogate whose other half is still to come
+  uint32_t high = 0;  // a high surrogate that waits for its low surrogate
   UErrorCode error = U_BUFFER_OVERFLOW_ERROR;
   while (error == U_BUFFER_OVERFLOW_ERROR) {
     UChar chunk[kChunk];
@@ -125,7 +125,7 @@ uint32_t decode_each(UConverter* converter, const char* src, uint32_t bytes, Tak
         c = from_pair(high, c);
         high = 0;
       }
-      // Some tables have bytes for the replacement character: text that was damaged before.
+      // Some tables map bytes to the replacement character: the text was already damaged.
       if (high != 0 || is_surrogate(c) || c == kReplacement) return kSourceInvalid;
       if (const uint32_t status = take(c); status != kOk) return status;
     }
@@ -143,8 +143,8 @@ uint32_t decode(UConverter* converter, const char* src, uint32_t bytes, wchar_t*
   });
 }
 
-// Whether bytes that were just written mean exactly the text they were made from. ICU maps some
-// characters of the private use area one way only, whatever it is told.
+// Whether bytes that were just written convert back to the same text. ICU maps some private-use
+// characters in one direction only, whatever its settings.
 uint32_t check_reads_back(UConverter* converter, const char* bytes, uint32_t count,
                           const wchar_t* text, uint32_t chars) noexcept {
   ucnv_reset(converter);

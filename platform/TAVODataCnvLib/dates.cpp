@@ -1,4 +1,4 @@
-// Dates, times and timestamps to wide text, as ISO 8601 writes them with a blank in between.
+// Dates, times and timestamps to wide text, in ISO 8601 format with a space between date and time.
 #include <cstdio>
 #include <cstring>
 

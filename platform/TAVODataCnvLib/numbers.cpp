@@ -33,8 +33,8 @@ uint32_t write_number(const Number* number, wchar_t* dst, uint32_t dst_bytes,
   return deliver(text, static_cast<uint32_t>(result.ptr - text), dst, dst_bytes, count);
 }
 
-// Reads an optional sign and digits to the terminator; limits is the magnitude that fits for a
-// positive and for a negative number. No blanks, nothing behind the digits.
+// Reads an optional sign and digits up to the terminator; the limits are the largest magnitudes of
+// a positive and of a negative number. No blanks, and nothing after the digits.
 uint32_t read_number(const wchar_t* text, bool takes_minus, uint64_t largest,
                      uint64_t largest_minus, bool& negative, uint64_t& magnitude) noexcept {
   negative = *text == L'-';

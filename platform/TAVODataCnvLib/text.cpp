@@ -11,8 +11,8 @@ using namespace tavo::platform;
 
 namespace {
 
-// A terminated text under construction in a caller's buffer. Until it is complete the buffer holds
-// an empty text, so that nobody takes a part of it for the whole.
+// A terminated text under construction in a caller's buffer. The buffer holds an empty text until
+// it is complete, so that nobody can read a partial one.
 template <typename Unit>
 class Output {
  public:
@@ -26,7 +26,7 @@ class Output {
     return units_ == 0 ? kBufferTooSmall : kOk;
   }
 
-  // Room in units, the terminator's left out.
+  // Space in units, without the terminator.
   uint32_t room() const noexcept {
     return units_ - 1;
   }
@@ -47,7 +47,7 @@ class Output {
   uint32_t* count_;
 };
 
-// bytes: below 0 when there is no length.
+// bytes: negative when there is no length.
 uint32_t from_bytes(const char* text, int64_t bytes, wchar_t* dst, uint32_t dst_bytes,
                     uint32_t* count, const void* descriptor) noexcept {
   Output<wchar_t> output(dst, dst_bytes, count);
@@ -60,7 +60,7 @@ uint32_t from_bytes(const char* text, int64_t bytes, wchar_t* dst, uint32_t dst_
   return output.finish(status, written);
 }
 
-// text need not be aligned.
+// text: need not be aligned.
 uint32_t from_wide(const void* text, int32_t bytes, wchar_t* dst, uint32_t dst_bytes,
                    uint32_t* count) noexcept {
   Output<wchar_t> output(dst, dst_bytes, count);

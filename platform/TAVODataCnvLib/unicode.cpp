@@ -1,5 +1,5 @@
-// UTF-16 to UTF-32 and back, and UTF-16 to 8-bit text in the default code page, UTF-8. Plain loops:
-// the parser calls them for every text and every stored pair.
+// UTF-16 to UTF-32 and back, and UTF-16 to 8-bit text in the default code page, UTF-8. Plain loops,
+// since the parser calls them for every text and every stored pair.
 #include "unicode.h"
 
 #include "common/platform_status.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint32_t kFarFromSurrogates = 0x8000;
 
-// A result that did not come about leaves an empty text behind, and terminated when there is room.
+// After a failure the text is empty, and terminated when there is space.
 template <typename Unit>
 uint32_t fail(uint32_t status, Unit* dst, uint32_t dst_units) noexcept {
   if (dst != nullptr && dst_units != 0) dst[0] = 0;
@@ -25,7 +25,7 @@ uint32_t finish(Unit* dst, uint32_t written, uint32_t dst_units, uint32_t* count
   return kOk;
 }
 
-// A text may be missing when it is empty, and so may a buffer.
+// A null text is accepted when its length is 0, and so is a null buffer.
 [[gnu::cold]] bool may_be_missing(const void* src, bool source_is_empty, const void* dst,
                                   uint32_t dst_units, const uint32_t* count) noexcept {
   return (src != nullptr || source_is_empty) && (dst != nullptr || dst_units == 0) &&
@@ -40,8 +40,8 @@ bool arguments_are_valid(const void* src, bool source_is_empty, const void* dst,
   return true;
 }
 
-// The text from `written` on, where the first character is that needs a look: so far every
-// character has been one unit.
+// Converts the text from `written` on, where the first character is that needs two units or is
+// invalid: so far every character has been one unit.
 [[gnu::noinline]] uint32_t narrow_from(uint32_t written, const uint32_t* src, uint32_t src_units,
                                        uint16_t* dst, uint32_t dst_units,
                                        uint32_t* count) noexcept {

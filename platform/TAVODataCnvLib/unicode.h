@@ -19,7 +19,7 @@ constexpr bool is_high_surrogate(uint32_t c) noexcept {
 constexpr bool is_low_surrogate(uint32_t c) noexcept {
   return (c & 0xFFFFFC00U) == 0xDC00;
 }
-// A Unicode scalar value: what a character of wide text may be.
+// A Unicode scalar value: a valid character of wide text.
 constexpr bool is_character(uint32_t c) noexcept {
   return c <= 0x10FFFF && !is_surrogate(c);
 }
@@ -63,8 +63,8 @@ inline void put_utf8(uint32_t c, uint8_t* dst) noexcept {
   }
 }
 
-// Reads one character of UTF-8 at src, src < end, and moves src behind it. Returns false for what
-// no encoder writes: a stray or missing continuation byte, an overlong form, a surrogate, a value
+// Reads one character of UTF-8 at src, src < end, and moves src past it. Returns false for
+// malformed UTF-8: a stray or missing continuation byte, an overlong form, a surrogate, a value
 // above U+10FFFF.
 inline bool get_utf8(const uint8_t*& src, const uint8_t* end, uint32_t& c) noexcept {
   const uint32_t lead = *src++;
@@ -83,7 +83,7 @@ inline bool get_utf8(const uint8_t*& src, const uint8_t* end, uint32_t& c) noexc
   return utf8_length(c) == static_cast<uint32_t>(tails) + 1 && is_character(c);
 }
 
-// Whether a group of units is below a power of 2, whole machine words at a time.
+// Whether all units of a group are below a power of 2, tested in machine words.
 template <uint32_t kBelow, uint32_t kUnits, typename Unit>
 bool is_plain(const Unit* src) noexcept {
   static_assert((kBelow & (kBelow - 1)) == 0);
@@ -100,8 +100,8 @@ bool is_plain(const Unit* src) noexcept {
   return (bits & kTooHigh) == 0;
 }
 
-// Copies a group of units that are all below a power of 2; returns false, and may have copied some,
-// when one is not.
+// Copies a group of units that are all below a power of 2; returns false, possibly after copying
+// some, when one is not.
 template <uint32_t kBelow, uint32_t kUnits, typename From, typename To>
 bool copy_group(const From* src, To* dst) noexcept {
   if (!is_plain<kBelow, kUnits>(src)) return false;
@@ -109,8 +109,8 @@ bool copy_group(const From* src, To* dst) noexcept {
   return true;
 }
 
-// Copies a group at the beginning and one at `last`, which may overlap; returns false, and may have
-// copied some, when a unit is not below the power of 2.
+// Copies a group at the beginning and one at `last`, which may overlap; returns false, possibly
+// after copying some, when a unit is not below the power of 2.
 template <uint32_t kBelow, uint32_t kUnits, typename From, typename To>
 bool copy_two_groups(const From* src, To* dst, uint32_t last) noexcept {
   return copy_group<kBelow, kUnits>(src, dst) && copy_group<kBelow, kUnits>(src + last, dst + last);
@@ -119,7 +119,7 @@ bool copy_two_groups(const From* src, To* dst, uint32_t last) noexcept {
 #ifdef __SSE2__
 
 // Groups of UTF-16 or UTF-32 units below 0x8000, of which one instruction narrows eight and two
-// widen eight. The compiler finds neither.
+// widen eight. The compiler generates neither.
 inline bool are_below_8000(__m128i units) noexcept {
   const __m128i high = _mm_srli_epi32(units, 15);
   return _mm_movemask_epi8(_mm_cmpeq_epi32(high, _mm_setzero_si128())) == 0xFFFF;
@@ -155,7 +155,7 @@ inline bool copy_group<0x8000, 8>(const uint16_t* src, uint32_t* dst) noexcept {
   _mm_storeu_si128(to + 1, _mm_unpackhi_epi16(units, _mm_setzero_si128()));
   return true;
 }
-// Twice four of them, as most stored texts are.
+// Two groups of four, the size of most stored texts.
 template <>
 inline bool copy_two_groups<0x8000, 4>(const uint16_t* src, uint32_t* dst, uint32_t last) noexcept {
   const __m128i first_units = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(src));
@@ -169,14 +169,14 @@ inline bool copy_two_groups<0x8000, 4>(const uint16_t* src, uint32_t* dst, uint3
 
 #endif
 
-// Copies text from the front for as long as every unit is below a power of 2, in groups of units
-// that the machine handles at once. Returns the units copied.
+// Copies text from the front while every unit is below a power of 2, in groups of units that the
+// machine handles at once. Returns the number of units copied.
 template <uint32_t kBelow, typename From, typename To>
 [[gnu::always_inline]] inline uint32_t copy_plain(const From* src, uint32_t src_units, To* dst,
                                                   uint32_t dst_units) noexcept {
   constexpr uint32_t kGroup = sizeof(From) > sizeof(To) ? 16 : 8;
   const uint32_t units = src_units < dst_units ? src_units : dst_units;
-  // What is left over is copied with a group that begins in what is copied already.
+  // The rest is copied with a group that overlaps units already copied.
   if (units >= kGroup) {
     uint32_t done = 0;
     for (; units - done >= kGroup; done += kGroup) {

@@ -15,9 +15,9 @@ extern "C" {
 
 // Copies an environment setting. name: of the variable; dst: receives its text, terminated;
 // dst_size: in bytes; *length: out, bytes without the terminator, or null.
-// Returns 0; SettingNotSet when the variable is absent or empty; BufferTooSmall (nothing but an
-// empty text is written); ArgumentInvalid for a null name or destination or a size of 0.
-// Programs that run with raised privileges see no settings. Must not run beside a setenv of
-// another thread, as is true of getenv.
+// Returns 0; SettingNotSet when the variable is absent or empty; BufferTooSmall (only an empty text
+// is written); ArgumentInvalid for a null name or destination or a size of 0. Programs that run
+// with elevated privileges see no settings. Like getenv, must not run concurrently with a setenv of
+// another thread.
 uint32_t TAVOEnvGetSetting(const char* name, char* dst, uint32_t dst_size, uint32_t* length);
 }

@@ -16,11 +16,11 @@ struct Language {
   std::span<const Message> messages;  // ordered by number
 };
 
-// Every language of the catalogue, the first one standing in for texts that others lack.
+// Every language of the catalogue; the first one supplies texts that others lack.
 std::span<const Language> languages() noexcept;
 
-// The language that the environment asks for: the first of TAVO_LANG, LC_ALL, LC_MESSAGES and LANG
-// that is set decides, by its first two letters; one that the catalogue lacks is English.
+// The language that the environment selects: the first two letters of the first variable that is
+// set, of TAVO_LANG, LC_ALL, LC_MESSAGES and LANG; English if the catalogue lacks it.
 const Language& chosen_language() noexcept;
 
 // The text of a number in a language, or else in the first language, or null.

@@ -60,7 +60,7 @@ TAVO_PLATFORM_API uint32_t GetFormattedErrorMsg(void* request) {
   const size_t room = message->text != nullptr ? message->textBytes / sizeof(wchar_t) : 0;
   const size_t needed = text != nullptr ? format_message(text, message->block, message->text, room)
                                         : format_unknown(number, message->text, room);
-  // A message is never near the limit of its size field but for an insert of a gigabyte.
+  // Only an insert of a gigabyte can reach the limit of the size field.
   if (needed > UINT32_MAX / sizeof(wchar_t)) return kErrorListDamaged;
   message->neededBytes = static_cast<uint32_t>(needed * sizeof(wchar_t));
   if (message->text != nullptr && needed > room) return TAVO_ERROR_TEXT_CUT;

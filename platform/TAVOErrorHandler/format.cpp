@@ -64,8 +64,8 @@ class Writer {
   size_t used_ = 0;
 };
 
-// Calls on_text(c) for the characters of a text and on_insert(name) for its inserts. A text comes
-// from the catalogue, whose braces are known to match.
+// Calls on_text(c) for the characters of a text and on_insert(name) for its inserts. Texts come
+// from the catalogue, whose braces always match.
 template <typename OnText, typename OnInsert>
 void walk(std::wstring_view text, OnText on_text, OnInsert on_insert) noexcept {
   for (size_t i = 0; i < text.size(); ++i) {

@@ -7,13 +7,14 @@
 
 namespace tavo::platform {
 
-// Writes as much of the message as fits, always terminated when room is above 0.
-// block: the recorded message whose inserts are used, or null: inserts stay as {NAME}.
-// room: of dst in characters. Returns the characters of the whole message, terminator included.
+// Writes as much of the message as fits, always terminated when room is not 0.
+// block: the recorded message whose inserts are used, or null to leave inserts as {NAME}.
+// room: size of dst in characters. Returns the length of the whole message in characters,
+// terminator included.
 size_t format_message(const wchar_t* text, const ErrorBlock* block, wchar_t* dst,
                       size_t room) noexcept;
 
-// Writes what stands for a message whose number has no text.
+// Writes the replacement for a message whose number has no text.
 size_t format_unknown(uint32_t number, wchar_t* dst, size_t room) noexcept;
 
 }  // namespace tavo::platform

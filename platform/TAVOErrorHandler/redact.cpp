@@ -29,8 +29,8 @@ bool Redactor::word_is_secret() const noexcept {
   return word_has(L"key") || word_has(L"seed") || takes_bare_secret();
 }
 
-// Keywords of users' own providers may have values without quotes; KEY and SEED have none but
-// keywords there.
+// Keywords of user-written providers may have unquoted values; unquoted values of KEY and SEED are
+// always keywords.
 bool Redactor::takes_bare_secret() const noexcept {
   return word_has(L"pass") || word_has(L"pwd") || word_has(L"secret") ||
          (word_has(L"key") && word_length_ > 3);
@@ -39,7 +39,7 @@ bool Redactor::takes_bare_secret() const noexcept {
 Redactor::Action Redactor::plain(wchar_t c) noexcept {
   if (previous_ == L'/' && (c == L'/' || c == L'*')) {
     state_ = c == L'/' ? kLineComment : kBlockComment;
-    previous_ = L'\0';  // so that the star of /*/ does not close the comment
+    previous_ = L'\0';  // so that the asterisk of /*/ does not close the comment
     return kShow;
   }
   if (is_word(c)) {
@@ -103,7 +103,7 @@ Redactor::Action Redactor::next(wchar_t c) noexcept {
     case kQuotedSecret: action = quoted(c); break;
     case kBareSecret: action = bare(c); break;
   }
-  // The character that opened a comment or a quoted text is no part of it.
+  // The character that opened a comment or a quoted text is not part of it.
   const bool opened = seen != L'\0' && previous_ == L'\0';
   previous_ = opened ? L'\0' : c;
   return action;

@@ -6,10 +6,10 @@
 
 namespace tavo::platform {
 
-// A message quotes the parameter string up to its error, and with it keys, seeds and passwords that
-// stand before. The redactor is given such a text character by character and tells what to show:
-// the value of an option whose keyword speaks of a key, a seed, a password or a secret becomes ***.
-// The names of environment variables and fields that stand for such a value are shown.
+// A message quotes the parameter string up to its error, including keys, seeds and passwords before
+// it. The redactor receives such a text character by character and returns what to show: the value
+// of an option whose keyword contains key, seed, password or secret becomes ***. Names of
+// environment variables and fields that supply such a value are shown.
 class Redactor {
  public:
   enum Action { kShow, kStars, kHide };
@@ -32,8 +32,8 @@ class Redactor {
   wchar_t word_[kWordMax] = {};  // the last word, in lower case
   size_t word_length_ = 0;
   bool in_word_ = false;
-  bool value_is_secret_ = false;  // an equal sign after such a keyword was the last to be seen
-  bool starred_ = false;          // the stars of this value are out
+  bool value_is_secret_ = false;  // the last token was an equals sign after such a keyword
+  bool starred_ = false;          // the asterisks of this value are written
 };
 
 }  // namespace tavo::platform

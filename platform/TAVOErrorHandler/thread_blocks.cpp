@@ -1,8 +1,8 @@
-// One block for each thread that asked for one.
+// One block for each thread that requested one.
 //
 // A thread's block is reached through a thread-local pointer. Every such pointer is in a list while
-// it holds a block, so that the clean-up can take the blocks of all threads away; a thread that
-// lost its block makes a new one at its next call.
+// it has a block, so that the clean-up can remove the blocks of all threads; a thread that lost its
+// block gets a new one at its next call.
 #include <malloc.h>
 #include <pthread.h>
 
@@ -21,12 +21,12 @@ namespace {
 
 struct ThreadBlock {
   ErrorState* errors;       // the library's slot
-  uint8_t reserved[48];     // for slots to come
+  uint8_t reserved[48];     // reserved for more slots
   ThreadBlock* next_taken;  // while the blocks of all threads are cleaned
 };
 static_assert(offsetof(ThreadBlock, errors) == kErrorStateSlotOffset);
 
-// A thread's place in the list of blocks.
+// A thread's entry in the list of blocks.
 struct Anchor {
   std::atomic<ThreadBlock*> block{nullptr};
   Anchor* previous = nullptr;
@@ -36,8 +36,8 @@ struct Anchor {
 
 pthread_mutex_t g_guard = PTHREAD_MUTEX_INITIALIZER;  // of the list and its links
 Anchor* g_anchors = nullptr;
-// In the part of a thread's storage that is there from its start: a plain fetch, and no allocation
-// at the first use, which could only end the process if it were refused.
+// In the thread's static TLS: access is a plain load, without the allocation at first use whose
+// failure would end the process.
 __attribute__((tls_model("initial-exec"))) thread_local constinit Anchor t_anchor;
 
 void link(Anchor& anchor) noexcept {
@@ -54,8 +54,8 @@ void unlink(Anchor& anchor) noexcept {
   anchor.previous = anchor.next = nullptr;
 }
 
-// Frees the inserts of a block, the one behind the declared slots too: a block is allocated with
-// room for it. The allocator's own word on the size keeps this inside blocks without that room.
+// Frees the inserts of a block, including the one after the declared slots, for which a block has
+// space. The allocator's size of the block guards against blocks without that space.
 void free_inserts(ErrorBlock* block) noexcept {
   const size_t declared = block->slots > 1 ? static_cast<size_t>(block->slots) : 1;
   const size_t room = (malloc_usable_size(block) - offsetof(ErrorBlock, slot)) / sizeof(TokenSlot);
@@ -64,7 +64,7 @@ void free_inserts(ErrorBlock* block) noexcept {
   }
 }
 
-// Frees an error state as the library itself would: all of it comes from malloc or calloc.
+// Frees an error state like the library itself: all of it comes from malloc or calloc.
 void free_errors(ErrorState* state) noexcept {
   if (state == nullptr) return;
   for (ErrorBlock* block = state->first; block != nullptr;) {
@@ -122,8 +122,8 @@ TAVO_PLATFORM_API uint32_t TAVOGetThreadBlock(void** block) {
 
 TAVO_PLATFORM_API uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*)) {
   if (callback == nullptr) return kArgumentInvalid;
-  // The blocks are taken out of the list first and called back for outside the guard, since the
-  // callback may ask for a block itself.
+  // The blocks are removed from the list first, and the callback runs without the guard, since it
+  // may request a block itself.
   ThreadBlock* taken = nullptr;
   {
     Guard guard(g_guard);

@@ -1,8 +1,8 @@
-// Recursive mutexes behind handles that can always be checked.
+// Recursive mutexes with handles that can always be validated.
 //
-// A handle is no address: it holds the number of a slot and the generation of the mutex in it.
-// Slots are never given back, so that a handle that was destroyed, or never made, is recognised
-// whatever it holds.
+// A handle is not an address: it consists of the number of a slot and the generation of the mutex
+// in it. Slots are never freed, so that a destroyed or invented handle is recognized whatever its
+// value.
 #include <pthread.h>
 
 #include <atomic>
@@ -19,22 +19,22 @@ namespace {
 struct Slot {
   pthread_mutex_t guard;  // of everything below
   pthread_cond_t freed;
-  uint32_t generation;  // odd while a mutex lives in the slot
+  uint32_t generation;  // odd while the slot has a mutex
   uint32_t waiting;     // threads
   uint64_t owner;       // number of the thread that holds the mutex, 0 when it is free
-  uint32_t depth;       // how often the owner holds it
+  uint32_t depth;       // how many times the owner holds it
   uint32_t next_free;   // slot number + 1 in the free list
 };
 
 constexpr uint32_t kSlotsPerChunk = 64;
 constexpr uint32_t kChunks = 1024;
 
-pthread_mutex_t g_table_guard = PTHREAD_MUTEX_INITIALIZER;  // of the two that follow
+pthread_mutex_t g_table_guard = PTHREAD_MUTEX_INITIALIZER;  // of the next two variables
 uint32_t g_slots = 0;
 uint32_t g_first_free = 0;  // slot number + 1
 std::atomic<Slot*> g_chunks[kChunks];
 
-// A number that no other thread of the process ever had.
+// A number that is unique among all threads the process ever had.
 uint64_t thread_number() noexcept {
   static std::atomic<uint64_t> last{0};
   thread_local uint64_t number = 0;
@@ -46,7 +46,7 @@ uint32_t generation_of(void* handle) noexcept {
   return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(handle) >> 32);
 }
 
-// The slot that a handle names, or null. Its generation is still to be compared under its guard.
+// The slot of a handle, or null. The caller compares its generation with the slot's guard locked.
 Slot* slot_of(void* handle) noexcept {
   const uint32_t number = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(handle)) - 1;
   if (number / kSlotsPerChunk >= kChunks) return nullptr;
@@ -63,7 +63,7 @@ bool lives(const Slot& slot, void* handle) noexcept {
   return slot.generation == generation_of(handle) && (slot.generation & 1U) != 0;
 }
 
-// Adds a chunk when the last one is used up. Called under the table's guard.
+// Adds a chunk when the last one is full. Call with the table's guard locked.
 uint32_t add_slot(uint32_t& number) noexcept {
   if (g_slots == kChunks * kSlotsPerChunk) return kMutexLimit;
   if (g_slots % kSlotsPerChunk == 0) {
@@ -114,8 +114,7 @@ TAVO_PLATFORM_API uint32_t MutexDestroy(void* mutex) {
 
 TAVO_PLATFORM_API uint32_t MutexLock(void* mutex, uint32_t zero) {
   if (zero != 0) return kArgumentInvalid;
-  // A mutex that was never made is meant to be accepted: a stop of the library without a start
-  // locks one.
+  // Deliberate: a null handle is accepted, since a stop of the library without a start locks one.
   if (mutex == nullptr) return kOk;
   Slot* slot = slot_of(mutex);
   if (slot == nullptr) return kMutexHandleInvalid;
@@ -153,7 +152,7 @@ TAVO_PLATFORM_API uint32_t MutexUnLock(void* mutex) {
 
 TAVO_PLATFORM_API uint32_t LockedIncrement(int32_t* count, void* mutex) {
   if (count == nullptr) return kArgumentInvalid;
-  // The add is atomic by itself; the mutex keeps it apart from a plain change made under it.
+  // The addition is atomic; the mutex excludes a plain change of the count under the same mutex.
   if (const uint32_t status = MutexLock(mutex, 0); status != kOk) return status;
   std::atomic_ref<int32_t> value(*count);
   int32_t old = value.load(std::memory_order_relaxed);

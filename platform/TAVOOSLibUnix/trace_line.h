@@ -8,7 +8,7 @@
 
 namespace tavo::platform {
 
-// What FuncPro keeps in a frame's platform bytes.
+// The data that KNL_FuncPro keeps in a frame's platform bytes.
 struct FrameData {
   uint64_t start_ns;  // monotonic clock
   uint32_t depth;     // frames around this one, on this thread
@@ -17,7 +17,7 @@ static_assert(sizeof(FrameData) <= sizeof(TraceFrame::platform));
 
 uint64_t monotonic_ns() noexcept;
 
-// A line being built; what does not fit is left out and the line ends in " ...".
+// A line under construction. Text that does not fit is left out, and the line ends in " ...".
 class TraceLine {
  public:
   void add(const char* format, ...) noexcept __attribute__((format(printf, 2, 3)));
@@ -31,8 +31,8 @@ class TraceLine {
   }
 
  private:
-  static constexpr size_t kSize = 2048;  // stays below what a pipe takes in one piece
-  static constexpr size_t kTail = 8;     // kept free for the end
+  static constexpr size_t kSize = 2048;  // below the size that a pipe writes atomically
+  static constexpr size_t kTail = 8;     // reserved for the end
   char text_[kSize];
   size_t used_ = 0;
   bool cut_ = false;

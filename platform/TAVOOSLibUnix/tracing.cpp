@@ -27,11 +27,11 @@ enum TraceLevel : uint32_t {
 };
 
 constexpr const char* kLevelNames[] = {"OFF", "ERROR", "CALLS", "DETAIL"};
-// What the trace-level statement hands on is its own keyword: it asks for the configured level.
+// The trace-level statement passes its own keyword, which selects the configured level.
 constexpr char kConfiguredLevel[] = "TRCLEVEL";
 
 constinit std::atomic<uint32_t> g_level{kOff};
-uint32_t g_configured_level = kOff;  // written while the library is loaded only
+uint32_t g_configured_level = kOff;  // written only while the library is loaded
 char g_file[4096];                   // path of the trace file, empty for standard error; likewise
 
 constinit std::atomic<int> g_descriptor{-1};  // where lines go, -1 until the first one
@@ -63,7 +63,7 @@ __attribute__((constructor)) void read_settings() noexcept {
   g_level.store(g_configured_level, std::memory_order_relaxed);
 }
 
-// Opens the trace file at the first line. One that cannot be opened gives way to standard error.
+// Opens the trace file at the first line; standard error if it cannot be opened.
 int trace_descriptor() noexcept {
   int descriptor = g_descriptor.load(std::memory_order_acquire);
   if (descriptor >= 0) return descriptor;
@@ -89,7 +89,7 @@ bool is_wanted(const TraceRecord& record, uint32_t level) noexcept {
     case kProbeEntry: return level >= kCalls;
     case kProbeParameters: return level >= kDetail;
     default:
-      // With items it is a result or a note about a failure.
+      // With items, it is a result or a note about a failure.
       return level >= (record.count != 0 ? kErrors : kCalls);
   }
 }
@@ -124,7 +124,7 @@ __attribute__((noinline)) uint32_t open_frame(TraceFrame* frame, TraceDescriptor
 
 TAVO_PLATFORM_API uint32_t IOQ_TRC_ResFmid(uint32_t function_id, void* descriptor, uint32_t zero) {
   if (descriptor == nullptr || zero != 0) return kArgumentInvalid;
-  // Descriptors are shared: threads may resolve one at the same time.
+  // Descriptors are shared: several threads may resolve one at the same time.
   auto* resolved = static_cast<TraceDescriptor*>(descriptor);
   std::atomic_ref<uint32_t>(resolved->function_id).store(function_id, std::memory_order_relaxed);
   std::atomic_ref<uint16_t>(resolved->marker).store(kTraceResolved, std::memory_order_release);
@@ -142,7 +142,7 @@ TAVO_PLATFORM_API uint32_t KNL_FuncEpi(void* frame) {
   if (frame == nullptr) return kArgumentInvalid;
   auto* closed = static_cast<TraceFrame*>(frame);
   if (__builtin_expect(closed->tracing == 0, 1)) return kOk;
-  // The depth is taken from the frame: a frame inside it may have gone without its epilogue.
+  // The depth comes from the frame, since an inner frame may have ended without its epilogue.
   FrameData data;
   std::memcpy(&data, closed->platform, sizeof data);
   t_depth = data.depth;

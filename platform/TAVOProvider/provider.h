@@ -1,5 +1,5 @@
-// The provider runtime's place among the platform libraries. The parser calls nothing in it: the
-// suite loads it beside the others, and this default only tells that it is the embedded one.
+// The embedded default of the provider runtime. The parser calls nothing in it: the suite loads it
+// with the other platform libraries, and this default only identifies itself.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Holds a mutex for the length of a scope.
+// Locks a mutex for the duration of a scope.
 #pragma once
 
 #include <pthread.h>

@@ -1,4 +1,4 @@
-// The status numbers of the embedded platform, and the mark of what its libraries export.
+// The status numbers of the embedded platform, and the mark of exported functions.
 #pragma once
 
 #include <cstdint>

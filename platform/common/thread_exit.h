@@ -1,8 +1,8 @@
 // Clean-up at the end of a thread.
 //
-// Made with a key of the thread library rather than with a thread_local destructor: registering one
-// of those ends the process when memory is refused. The libraries are linked so that they are never
-// unloaded, since a thread that is still to end calls into them.
+// Uses a pthread key instead of a thread_local destructor, whose registration ends the process when
+// memory runs out. The libraries are linked so that they are never unloaded, since running threads
+// call into them when they end.
 #pragma once
 
 #include <pthread.h>
@@ -15,7 +15,7 @@ class ThreadExit {
       : made_(pthread_key_create(&key_, function) == 0) {}
 
   // Calls function(object) once when the calling thread ends, but not when the process does.
-  // object: not null. May be armed again from such a function. Returns false when it cannot be.
+  // object: not null. May be armed again from such a function. Returns false on failure.
   bool arm(void* object) const noexcept {
     return made_ && pthread_setspecific(key_, object) == 0;
   }
