@@ -1,5 +1,5 @@
-// Counts what one call asks of the C library's memory, by standing in front of malloc; with
-// "repeat" it only calls, for a profiler. Prints lines of "name value".
+// Counts the allocations of one call by intercepting malloc; with "repeat" it only makes the calls,
+// for a profiler. Prints lines of "name value".
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -58,7 +58,7 @@ void print(const std::string& name) {
 
 void measure(const std::string& name, const std::string& text, bench::Form form) {
   bench::Caller caller(text, form);
-  caller.size_and_fill();  // whatever is made once is there
+  caller.size_and_fill();  // one-time allocations are done
   counters = {};
   counters.on = true;
   caller.size();

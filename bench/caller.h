@@ -1,5 +1,5 @@
-// A caller of the service as the suite's libraries are: a request, an array of the size that the
-// sizing run asked for, in one block of memory.
+// Calls the service like the suite's libraries: a request, and an array of the size that the sizing
+// run reported, in one block of memory.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +29,7 @@ class Caller {
     return Parser_Service(&request_);
   }
 
-  // Asks for the array that the last sizing run wants.
+  // Allocates the array that the last sizing run requires.
   bool allocate() {
     const size_t pairs = static_cast<size_t>(request_.count);
     const size_t key = align(static_cast<size_t>(request_.maxKeySize));
@@ -59,12 +59,12 @@ class Caller {
     begin();
     request_.pKeyValueArr = entries_;
     request_.capacity = capacity_;
-    // An entry that already has its key would be taken for one that the caller filled in.
+    // An entry that already has its key would count as filled in by the caller.
     for (uint32_t i = 0; i < capacity_; ++i) entries_[i].keyId = 0;
     return Parser_Service(&request_);
   }
 
-  // The calling protocol from beginning to end.
+  // The complete calling protocol.
   uint32_t size_and_fill() {
     const uint32_t sized = size();
     if (request_.count == 0) return sized;

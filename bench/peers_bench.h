@@ -2,7 +2,7 @@
 
 namespace bench {
 
-// The peers over the statements that the service is measured with, and the lexers alone.
+// Benchmarks of the peers over the same statements as the service, and of the lexers alone.
 void register_peers();
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-// What the runtime costs by itself: the objects of one parse, made and freed, with nothing parsed.
+// The cost of the runtime alone: creates and frees the objects of one parse, without parsing.
 #pragma once
 
 #include <antlr3.h>
@@ -8,14 +8,14 @@
 
 namespace bench {
 
-// Which chain is made.
+// Which chain to create.
 enum class ChainKind {
   kBare,  // by the runtime's constructors, without a token pool
-  kLean,  // the least: the lexer's state, token source and factory in the caller's memory
-  kPool,  // as generated recognizers make it, with the runtime's pool of 1,024 tokens
+  kLean,  // minimal: the lexer's state, token source and factory in the caller's memory
+  kPool,  // as in generated recognizers, with the runtime's pool of 1,024 tokens
 };
 
-// A token source and factory of the caller's own, in a recognizer state of the caller's own.
+// The caller's token source and factory in the caller's recognizer state.
 class OwnTokens {
  public:
   OwnTokens() {
@@ -25,7 +25,7 @@ class OwnTokens {
       factory->input = input;
     };
   }
-  // The state, for a lexer that frees it; to be taken back with release().
+  // The state, for a lexer that would free it; take it back with release().
   pANTLR3_RECOGNIZER_SHARED_STATE make_state() {
     state_ = {};
     state_.lastErrorIndex = -1;
@@ -43,7 +43,7 @@ class OwnTokens {
   ANTLR3_RECOGNIZER_SHARED_STATE state_{};
 };
 
-// Makes and frees the chain over UTF-16 text. Returns false when the runtime could not.
+// Creates and frees the chain over UTF-16 text. Returns false when the runtime failed.
 inline bool make_and_free_chain(ChainKind kind, uint16_t* text, uint32_t units, OwnTokens& own) {
   constexpr ANTLR3_UINT32 kHint = 1025;
   static char name[] = "TAVO_PARAMETER_SYNTAX";
@@ -53,7 +53,7 @@ inline bool make_and_free_chain(ChainKind kind, uint16_t* text, uint32_t units, 
   pANTLR3_LEXER lexer = nullptr;
   if (kind == ChainKind::kBare) {
     lexer = antlr3LexerNew(kHint, nullptr);
-    lexer->input = stream;  // through setCharStream it would make the pool
+    lexer->input = stream;  // setCharStream would create the pool
   } else {
     lexer =
         antlr3LexerNewStream(kHint, stream, kind == ChainKind::kLean ? own.make_state() : nullptr);

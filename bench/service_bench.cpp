@@ -1,4 +1,4 @@
-// The service as callers use it, and the runtime's own cost beside it.
+// The service as callers use it, and the runtime's own cost for comparison.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -124,7 +124,7 @@ void register_failing_ones() {
   const std::string good = statement("hash", 130);
   register_service("failing/early", "PRO=HASH; " + good.substr(9), kRejected, kRejected);
   register_service("failing/late", good + ", CP=", kRejected, kRejected);
-  // Without the destination field: the rule is only looked at when the pairs are there.
+  // Without the destination field, which validation requires; it runs only over stored pairs.
   register_service("failing/validation", "PRO=HASH, SEED=\"12345\", HASHMAX=1000000, REMOVE=\"-\"",
                    kRejected, 0);
 }

@@ -1,4 +1,4 @@
-// The statements that are measured: what people write for every provider, and long ones.
+// The measured statements: typical ones for every provider, and long ones.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace bench {
 
 struct Provider {
   std::string_view name;
-  std::string_view head;  // the statement without an option, or with those it cannot do without
+  std::string_view head;  // the statement without options, or with the required ones
   std::vector<std::string_view> options;
 };
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The generated header's macros have the names of the library's numbers.
+// The generated header's macros have the same names as the library's enumerators.
 constexpr uint32_t kOwnNumbers[] = {
     TAVO_PARSER_NID_FORMAT_CA_VALUES, TAVO_PARSER_NID_FORMAT_ES_VALUES,
     TAVO_PARSER_NID_FORMAT_FR_VALUES, TAVO_PARSER_NID_FORMAT_IT_VALUES,
@@ -56,8 +56,8 @@ uint32_t to_upper(uint32_t c) {
 
 void display_nothing(pANTLR3_BASE_RECOGNIZER, pANTLR3_UINT8*) {}
 
-// Characters of the comment that stands here when one of them is above U+FFFF, else 0: the tool's
-// vocabulary ends there.
+// Length of the comment at this place if it has a character above U+FFFF, where the tool's
+// vocabulary ends; else 0.
 ANTLR3_INT32 comment_beyond_vocabulary(pANTLR3_INT_STREAM input) {
   const ANTLR3_UCHAR second = input->_LA(input, 2);
   if (second != '/' && second != '*') return 0;
@@ -73,8 +73,8 @@ ANTLR3_INT32 comment_beyond_vocabulary(pANTLR3_INT_STREAM input) {
   }
 }
 
-// In front of the generated dispatch: such comments, and the values with blanks. In the grammar
-// they would make its look-ahead commit to such a value at the first blank behind a group like 3X.
+// Handles such comments and the values with blanks before the generated dispatch. In the grammar,
+// values with blanks would make its lookahead commit at the first blank after a group like 3X.
 void match_token(void* context) {
   auto* lexer = static_cast<pTavoPeerLexer>(context);
   pANTLR3_INT_STREAM input = lexer->pLexer->input->istream;

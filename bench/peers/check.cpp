@@ -1,6 +1,6 @@
-// Do the peers accept and refuse what the library accepts and refuses? Runs every statement of the
-// corpus, whose expected results decide, through the library and each peer; a peer that differs
-// anywhere is not worth timing. Prints what differs; the exit code tells.
+// Checks that the peers accept and refuse the same statements as the library. Runs every statement
+// of the corpus, with its expected result, through the library and each peer; a peer that differs
+// is not worth timing. Prints the differences; the exit status is 1 then.
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -44,7 +44,7 @@ std::vector<Verdict> verdicts(const std::wstring& text) {
           {"flex/bison", peers::flex_bison_accepts(bytes.data(), size)}};
 }
 
-// Syntax only: a statement that merely breaks a rule of validation is accepted.
+// Syntax only: a statement that violates only a validation rule counts as accepted.
 bool is_refused(const std::vector<std::string>& expected) {
   for (const std::string& line : expected) {
     if (line.starts_with("error 7139") || line.starts_with("error 7140")) return true;

@@ -10,7 +10,7 @@ int peer_parse(void* scanner);
 int peer_scan_next(void* scanner);
 void peer_error(void* scanner, const char* message);
 
-// The parser's lexer has a value argument, which nobody needs.
+// The parser calls its lexer with a value argument, which is unused.
 int peer_lex(PEER_STYPE*, void* scanner) {
   return peer_scan_next(scanner);
 }
@@ -49,7 +49,7 @@ class Scanner {
 bool flex_bison_accepts(char* buffer, size_t bytes) {
   Scanner scanner(buffer, bytes);
   if (peer_parse(scanner.get()) != 0) return false;
-  // Text behind a statement is ignored, but it has to be readable.
+  // Text after a statement is ignored, but must not contain lexical errors.
   for (int token = peer_scan_next(scanner.get()); token != 0;
        token = peer_scan_next(scanner.get())) {
     if (token == kBrokenCode) return false;

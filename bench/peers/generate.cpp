@@ -1,4 +1,4 @@
-// Writes one of the peers' sources: generate KIND FILE.
+// Generates the source of a peer: generate KIND FILE.
 #include <cstdio>
 #include <cstring>
 #include <exception>

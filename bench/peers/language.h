@@ -1,5 +1,5 @@
-// The language as the generators see it: read from the library's own tables, so that the peers
-// recognize what the library recognizes.
+// The language for the generators, read from the library's tables, so that the peers recognize the
+// same language as the library.
 #pragma once
 
 #include <cstdint>

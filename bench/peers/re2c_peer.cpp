@@ -74,7 +74,7 @@ class Descent {
     }
   }
 
-  // Text behind a statement is ignored, but it has to be readable.
+  // Text after a statement is ignored, but must not contain lexical errors.
   bool nothing_broken() {
     while (token_.type != kEndOfText) {
       if (token_.type == kBroken) return false;

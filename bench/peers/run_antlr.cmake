@@ -1,5 +1,5 @@
-# Runs the ANTLR 3 tool. Its C templates make the string library write thousands of harmless
-# warnings about attributes that are not there; only errors are shown.
+# Runs the ANTLR 3 tool. Its C templates cause thousands of harmless warnings about missing
+# attributes; only errors are shown.
 execute_process(
   COMMAND ${TOOL} -Xconversiontimeout 300000 -Xmaxdfaedges 65534 -fo ${FOLDER} ${GRAMMAR}
   OUTPUT_VARIABLE log ERROR_VARIABLE log RESULT_VARIABLE status)

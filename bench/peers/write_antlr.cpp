@@ -44,7 +44,7 @@ std::string statement_rule(const Language& language, const Statement& statement)
   return text + statement.rule + "_option\n" + choice(statement.options);
 }
 
-// Letters through fragments, as keywords in either case are written for this tool.
+// Letters as fragments: this tool's notation for case-insensitive keywords.
 std::string letters(const std::string& spelling) {
   std::string text;
   for (char c : spelling) {

@@ -4,7 +4,7 @@
 namespace peers {
 namespace {
 
-// Numbers of the tokens for bison: clear of its own small ones.
+// Token numbers for bison, above its own small ones.
 std::string code(uint32_t type) {
   return std::to_string(1000 + type);
 }
@@ -55,8 +55,8 @@ std::string flex_lexer(const Language& language) {
   text += rule("\",\"", COMMA) + rule("\"=\"", EQUAL) + rule("\")\"", RIGHT_PARENTHESIS);
   text += rule("\"'\"", SINGLE_QUOTE) + rule("\\\\", BACKSLASH) + rule("\"(\"", LEFT_PARENTHESIS);
   text += rule("{QUOTED}", TAVO_PARSER_STRING_WITH_QUOTES);
-  // A quote that nothing closes: a token of its own at the very end, else broken. The buffer ends
-  // with the scanner's own NUL, so that the end can be told from a NUL of the text by its place.
+  // An unclosed quote: a token at the very end, else a lexical error. The position of the scanner's
+  // final NUL distinguishes the end from a NUL in the text.
   text += "\\\" return yytext + 1 == static_cast<const char*>(yyextra) ? " + code(QUOTE) +
           " : kBroken;\n";
   text += rule("\"#\"({QUOTED}|{SET}+)", TAVO_PARSER_SEED_FLDNAME) + broken("\"#\"\\\"");
@@ -147,7 +147,7 @@ std::string bison_parser(const Language& language) {
   for (const Statement& statement : language.statements) {
     text += (&statement == language.statements.data() ? " " : "\n  | ") + statement.rule;
   }
-  text += ";\n" + any + ";\n/* Text behind a statement is ignored. */\ntail: %empty" + tail + ";\n";
+  text += ";\n" + any + ";\n/* Text after a statement is ignored. */\ntail: %empty" + tail + ";\n";
   for (const Statement& statement : language.statements) text += statement_rule(statement);
   for (const Option& rule : language.rules) text += option_rule(rule);
   return text + "%%\n";

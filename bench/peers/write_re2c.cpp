@@ -4,7 +4,7 @@
 namespace peers {
 namespace {
 
-// A keyword in either case; single quotes are that in re2c.
+// A case-insensitive keyword: single quotes in re2c.
 std::string pattern(const Token& token, const std::string& spelling) {
   const char quote = token.kind == TAVO_KIND_KEY_LITERAL ? '"' : '\'';
   std::string text = quote + spelling + quote;
@@ -69,7 +69,7 @@ std::string re2c_lexer(const Language& language) {
   text += rule("','", COMMA) + rule("'='", EQUAL) + rule("')'", RIGHT_PARENTHESIS);
   text += rule("[']", SINGLE_QUOTE) + rule("[\\\\]", BACKSLASH) + rule("'('", LEFT_PARENTHESIS);
   text += rule("quoted", TAVO_PARSER_STRING_WITH_QUOTES);
-  // A quote that nothing closes: a token of its own at the very end, else broken.
+  // An unclosed quote: a token at the very end, else a lexical error.
   text += "    [\"] { return {YYCURSOR == YYLIMIT ? " + std::to_string(QUOTE) +
           "u : kBroken, YYCURSOR}; }\n";
   text += rule("'#' (quoted | set+)", TAVO_PARSER_SEED_FLDNAME) + broken("'#' [\"]");
@@ -102,8 +102,8 @@ std::string row(const std::vector<uint32_t>& of_type) {
 
 }  // namespace
 
-// A row for each list of alternatives: which rule, plus one, each token type begins. First the
-// statements' lists, then those of the parameters, in the order of the rules.
+// A row for each list of alternatives: for each token type the rule that it begins, plus one. First
+// the lists of the statements, then those of the parameters, in rule order.
 std::string descent_tables(const Language& language) {
   const auto number_of = [&](const Option& option) {
     for (size_t i = 0; i < language.rules.size(); ++i) {

@@ -1,5 +1,5 @@
-// The sort against the C library's on the usual patterns; digits, comparisons, conversion,
-// permutation and transposition for themselves.
+// The sort compared with the C library's on common patterns; digits, comparisons, conversion,
+// permutation and transposition alone.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace {
 
 enum Pattern : int64_t { kRandom, kSorted, kReversed, kEqual };
 
-// An element as a masking library sorts them: a key and where it came from.
+// An element as a masking library sorts it: a key and its origin.
 struct Row {
   uint64_t key;
   uint64_t position;
