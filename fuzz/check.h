@@ -1,5 +1,5 @@
-// What the targets check with: a condition that ends the process, buffers with guards, and the
-// reading of fields and text from the fuzzer's bytes.
+// Tools of the fuzz targets: a condition that aborts, buffers with guards, and readers of fields
+// and text from the fuzzer's bytes.
 #pragma once
 
 #include <algorithm>
@@ -13,15 +13,15 @@
 
 namespace tavo_fuzz {
 
-// Tells what does not hold, and where. Aborts; the property tests have one of their own that
-// throws.
+// Prints the violated condition and its place, then aborts. The property tests have their own
+// version, which throws.
 [[noreturn]] void fail(const char* what, const char* file, int line);
 
 #define TAVO_REQUIRE(condition) \
   ((condition) ? static_cast<void>(0) : ::tavo_fuzz::fail(#condition, __FILE__, __LINE__))
 
-// A buffer of exactly `count` elements between guards. Filled with zeroes; the guards are looked at
-// when it ends. The guards serve the builds without a sanitizer.
+// A zeroed buffer of exactly `count` elements between guards, which the destructor checks. The
+// guards are for builds without a sanitizer.
 template <typename Element>
 class Guarded {
  public:
@@ -66,7 +66,7 @@ class Guarded {
   std::unique_ptr<uint8_t[]> memory_;
 };
 
-// A copy of exactly the elements given, so that a sanitizer sees a read too many.
+// An exact copy of the elements, so that a sanitizer detects a read past the end.
 template <typename Element>
 std::unique_ptr<Element[]> exact_copy(const Element* elements, size_t count) {
   std::unique_ptr<Element[]> copy(new Element[count]);
@@ -74,7 +74,7 @@ std::unique_ptr<Element[]> exact_copy(const Element* elements, size_t count) {
   return copy;
 }
 
-// Fields from the beginning of the fuzzer's bytes; zeroes when they run out.
+// Reads fields from the beginning of the fuzzer's bytes; zeros when they run out.
 class Fields {
  public:
   Fields(const uint8_t* data, size_t size) : data_(data), size_(size) {}
@@ -107,8 +107,8 @@ class Fields {
   size_t size_;
 };
 
-// Text as the corpus has it: UTF-8. What is none gives the characters that cannot be typed: 0xFF a
-// surrogate on its own, 0xFE a number above the last character, other bytes their own number.
+// UTF-8 text, as in the corpus. Malformed bytes give characters that cannot be typed: 0xFF an
+// unpaired surrogate, 0xFE a number above the last character, other bytes their own value.
 std::wstring read_text(const uint8_t* data, size_t size);
 // True when the text consists of Unicode characters only.
 bool is_valid(std::wstring_view text);

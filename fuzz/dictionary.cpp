@@ -1,5 +1,5 @@
-// Writes the fuzzer's dictionary: every spelling of the vocabulary, as the library's own tables
-// have it, and the characters and pieces that the token patterns are made of.
+// Writes the fuzzer's dictionary: every spelling in the library's vocabulary tables, and the
+// characters and parts of the token patterns.
 #include <cstdio>
 #include <cstring>
 

@@ -1,10 +1,10 @@
-// One target as libFuzzer wants it: TAVO_FUZZ_TARGET is the target's function.
+// The libFuzzer entry point of one target: TAVO_FUZZ_TARGET is the target's function.
 #include <cstdlib>
 
 #include "TAVOParser.h"
 #include "targets.h"
 
-// The fuzzer's own names.
+// Names that libFuzzer defines.
 extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments);
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 

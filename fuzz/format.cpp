@@ -1,5 +1,5 @@
-// The layout of `tavo fmt`: an accepted statement stays accepted and stores the same in every
-// style, and a layout is its own layout.
+// The layout of `tavo fmt`: an accepted statement stays accepted and stores the same pairs in every
+// style, and formatting is idempotent.
 #include "statement/format_statement.h"
 
 #include "check.h"

@@ -1,4 +1,4 @@
-// Runs files through the fuzz targets without a fuzzer, so that every build can do it:
+// Runs files through the fuzz targets without a fuzzer, in every build:
 //   fuzz_replay FOLDER            each target over FOLDER/<its name>
 //   fuzz_replay TARGET FILE...    one target over files or folders
 #include <unistd.h>
@@ -30,7 +30,7 @@ std::vector<fs::path> files_below(const fs::path& path) {
   return files;
 }
 
-// The file that runs, for the signal that ends the process when a target fails.
+// The current file, for the signal handler that reports it when a target fails.
 const char* current_file = "";
 
 void name_the_file(int number) {
@@ -40,7 +40,7 @@ void name_the_file(int number) {
   std::raise(number);
 }
 
-// Returns how many files were run.
+// Returns the number of files that were run.
 size_t replay(const Target& target, const fs::path& path) {
   const std::vector<fs::path> files = files_below(path);
   for (const fs::path& file : files) {

@@ -1,6 +1,6 @@
 // The request record's fields: versions, forms, code pages, lengths, arrays and buffers of any
-// size, entries that a caller filled in. Everything handed over is as large as it says; nothing
-// else is promised to the library.
+// size, entries that a caller filled in. Everything has the size that the request says; nothing
+// else is guaranteed to the library.
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -19,15 +19,15 @@ struct Shape {
   char form;
   uint8_t kind;
   uint32_t code_page;
-  int32_t length;  // bytes, as the request says; at most what the text has when it is positive
+  int32_t length;  // bytes, as the request says; at most the length of the text when positive
   bool descriptor;
   bool text;
   bool array;
-  uint32_t capacity;  // entries there are
+  uint32_t capacity;  // entries in the array
   uint32_t said_capacity;
   uint32_t key_bytes;
   uint32_t value_bytes;
-  uint8_t prefilled;  // entries that hold a key already
+  uint8_t prefilled;  // entries that already have a key
 };
 
 Shape read_shape(Fields& fields) {
@@ -53,7 +53,7 @@ Shape read_shape(Fields& fields) {
   return shape;
 }
 
-// The text in the form that the request says, exactly as long as it is.
+// The text in the form that the request says, of its exact length.
 struct Text {
   std::unique_ptr<uint8_t[]> bytes;
   size_t size = 0;
@@ -76,7 +76,7 @@ void make_text(const Shape& shape, const Fields& fields, Text& text) {
   text.narrow.text = shape.text ? reinterpret_cast<const char*>(text.bytes.get()) : nullptr;
 }
 
-// What the service answers before it parses, or nothing.
+// The status of a request that is refused before parsing, or nothing.
 std::optional<uint32_t> refusal(const Shape& shape, int32_t length) {
   if (shape.version <= TAVO_REQUEST_VERSION_REFUSED) return TAVO_STATUS_REQUEST_TOO_OLD;
   if (length <= 0) return TAVO_STATUS_TEXT_LENGTH_NOT_POSITIVE;
@@ -141,7 +141,7 @@ void run_request(const uint8_t* data, size_t size) {
   if (shape.descriptor) {
     record->parmText = shape.form == 'M' ? static_cast<void*>(&text.narrow) : &text.wide;
   }
-  record->count = 3;  // what a refused request keeps
+  record->count = 3;  // unchanged by a refused request
   record->errorFlag = 7;
   Outcome before;
   before.flag = record->errorFlag;
@@ -150,7 +150,7 @@ void run_request(const uint8_t* data, size_t size) {
   const uint32_t status = request.run();
   array.check();
   if (const auto refused = refusal(shape, length)) {
-    record->count = 0;  // the array holds nothing
+    record->count = 0;  // the array is empty
     Outcome outcome = outcome_of(record, status);
     outcome.count = before.count;
     check_refused(outcome, *refused, before);

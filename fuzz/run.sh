@@ -1,10 +1,10 @@
 #!/bin/sh
 # Fuzzes: run.sh [TARGET|all] [SECONDS]
 #
-# Builds the targets twice, fast and with the address and undefined-behaviour sanitizers; grows the
-# corpus with the fast build for SECONDS (60) for each target, replays it in the sanitized one, fuzzes
-# there for a fifth of that time, and puts the minimised corpus back into fuzz/corpus. An input that
-# breaks something stays in build/fuzz/found and ends the script with an error.
+# Builds the targets twice, fast and with the address and undefined-behavior sanitizers; grows the
+# corpus with the fast build for SECONDS (60) per target, replays it in the sanitized one, fuzzes
+# there for a fifth of that time, and copies the minimized corpus back to fuzz/corpus. A failing
+# input stays in build/fuzz/found and ends the script with an error.
 set -eu
 
 cd "$(dirname "$0")/.."
@@ -18,7 +18,7 @@ sanitized=build/fuzz-sanitized
 found=$build/found
 jobs=${TAVO_JOBS:-2}
 
-# A statement may switch tracing on; its lines are nobody's concern here.
+# A statement may turn tracing on; its lines do not matter here.
 export TAVO_TRACE_FILE=/dev/null
 export UBSAN_OPTIONS=print_stacktrace=1
 

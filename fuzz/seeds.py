@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes seeds of the corpus of statements: one file for each text.
+"""Creates seeds from the corpus of statements: one file per text.
 
     seeds.py CORPUS OUT
 
-CORPUS is tests/corpus; OUT receives a folder for each target that reads text.
+CORPUS is tests/corpus; OUT gets one folder for each target that reads text.
 """
 
 import hashlib
@@ -21,8 +21,8 @@ def unescaped(text: str) -> str:
 
 
 def texts(file: pathlib.Path):
-    """The text of each case of a file: what stands between its second rule and the line ---."""
-    lines = file.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
+    """The text of each case of a file: the lines between its second rule and the line ---.""" lines
+    = file.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
     header = False
     for at, line in enumerate(lines):
         if not RULE.fullmatch(line):
@@ -60,7 +60,7 @@ def main() -> int:
                 write(out / "format", content)
             # A wide request with an array of 15 entries of 64 and 128 bytes, or for 8-bit text.
             write(out / "request", bytes([0, count % 3, 0, 0, 0, 0, 0xFF, 0xF1, 64, 128, 0]) + content)
-            # A letter chooses the function, two bytes are its numbers.
+            # A letter selects the function, two bytes are its numbers.
             write(out / "utilities", bytes([ord("a") + count % 12, 0, 9]) + content[:64])
     print(f"{count} texts")
     return 0

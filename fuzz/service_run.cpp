@@ -79,7 +79,7 @@ uint32_t GuardedRequest::run() {
   const RequestRecord before = request;
   const uint32_t status = Parser_Service(&request);
   memory_.check();
-  // What the library writes; everything else is as it was, padding included.
+  // The fields that the library writes; everything else is unchanged, padding included.
   RequestRecord expected = before;
   expected.count = request.count;
   expected.maxKeySize = request.maxKeySize;
@@ -191,7 +191,7 @@ void check_pairs(const BothRuns& runs, GuardedArray& array) {
   }
 }
 
-// The two runs read the same text: they agree about its syntax.
+// The two runs read the same text, so they agree on its syntax.
 void check_agreement(const BothRuns& runs) {
   const auto syntax_of = [](const Outcome& outcome) {
     const bool has = !outcome.errors.empty() && is_syntax_error(outcome.errors.back());
@@ -241,7 +241,8 @@ void switch_tracing_off() {
   GuardedArray none(1, 4, 4);
   request.get()->textLength = static_cast<int32_t>(off.size() * sizeof(wchar_t));
   request.get()->parmText = &descriptor;
-  request.get()->pKeyValueArr = none.data();  // a filling run: the sizing run switches nothing
+  request.get()->pKeyValueArr =
+      none.data();  // a filling run: the sizing run changes no trace level
   request.get()->capacity = 1;
   request.run();
 }

@@ -1,4 +1,4 @@
-// One run of Parser_Service with everything around it under guard.
+// One run of Parser_Service with guards around everything.
 #pragma once
 
 #include <deque>
@@ -11,17 +11,17 @@
 
 namespace tavo_fuzz {
 
-// A key-value array whose entries and buffers stand between guards. The caller's fields hold a
-// pattern that the library has to leave alone.
+// A key-value array whose entries and buffers are between guards. The caller's fields have a
+// pattern that the library must not change.
 class GuardedArray {
  public:
   GuardedArray(uint32_t capacity, uint32_t key_bytes, uint32_t value_bytes);
   KeyValueEntry* data() {
     return entries_.data();
   }
-  // The guards, the caller's fields and the pointers and sizes as they were handed over.
+  // Checks the guards, the caller's fields, and that pointers and sizes are unchanged.
   void check();
-  // Nothing was written into the entries from this one on.
+  // Checks that nothing was written to the entries from this one on.
   void check_untouched_from(uint32_t first);
 
  private:
@@ -32,21 +32,21 @@ class GuardedArray {
   std::deque<Guarded<uint8_t>> values_;
 };
 
-// A request record that is longer than what is declared, its caller's fields patterned.
+// A request record that is longer than declared, with a pattern in the caller's fields.
 class GuardedRequest {
  public:
   GuardedRequest();
   RequestRecord* get() {
     return memory_.data();
   }
-  // Runs Parser_Service and checks what it must leave alone.
+  // Runs Parser_Service and checks that it changed nothing else.
   uint32_t run();
 
  private:
   Guarded<RequestRecord> memory_;
 };
 
-// What one run answers. The location is the last syntax error's, all zero without one.
+// The outcome of one run. The location is that of the last syntax error, all zero without one.
 struct Outcome {
   uint32_t status = 0;
   uint8_t flag = 0;
@@ -60,12 +60,12 @@ struct Outcome {
 };
 
 bool same(const Outcome& a, const Outcome& b);
-// Reads what a request and the thread hold after a run.
+// Reads the outcome from the request and the thread after a run.
 Outcome outcome_of(RequestRecord* request, uint32_t status);
 
 bool is_syntax_error(const tavo_test::Error& error);
-// Status and flag agree, one syntax record at most and as the last one, positions and excerpts
-// within the text, the location the same place.
+// Checks that status and flag agree, that there is at most one syntax record, the last one, that
+// positions and excerpts are within the text, and that the location is the same place.
 void check_outcome(const Outcome& outcome, const std::wstring& text);
 
 // Both runs over a wide text, with the sizes that the sizing run asks for.
