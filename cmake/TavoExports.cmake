@@ -1,6 +1,6 @@
 # tavo_write_exports(OUTPUT HEADER...): writes a linker version script with every name that the
-# public headers mark with TAVO_API, so that the list of exports stands in the headers only. A
-# declaration starts a line with TAVO_API and has its name on that line.
+# public headers mark with TAVO_API, so that only the headers list the exports. A declaration starts
+# a line with TAVO_API and has its name on that line.
 function(tavo_write_exports output)
   set(names "")
   foreach(header ${ARGN})

@@ -1,6 +1,6 @@
-# Takes the suite's platform libraries from TAVO_PLATFORM_DIR instead of building the embedded ones.
+# Uses the suite's platform libraries from TAVO_PLATFORM_DIR instead of building the embedded ones.
 foreach(name TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
-  # Looked at anew each time, not kept in the cache: the directory may be another one by now.
+  # Not cached, since the directory may have changed.
   set(file ${TAVO_PLATFORM_DIR}/lib${name}.so)
   if(NOT EXISTS ${file})
     message(FATAL_ERROR "TAVO_PLATFORM_DIR=${TAVO_PLATFORM_DIR} holds no lib${name}.so")
@@ -9,6 +9,6 @@ foreach(name TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvid
   set_target_properties(${name} PROPERTIES IMPORTED_LOCATION ${file} IMPORTED_NO_SONAME ON)
 endforeach()
 add_library(tavo_platform INTERFACE)
-# All five are loaded, also the ones that nothing is called in.
+# All five are loaded, even those without called functions.
 target_link_libraries(tavo_platform INTERFACE "-Wl,--push-state,--no-as-needed"
   TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider "-Wl,--pop-state")

@@ -1,5 +1,5 @@
-# Installation and packages. Include before the first install() so that what names no component
-# belongs to the runtime; the rest waits until every target is there.
+# Installation and packages. Include before the first install() so that rules without a component
+# belong to the runtime; the rest is deferred until every target exists.
 #   runtime  libTAVOParser and the embedded platform
 #   dev      headers, link names, CMake package, pkg-config file, examples
 #   tools    tavo, its manual page and completions
@@ -27,7 +27,7 @@ function(tavo_install_packages_of_build_tools)
   file(READ ${CMAKE_SOURCE_DIR}/include/TAVOApi.h api)
   string(REGEX MATCH "TAVO_ABI_VERSION ([0-9]+)" unused "${api}")
   set(TAVO_ABI_VERSION ${CMAKE_MATCH_1})
-  # What libTAVOParser needs beside it; another platform is found where that one is.
+  # The embedded platform is installed next to libTAVOParser; another platform stays where it is.
   set(TAVO_INSTALLED_PLATFORM "")
   if(NOT TAVO_PLATFORM_DIR)
     set(TAVO_INSTALLED_PLATFORM ${TAVO_PLATFORM_LIBRARY_NAMES})

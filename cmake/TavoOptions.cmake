@@ -1,18 +1,18 @@
 # Compiler settings shared by every target of this tree: link tavo_options (and tavo_hardening for
-# what is shipped). Warnings are errors; the runtime's headers are system headers.
+# installed files). Warnings are errors; the runtime's headers are system headers.
 set(TAVO_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
 option(TAVO_COVERAGE "Instrument for coverage" OFF)
 
 add_library(tavo_options INTERFACE)
 target_compile_options(tavo_options INTERFACE
   -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Werror
-  # GCC 12 sees overlapping copies inside std::string where there are none.
+  # GCC 12 reports overlapping copies inside std::string where there are none.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
   -fno-math-errno)
 
-# The instructions stay those of every x86-64. But GCC's tuning for all of them clears blocks of a few
-# hundred bytes, such as trace frames, with an instruction that takes longer to start than to work.
+# The code runs on every x86-64. But GCC's generic tuning clears blocks of a few hundred bytes, such
+# as trace frames, with a string instruction whose startup costs more than the work.
 include(CheckCXXCompilerFlag)
 if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
   check_cxx_compiler_flag(-mtune=skylake TAVO_HAS_TUNE)
@@ -31,7 +31,7 @@ if(TAVO_COVERAGE)
   target_link_options(tavo_options INTERFACE --coverage)
 endif()
 
-# Hardening of what is shipped: read-only relocations, no lazy binding, no executable stack.
+# Hardening of installed files: read-only relocations, no lazy binding, no executable stack.
 add_library(tavo_hardening INTERFACE)
 if(NOT TAVO_SANITIZE AND NOT TAVO_COVERAGE)
   target_compile_options(tavo_hardening INTERFACE

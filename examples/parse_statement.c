@@ -1,5 +1,5 @@
-/* Parses the statement that is given as an argument and prints its pairs or its errors: the two
- * runs, step by step. */
+/* Parses the statement in its argument and prints its pairs or its errors: the two runs, step by
+ * step. */
 #include <TAVOErrorHandler.h>
 #include <TAVOParser.h>
 #include <TAVOParserExt.h>
@@ -7,9 +7,9 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-/* Entries with a key and a value buffer each, as large as the sizing run asks for. */
+/* Entries with a key and a value buffer each, as large as the sizing run reports. */
 static KeyValueEntry* allocate_array(const RequestRecord* sized, uint32_t entries) {
-  /* The sizes are in bytes; a size of 0 wants room for a terminator. */
+  /* The sizes are in bytes; a size of 0 needs space for a terminator. */
   const size_t key_size = (size_t)sized->maxKeySize + sizeof(wchar_t);
   const size_t value_size = (size_t)sized->maxValueSize + sizeof(wchar_t);
   KeyValueEntry* array = calloc(entries, sizeof *array);

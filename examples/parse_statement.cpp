@@ -1,4 +1,4 @@
-// Parses the statement that is given as an argument and prints its pairs or its errors.
+// Parses the statement in its argument and prints its pairs or its errors.
 #include <TAVOParserCpp.hpp>
 #include <iostream>
 
