@@ -21,8 +21,8 @@ def unescaped(text: str) -> str:
 
 
 def texts(file: pathlib.Path):
-    """The text of each case of a file: the lines between its second rule and the line ---.""" lines
-    = file.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
+    """The text of each case of a file: the lines between its second rule and the line ---."""
+    lines = file.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
     header = False
     for at, line in enumerate(lines):
         if not RULE.fullmatch(line):
