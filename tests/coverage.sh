@@ -1,10 +1,10 @@
 #!/bin/sh
 # Measures the coverage of our own code: coverage.sh [CTEST ARGUMENTS...]
 #
-# Builds the preset coverage, runs the tests (those of valgrind, of installing and of the second
-# opinion have nothing to add and are left out) and writes to build/coverage/report: index.html for people,
-# summary.txt, branches.txt with every branch that no test takes, and coverage.json. Fails when less
-# than TAVO_LEAST_BRANCHES percent (95) of the branches below Src are taken. Needs gcovr.
+# Builds the preset coverage, runs the tests (except those of valgrind, installation and the second
+# opinion, which add nothing) and writes to build/coverage/report: index.html for people,
+# summary.txt, branches.txt with every branch that no test covers, and coverage.json. Fails when
+# less than TAVO_LEAST_BRANCHES percent (95) of the branches below Src are covered. Needs gcovr.
 set -eu
 
 cd "$(dirname "$0")/.."
@@ -17,14 +17,14 @@ cmake --preset coverage >/dev/null
 cmake --build "$build" -j "$jobs"
 find "$build" -name '*.gcda' -delete
 mkdir -p "$report"
-# A test that fails still covers; the report is made and the failure passed on.
+# A failing test also covers code; the report is written and the failure returned.
 failed=0
 ctest --test-dir "$build" -j "$jobs" -LE 'valgrind|install|second_opinion' --output-on-failure "$@" || failed=1
 
-# Branches that only an exception of the compiler's making would take are no branches of ours.
+# Branches that only compiler-generated exception code takes do not count.
 gcovr --root . --exclude-throw-branches --exclude-unreachable-branches --gcov-ignore-parse-errors \
   -j "$jobs" --filter Src/ --filter platform/ --filter tools/ --json "$report/coverage.json" "$build"
-# Never -o /dev/null: gcovr replaces the file, and root's machine would lose the device.
+# Never -o /dev/null: gcovr replaces the file, so root would delete the device.
 measured() {
   gcovr --root . --exclude-throw-branches --exclude-unreachable-branches \
     --add-tracefile "$report/coverage.json" "$@"

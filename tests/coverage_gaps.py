@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Lists what no test takes: coverage_gaps.py COVERAGE.JSON [FOLDER]
+"""Lists what no test covers: coverage_gaps.py COVERAGE.JSON [FOLDER]
 
-One line for each line of our own code below FOLDER (Src) that never runs, or of whose branches some are
+One line for each line of our own code below FOLDER (Src) that never runs or has branches that are
 never taken, with its text.
 """
 

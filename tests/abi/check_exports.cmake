@@ -21,7 +21,7 @@ set(exported "")
 string(REGEX MATCHALL "[^\n]+" symbols "${symbols}")
 foreach(symbol IN LISTS symbols)
   string(REGEX REPLACE "[ @].*" "" symbol "${symbol}")
-  # The name of the version itself, and what sanitizers and the coverage run time add.
+  # The name of the version itself, and names that sanitizers and the coverage runtime add.
   if(NOT symbol MATCHES "^(TAVOPARSER_1$|__asan|__tsan|__ubsan|__odr|__gcov|__llvm|_init$|_fini$)")
     list(APPEND exported ${symbol})
   endif()

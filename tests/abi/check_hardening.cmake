@@ -1,5 +1,5 @@
 # Read-only relocations, no lazy binding, no executable stack, no relocations in the text; in the
-# parser's own library stack protector and checked C library functions as well.
+# parser's own library also stack protector and fortified C library functions.
 string(REPLACE "," ";" LIBRARIES "${LIBRARIES}")
 
 function(read output)

@@ -25,7 +25,7 @@ TEST(Layout, IsTheSameToCAndToCpp) {
   }
 }
 
-// The numbers themselves, written out: callers were compiled against them.
+// The numbers themselves, since callers were compiled against them.
 TEST(Layout, IsWhatCallersWereCompiledAgainst) {
   const std::map<std::string, size_t> expected = {{"size of KeyValueEntry", 64},
                                                   {"KeyValueEntry.key", 16},

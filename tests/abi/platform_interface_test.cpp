@@ -1,6 +1,6 @@
-// The platform interface as platforms were compiled against it, written out a second time: a change
-// of platform.h alone would change the library and the embedded platform alike, and only other
-// platforms would notice.
+// A second copy of the platform interface that platforms were compiled against: a change of
+// platform.h alone would change both the library and the embedded platform, and break only other
+// platforms.
 #include <gtest/gtest.h>
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// A key-value array whose buffers lie between guards, whose every unused byte is known, and which
-// tells what was written outside.
+// A key-value array with guards around its buffers and known values in every unused byte. It
+// reports what was written outside.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,11 +27,11 @@ class GuardedBuffer {
   wchar_t* text() {
     return reinterpret_cast<wchar_t*>(memory_.data() + kGuardBytes);
   }
-  // Bytes at the end that make no whole character, and the guards.
+  // Checks the bytes at the end that are less than a character, and the guards.
   void expect_intact() const {
     for (size_t i = 0; i < kGuardBytes; ++i) {
       ASSERT_EQ(kGuard, memory_[i]) << "before the buffer of " << bytes_;
-      ASSERT_EQ(kGuard, memory_[kGuardBytes + bytes_ + i]) << "behind the buffer of " << bytes_;
+      ASSERT_EQ(kGuard, memory_[kGuardBytes + bytes_ + i]) << "after the buffer of " << bytes_;
     }
     for (uint32_t i = bytes_ / 4 * 4; i < bytes_; ++i) {
       ASSERT_EQ(0, memory_[kGuardBytes + i]) << "in the odd bytes of the buffer of " << bytes_;
@@ -68,7 +68,7 @@ class GuardedArray {
     return SetKeyValuePairW(&request_, key_token.get(), key_id, value_token.get(), value_id,
                             prefix);
   }
-  // Nothing was written outside the buffers, nor into the caller's part of the entries.
+  // Checks that nothing was written outside the buffers or into the caller's fields of the entries.
   void expect_intact() const {
     for (const auto& buffer : buffers_) buffer->expect_intact();
     for (const KeyValueEntry& entry : entries_) {

@@ -55,7 +55,7 @@ TEST(Sizing, CountsTheQuotesOfAQuotedValueToo) {
   EXPECT_EQ((5 + 1) * 4, request.maxValueSize);
 }
 
-TEST(Sizing, CountsARepeatedOptionAgainAsMeant) {
+TEST(Sizing, CountsARepeatedOptionAgainDeliberately) {
   RequestRecord request{};
   for (int i = 0; i < 5; ++i) measure(&request, u"K", u"v");
   EXPECT_EQ(5, request.count);
@@ -112,8 +112,8 @@ TEST(Storing, TurnsPairsOfSurrogatesIntoOneCharacter) {
   EXPECT_STREQ(L"a\x1F600z", array[0].value);
 }
 
-// The platform's word on a text is not asked for; what could not be converted is empty.
-TEST(Storing, ATextThatCannotBeConvertedIsEmptyAndThePairIsStoredAsMeant) {
+// Deliberate: the status of the conversion is ignored; a text that could not be converted is empty.
+TEST(Storing, ATextThatCannotBeConvertedIsEmptyAndThePairIsStoredDeliberately) {
   for (const uint32_t failing : {1u, 2u, 0u}) {  // the key, the value, both
     front::reset();
     GuardedArray array(1, 64, 64);
@@ -189,7 +189,7 @@ TEST(Storing, ASlotFilledBeforeWithAnotherKeyOrAStatusIsOverwritten) {
   EXPECT_EQ(2, array.request().count);
 }
 
-TEST(Storing, ASlotFilledBeforeComesBeforeTheSearchForADuplicateAsMeant) {
+TEST(Storing, ASlotFilledBeforeComesBeforeTheSearchForADuplicateDeliberately) {
   GuardedArray array(2, 64, 64);
   EXPECT_EQ(0u, array.store(kKey, u"K", 250, u"v"));
   array[1].keyId = kKey;
@@ -227,11 +227,11 @@ TEST(Storing, ThroughTheServiceRepeatsFieldDefinitionsAndDropsOtherDuplicates) {
   EXPECT_EQ(L"3", run.pairs[4].value);
 }
 
-// More pairs than are searched one by one.
-std::wstring with_many_pairs(const std::wstring& behind) {
+// More pairs than are searched without the index.
+std::wstring with_many_pairs(const std::wstring& after) {
   std::wstring text = L"PRO=HASH, DSTFLD=A";
   for (int i = 1; i <= 30; ++i) text += L", FLDDEF" + std::to_wstring(i) + L"=(LEN=1)";
-  return text + behind;
+  return text + after;
 }
 
 TEST(Storing, ThroughTheServiceDropsADuplicateAmongManyPairs) {

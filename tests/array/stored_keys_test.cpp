@@ -1,5 +1,5 @@
-// The index of the keys that a running parse has stored: without it every pair would search all
-// pairs before it, with the same result.
+// The index of the keys that a running parse has stored. Without it the results are the same, but
+// storing a pair searches all earlier pairs.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -10,7 +10,7 @@ namespace {
 
 using tavo::StoredKeys;
 
-// A request with room for many pairs, which are only their keys.
+// A request with space for many pairs that consist only of keys.
 class Request {
  public:
   Request() : pairs_(StoredKeys::kKeys + 8) {
@@ -64,7 +64,7 @@ TEST(StoredKeys, OfManyPairsAtOnce) {
   }
 }
 
-TEST(StoredKeys, KeysBehindTheLastAreNone) {
+TEST(StoredKeys, KeysAfterTheLastAreNone) {
   StoredKeys stored;
   Request request;
   stored.begin(request.get());
@@ -84,7 +84,7 @@ TEST(StoredKeys, FollowTheirRequestOnly) {
   request.add(5);
   EXPECT_TRUE(stored.contains(5));
   EXPECT_TRUE(stored.follows(request.get()));
-  --request.get()->count;  // a pair that is gone again: no longer the whole truth
+  --request.get()->count;  // a pair was removed: the index is out of date
   EXPECT_FALSE(stored.follows(request.get()));
   ++request.get()->count;
   stored.end();

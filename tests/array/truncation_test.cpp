@@ -1,4 +1,4 @@
-// Buffers that are too small: by one character, by a byte, or for anything at all.
+// Buffers that are too small: by one character, by a byte, or for any text.
 #include <gtest/gtest.h>
 
 #include "array/guarded_array.h"
@@ -12,7 +12,7 @@ using array_test::GuardedArray;
 
 constexpr uint32_t kKey = 79;
 
-// What a buffer of so many bytes can hold of a text.
+// The beginning of a text that fits in a buffer of that many bytes.
 std::wstring cut(const std::wstring& text, uint32_t bytes) {
   const uint32_t characters = bytes / 4;
   return characters == 0 ? L"" : text.substr(0, characters - 1);
@@ -63,7 +63,7 @@ TEST(Truncation, OfTheKeyAtEveryBoundary) {
   }
 }
 
-TEST(Truncation, OfTheValueUnderAWholeKeyLeavesStatus0AndNoMessageAsMeant) {
+TEST(Truncation, OfTheValueUnderAWholeKeyLeavesStatus0AndNoMessageDeliberately) {
   const std::wstring value = L"0123456789";
   const auto whole = static_cast<uint32_t>((value.size() + 1) * 4);
   for (uint32_t bytes = 0; bytes <= whole + 9; ++bytes) {
@@ -175,7 +175,7 @@ TEST(Truncation, ThroughTheServiceACutKeyRejectsTheStatementWithOneMessage) {
   EXPECT_EQ(7103u, run.errors[0].id);
 }
 
-TEST(Truncation, ThroughTheServiceACutValueIsAcceptedAsMeant) {
+TEST(Truncation, ThroughTheServiceACutValueIsAcceptedDeliberately) {
   const auto run =
       tavo_test::fill_statement(L"PRO=HASH, DSTFLD=ABCDEFGH", std::nullopt, std::nullopt, 12u);
   EXPECT_EQ(0u, run.status);

@@ -13,7 +13,7 @@ struct Result {
   uint32_t length;
 };
 
-// The buffer holds exactly the text, and may be one that has no terminator.
+// The buffer has exactly the size of the text, possibly without a terminator.
 Result unescape(const std::wstring& text, uint32_t length_in_bytes) {
   std::vector<wchar_t> buffer(text.begin(), text.end());
   buffer.shrink_to_fit();
@@ -50,7 +50,7 @@ TEST(Unescape, TwoBackslashesAndAQuoteKeepTheFirstBackslash) {
 }
 
 TEST(Unescape, WalksOneCharacterLessThanTheLength) {
-  // The terminator's place is never looked at: a pair that reaches into it is none.
+  // The last character is never read: a pair that includes it does not count.
   const Result result = unescape(L"ab\\\"", 16);
   EXPECT_EQ(L"ab\\\"", result.text);
   EXPECT_EQ(16u, result.length);

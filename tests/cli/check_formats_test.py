@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""JSON and SARIF of `tavo check` are well formed and say the same as the text."""
+"""JSON and SARIF of `tavo check` are well-formed and agree with the text."""
 import json
 import os
 import re

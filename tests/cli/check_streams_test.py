@@ -8,7 +8,7 @@ LINES = ['PRO=HASH, DSTFLD=X', 'PRO=EML, MTD=HASH, DOM=x', 'PRO=HASH, DSTFLD=X, 
 
 
 def peak(lines, form):
-    """KiB that the tool needed at most, and what it said at the end."""
+    """Peak memory of the tool in KiB, and the end of its output."""
     tool = subprocess.Popen([os.environ["TAVO"], "check", "--format", form, "-"],
                             stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
     for start in range(0, lines, 1000):

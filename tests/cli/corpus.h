@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// Texts as they stand in the files; those that use escapes are statements of another kind then.
+// The texts literally, so a text with escapes is a different statement here.
 inline std::vector<std::string> corpus_statements() {
   std::vector<std::string> all;
   for (const auto& entry : std::filesystem::directory_iterator(TAVO_CORPUS)) {

@@ -1,4 +1,4 @@
-// The wrapper by itself: what a C++ program sees of the library.
+// The C++ wrapper alone.
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// The platform's message, asked for by hand.
+// The platform's message, requested directly.
 std::wstring message_of(TAVOMessageRequest request) {
   std::vector<wchar_t> text(4096);
   request.version = 21;

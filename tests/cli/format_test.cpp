@@ -1,4 +1,4 @@
-// Formatting never changes what a statement stores, and a second time changes nothing.
+// Formatting never changes what a statement stores, and formatting again changes nothing.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -29,7 +29,7 @@ std::vector<std::wstring> comments_of(const StatementText& text) {
   return comments;
 }
 
-// What must hold for a text that is accepted; "" or what does not.
+// Checks an accepted text. Returns "" or the violated condition.
 std::string violation(const std::string& bytes, const StatementStyle& style) {
   const StatementText text(bytes, std::nullopt);
   const ParseResult before = text.parse();
@@ -54,7 +54,7 @@ TEST(Format, HoldsForEveryStatementOfTheCorpus) {
   EXPECT_GT(accepted, 100u);
 }
 
-// Accepted statements that are read to their end, as tokens.
+// Accepted statements without ignored text, as tokens.
 std::vector<std::vector<std::string>> token_lists() {
   std::vector<std::vector<std::string>> lists;
   for (const std::string& statement : corpus_statements()) {

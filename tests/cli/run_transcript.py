@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Runs a transcript: commands, and exactly what they print.
+"""Runs a transcript: commands and their exact output.
 
-    $ command       run by a shell, with tavo in its path; `> ` lines go on with it
+    $ command       run by a shell, with tavo in its path; `> ` lines continue it
     | line          of standard output
     ! line          of standard error
     ? 1             the exit status, when it is not 0
     # line          a comment
 
-With --update the expected lines are written anew, to be read before they are committed.
+--update replaces the expected lines; review them before you commit.
 """
 import os
 import subprocess

@@ -16,7 +16,7 @@ std::wstring shown(const std::string& bytes) {
   return masked(text.text(), text.secrets(), {0, text.text().size()}, false);
 }
 
-// Everything that is said about a statement.
+// All output about a statement.
 std::string everything(const std::string& bytes) {
   const StatementText text(bytes, std::nullopt);
   std::string said = to_utf8(shown(bytes));
@@ -43,7 +43,7 @@ TEST(Secrets, AreNoNamesOfVariablesFieldsAndMethodsThatGiveASeed) {
   }
 }
 
-TEST(Secrets, StayMaskedBehindAQuoteThatIsMissing) {
+TEST(Secrets, StayMaskedAfterAQuoteThatIsMissing) {
   EXPECT_EQ(everything("PRO=LKP, SRC=\"a, PASS=\"hunter2\", ID=x").find("hunter2"),
             std::string::npos);
   EXPECT_EQ(everything("PRO=LKP, PASS='hunter2, x', ID=x").find("hunter2"), std::string::npos);
@@ -52,7 +52,7 @@ TEST(Secrets, StayMaskedBehindAQuoteThatIsMissing) {
   EXPECT_EQ(everything("PRO=LKP; PASS hunter2").find("hunter2"), std::string::npos);
 }
 
-// Damage anywhere but in the option that holds the secret.
+// Damage anywhere except in the option with the secret.
 RC_GTEST_PROP(Secrets, SurviveAnyDamageAroundThem, ()) {
   const std::string secret = *rc::gen::element<std::string>(
       "PASS=\"hunter2\"", "PASS=hunter2", "CONN=\"hunter2\"", "KEY=\"hunter2\"", "SEED=\"hunter2\"",
@@ -70,7 +70,7 @@ RC_GTEST_PROP(Secrets, SurviveAnyDamageAroundThem, ()) {
   };
   const int times = *rc::gen::inRange(0, 4);
   for (int i = 0; i < times; ++i) damage(*rc::gen::arbitrary<bool>() ? before : after);
-  // A word that runs into the keyword makes another word of it.
+  // A word directly before the keyword would change it.
   if (before.back() == 'x') before += ' ';
   const std::string text = before + secret + after;
   RC_ASSERT(everything(text).find("hunter2") == std::string::npos);

@@ -1,4 +1,4 @@
-// The pieces that the verbs share: near names, statements in files, completion.
+// Helpers that the verbs share: nearest names, statements in files, completion.
 #include <gtest/gtest.h>
 
 #include "TAVOParserCpp.hpp"

@@ -1,4 +1,4 @@
-// Text that nobody vouches for, on a terminal and in machine formats.
+// Untrusted text, on a terminal and in machine-readable formats.
 #include "terminal/visible_text.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 namespace tavo::cli {
 namespace {
 
-// Controls, what reorders text, what nobody sees.
+// Control characters, bidirectional controls, invisible characters.
 const std::vector<std::pair<uint32_t, uint32_t>> kMustNotBeRaw = {
     {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},
     {0x180E, 0x180E}, {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x2064},

@@ -25,8 +25,8 @@ std::vector<CorpusCase> read_corpus(const std::filesystem::path& file);
 // All cases of the .txt files of a folder and its subfolders, in order.
 std::vector<CorpusCase> read_corpus_folder(const std::filesystem::path& folder);
 
-// One text with an expected result's lines, their escapes resolved and trailing blanks of the file
-// dropped. Put the actual lines together with join_lines to compare them.
+// The lines of an expected result as one text, with escapes resolved and trailing blanks dropped.
+// Join the actual lines with join_lines to compare them.
 std::string join_expected(const std::vector<std::string>& lines);
 std::string join_lines(const std::vector<std::string>& lines);
 

@@ -1,5 +1,5 @@
-// Every text of the lexer corpus: its tokens with number, name and text, hidden ones and broken
-// places included, read both through the runtime's token stream and through
+// Every text of the lexer corpus: its tokens with number, name and text, hidden ones and lexical
+// errors included, read both through the runtime's token stream and through
 // TAVOLanguage_ReadTokens.
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ std::string describe(uint32_t type, bool hidden, const std::wstring& text) {
 struct Walk {
   const std::wstring& text;
   std::vector<std::string> lines;
-  uint32_t offset = 0;  // the next token must start here: tokens tile the text
+  uint32_t offset = 0;  // the next token must start here: tokens cover the text without gaps
 };
 
 uint32_t add_token(const TAVOTextToken* token, void* context) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds the modules of docs/modules.toml: the includes of the tree, and what is drawn of the list."""
+"""Checks the modules of docs/modules.toml: the includes of the tree, and the drawn list."""
 import copy
 import pathlib
 import subprocess

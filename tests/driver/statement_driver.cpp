@@ -1,5 +1,5 @@
-// Answers statements from standard input for the second opinion: one JSON string a line in, one
-// JSON object a line out. See ../second_opinion/README.md for the form of the answers.
+// Parses statements from standard input for the second opinion: one JSON string per line in, one
+// JSON object per line out. See ../second_opinion/README.md for the format.
 #include <cstring>
 #include <iostream>
 #include <nlohmann/json.hpp>

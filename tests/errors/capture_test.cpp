@@ -1,4 +1,4 @@
-// What a recorded message looks like, byte for byte.
+// The layout of a recorded message, byte for byte.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -129,7 +129,7 @@ TEST(TokenSlots, ABlockOfNoneStillHasOnePhysicalSlot) {
   EXPECT_STREQ(L"x", list->first->slot[0].value);
 }
 
-TEST(TokenSlots, AnInsertTooManyLandsBehindTheLastSlotAsMeant) {
+TEST(TokenSlots, AnInsertTooManyLandsAfterTheLastSlotDeliberately) {
   for (int16_t slots = 0; slots <= 3; ++slots) {
     ErrorList list;
     ErrorCaptureEAB(list.get(), 0, 1, slots);
@@ -157,7 +157,7 @@ TEST(TokenSlots, OfTheNewestBlockAreFilled) {
   EXPECT_EQ(10u, list->last->slot[0].id);
 }
 
-// Id 0 is the name of an unused slot: the slot counts as free afterwards.
+// Id 0 marks an unused slot, so the slot counts as free afterwards.
 TEST(TokenSlots, AnInsertWithIdZeroLeavesItsSlotFree) {
   ErrorList list;
   ErrorCaptureEAB(list.get(), 0, 1, 1);

@@ -1,4 +1,4 @@
-// An error state of a test's own, and data for its inserts.
+// A test's own error state, and data for its inserts.
 #pragma once
 
 #include <cstdlib>
@@ -28,7 +28,7 @@ class ErrorList {
   ErrorState* state_;
 };
 
-// Text behind its length in bytes.
+// Text after its length in bytes.
 template <typename Unit>
 std::string counted(const std::basic_string<Unit>& text) {
   const auto length = static_cast<uint16_t>(text.size() * sizeof(Unit));

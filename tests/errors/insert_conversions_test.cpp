@@ -1,5 +1,4 @@
-// Which conversion the platform is asked for, by data type: dates held as text go the way of the
-// text that they are.
+// The conversion that is called for each data type. Dates stored as text are converted as text.
 #include <gtest/gtest.h>
 
 #include "errors/error_list.h"
@@ -31,7 +30,7 @@ TEST(InsertConversions, AreThoseOfTheDataType) {
                {16, "TAVOGetStringFromTS"},
                {21, "TAVOCnvSmallIntToWVarcharSz"},
                {22, "TAVOCnvSmallUIntToWVarcharSz"}};
-  // A length of 4 bytes and an ASCII text, a small number and a date, all of it at once.
+  // At once a length of 4 bytes with ASCII text, a small number, and a date.
   alignas(8) const uint16_t data[16] = {4, 1, 1, 0, 0, 0};
   for (const auto& c : cases) {
     errors_test::ErrorList list;

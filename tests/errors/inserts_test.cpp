@@ -37,7 +37,7 @@ class Inserts : public testing::Test {
   bool slot_is_free() {
     return list_->last->slot[0].id == 0 && list_->last->slot[0].value == nullptr;
   }
-  // The text that the data becomes.
+  // The text to which the data is converted.
   std::wstring text_of(const void* data, int16_t type, uint32_t extra = 0) {
     EXPECT_EQ(0, ErrorCaptureEAB(list_.get(), 0, 1, 1));
     const uint32_t status = capture(data, type, extra);

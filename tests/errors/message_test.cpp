@@ -13,10 +13,10 @@ using tavo_test::Error;
 using tavo_test::held_errors;
 using tavo_test::Insert;
 
-// A recognizer that has stumbled.
-class Stumbled {
+// A recognizer with an exception.
+class FailedRecognizer {
  public:
-  Stumbled(uint32_t kind, int32_t position_in_line) {
+  FailedRecognizer(uint32_t kind, int32_t position_in_line) {
     exception_.type = kind;
     exception_.charPositionInLine = position_in_line;
     state_.exception = &exception_;
@@ -49,8 +49,8 @@ class Message : public testing::Test {
     return held_errors();
   }
   std::vector<Error> record(uint32_t kind, int32_t position_in_line) {
-    Stumbled stumbled(kind, position_in_line);
-    return record(7139, stumbled.get());
+    FailedRecognizer failed(kind, position_in_line);
+    return record(7139, failed.get());
   }
 
   std::wstring text_ = L"PRO=CCN, WRONG=1";
@@ -69,8 +69,8 @@ TEST_F(Message, WithoutARecognizerHasNoInserts) {
 }
 
 TEST_F(Message, OtherThanASyntaxErrorIgnoresTheRecognizer) {
-  Stumbled stumbled(2, 5);
-  EXPECT_EQ((std::vector<Error>{{7103, {}}}), record(7103, stumbled.get()));
+  FailedRecognizer failed(2, 5);
+  EXPECT_EQ((std::vector<Error>{{7103, {}}}), record(7103, failed.get()));
 }
 
 TEST_F(Message, EveryKindFromOneToSixIsASyntaxErrorAtItsPosition) {
@@ -96,11 +96,11 @@ TEST_F(Message, APositionOfMinusOneIsUnknown) {
 }
 
 TEST_F(Message, AMissingExceptionIsAnUnknownPosition) {
-  Stumbled stumbled(3, 5);
-  stumbled.state_.exception = nullptr;
-  EXPECT_EQ((std::vector<Error>{{7099, {}}}), record(7139, stumbled.get()));
-  stumbled.recognizer_.state = nullptr;
-  EXPECT_EQ((std::vector<Error>{{7099, {}}}), record(7139, stumbled.get()));
+  FailedRecognizer failed(3, 5);
+  failed.state_.exception = nullptr;
+  EXPECT_EQ((std::vector<Error>{{7099, {}}}), record(7139, failed.get()));
+  failed.recognizer_.state = nullptr;
+  EXPECT_EQ((std::vector<Error>{{7099, {}}}), record(7139, failed.get()));
 }
 
 TEST_F(Message, NoViableAlternativeAtTwoIsReportedAtTheStringsLength) {
@@ -117,7 +117,7 @@ TEST_F(Message, NoViableAlternativeElsewhereStaysThere) {
   EXPECT_EQ(syntax_error(L"3", L"PRO"), record(3, 1));
 }
 
-TEST_F(Message, TheExcerptNeverReachesBehindTheString) {
+TEST_F(Message, TheExcerptNeverReachesAfterTheString) {
   EXPECT_EQ(syntax_error(L"1002", text_), record(2, 1000));
 }
 
@@ -165,8 +165,8 @@ TEST_F(Message, WithoutAnErrorStateTheFlagIsRaisedAllTheSame) {
   void* block = nullptr;
   ASSERT_EQ(0u, TAVOGetThreadBlock(&block));
   PsrCleanCallBack(3, nullptr, block);
-  Stumbled stumbled(2, 5);
-  EXPECT_EQ(0u, TAVO_SetErrMsg(&request_, 7139, stumbled.get()));
+  FailedRecognizer failed(2, 5);
+  EXPECT_EQ(0u, TAVO_SetErrMsg(&request_, 7139, failed.get()));
   EXPECT_EQ(1, request_.errorFlag);
   EXPECT_EQ(72u, Parser_GetErrorCount(nullptr, nullptr));
 }
@@ -183,14 +183,14 @@ TEST_F(Message, MessagesAccumulateWithinACall) {
 
 TEST_F(Message, TheErrorDisplayDoesNothing) {
   TAVO_RecognitionError(nullptr, nullptr);
-  Stumbled stumbled(2, 5);
-  TAVO_RecognitionError(stumbled.get(), nullptr);
+  FailedRecognizer failed(2, 5);
+  TAVO_RecognitionError(failed.get(), nullptr);
   EXPECT_TRUE(front::platform().calls.empty());
   EXPECT_TRUE(held_errors().empty());
 }
 
 // A syntax error at the very first character, seen through the whole service.
-TEST_F(Message, TheFirstCharacterIsReportedAtTheStringsLengthAsMeant) {
+TEST_F(Message, TheFirstCharacterIsReportedAtTheStringsLengthDeliberately) {
   const auto run = tavo_test::fill_statement(L"XYZ=CCN, PAT=6C");
   EXPECT_EQ(syntax_error(L"15", L"XYZ=CCN, PAT=6C"), run.errors);
 }

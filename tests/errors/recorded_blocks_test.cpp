@@ -1,4 +1,4 @@
-// The blocks that the parser itself records: as many slots as inserts, and nothing else in them.
+// The blocks that the parser itself records: as many slots as inserts, and nothing else.
 #include <gtest/gtest.h>
 
 #include <cstring>

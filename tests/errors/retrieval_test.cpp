@@ -48,7 +48,7 @@ TEST_F(Retrieval, HandsTheStateToThePlatform) {
             front::platform().calls);
 }
 
-// The records are an agreement between the caller and the platform.
+// The records are a contract between the caller and the platform.
 TEST_F(Retrieval, HandsTheCallersArgumentsOnAsTheyAre) {
   void* block = nullptr;
   ASSERT_EQ(0u, TAVOGetThreadBlock(&block));

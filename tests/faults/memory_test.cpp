@@ -1,5 +1,5 @@
-// Every allocation of the library's own code, refused: the first, then the second, and so on until
-// the call gets all it asks for; each alone, and each with all that follow.
+// Fails every allocation of the library's own code: the first, then the second, and so on until
+// none fails; each one alone, and each one with all that follow.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ using tavo_test::EntryArray;
 using tavo_test::Error;
 using tavo_test::RuntimeToken;
 
-// Frees what the calling thread's error state holds.
+// Frees the calling thread's error state.
 void forget_errors() {
   void* block = nullptr;
   ASSERT_EQ(0u, TAVOGetThreadBlock(&block));
@@ -167,7 +167,7 @@ TEST_P(RefusedMemory, OfAParseHasADocumentedStatusAndNeverPassesAWrongStatement)
                       ++refused;
                       switch (status) {
                         case 0:
-                          // Complete, or it is not 0.
+                          // Complete, or not 0.
                           EXPECT_EQ(0u, whole_status);
                           EXPECT_EQ(whole_count, statement.request().count);
                           EXPECT_EQ(whole_pairs, statement.pairs());
@@ -185,7 +185,7 @@ TEST_P(RefusedMemory, OfAParseHasADocumentedStatusAndNeverPassesAWrongStatement)
                         }
                         case 7148: {
                           EXPECT_EQ(1, statement.request().errorFlag);
-                          // What was recorded is true, or tells of the refusal.
+                          // Recorded errors are real, or report the failure.
                           for (const Error& error : tavo_test::held_errors()) {
                             bool known = error.id == 7174 || error.id == 7099;
                             for (const Error& whole : whole_errors) known |= whole.id == error.id;
@@ -215,7 +215,7 @@ TEST_P(RefusedMemory, OfTheErrorStateIs7143AndNothingIsRecorded) {
   EXPECT_EQ(72u, Parser_GetErrorCount(nullptr, nullptr));
 }
 
-// Of a long text: a short one's copy needs no memory of its own.
+// A long text: the copy of a short one needs no allocation.
 TEST_P(RefusedMemory, OfTheWideCopyIs7089AndLeavesTheRequestAlone) {
   Statement statement(long_statement(), 'M');
   statement.request().count = 4711;
@@ -269,7 +269,7 @@ TEST_P(RefusedMemory, OfAnInsertIsAFailureAndLeavesTheSlotFree) {
 }
 
 TEST_P(RefusedMemory, OfAViolationsBlockLeavesEarlierMessagesAsTheyAre) {
-  // The pairs of a cut key and a violation that names its key.
+  // A truncated key, and a violation that names its key.
   Statement statement(L"PRO=LOOKUP, SEARCH=\"s\", REPLACE=\"r\", CACHE=NO, TMPDIR=\"t\"", 'W');
   statement.run(true);
   forget_errors();
@@ -335,9 +335,9 @@ TEST_P(RefusedMemory, OfALexerIsNull) {
   made->free(made);
 }
 
-// A lexer of the caller's own keeps every token; what it cannot keep must not look like the end.
+// A caller's lexer keeps every token; a token that it cannot keep must not look like the end.
 TEST_P(RefusedMemory, OfTheTokensOfACallersOwnLexerRejectsTheStatement) {
-  // The first forty tokens, which need no memory, end with a whole option.
+  // The first forty tokens, which need no allocation, end with a complete option.
   std::u16string text = u" PRO=AFF,MTD=HASH";
   for (int i = 0; i < 20; ++i) text += u",CLASS=\"c\"";
   pANTLR3_INPUT_STREAM input =
@@ -390,7 +390,7 @@ TEST_P(RefusedMemory, OfReadingTokensIs7089) {
                         [](uint32_t status) { EXPECT_EQ(7089u, status); }));
 }
 
-// ---- functions that ask for none ---------------------------------------------------------------
+// ---- functions without allocations -------------------------------------------------------------
 
 TEST_P(RefusedMemory, IsNothingToStoringFindingAndRetrieving) {
   Statement statement(L"PRO=CCN,", 'W');

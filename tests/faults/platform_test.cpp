@@ -1,4 +1,4 @@
-// Every platform call of a call of the library, each failing in turn.
+// Fails each platform call of a library call in turn.
 #include <gtest/gtest.h>
 
 #include "TAVOParser.h"
@@ -26,13 +26,13 @@ const std::wstring kStatements[] = {
     L"PRO=HASH, DSTFLD=D, FLDDEF1=(NAME=\"a\\\"b\", LEN=3)",
 };
 
-// Functions whose failure leaves a parse as it was.
+// Functions whose failure does not affect a parse.
 bool is_harmless(const std::string& function) {
   return function == "KNL_FuncEpi" || function == "KNL_Trace_RecordDiagnostic" ||
          function == "IOQ_TRC_ResFmid" || function == "GetErrorCount" || function == "GetError";
 }
 
-// Retrieval comes after the call whose result is looked at.
+// Retrieval comes after the call under test.
 bool is_retrieval(const std::string& function) {
   return function == "GetErrorCount" || function == "GetError";
 }
@@ -83,7 +83,7 @@ TEST_P(FailingPlatform, NeverLetsAWrongStatementPassNorARightOneLookDifferent) {
             EXPECT_EQ(whole.errors, r.errors);
           }
         } else if (r.status == 0) {
-          // The texts of pairs are converted without a look at the result, as meant.
+          // Deliberate: the result of converting the texts of pairs is ignored.
           EXPECT_EQ(0u, whole.status) << "a wrong statement passed";
           if (function != "Convert16To32") {
             EXPECT_EQ(whole.pairs, r.pairs) << "a pair is missing";
@@ -102,7 +102,7 @@ TEST_P(FailingPlatform, NeverLetsAWrongStatementPassNorARightOneLookDifferent) {
   EXPECT_GT(failed, 200u);
 }
 
-TEST_P(FailingPlatform, TheResultOfConvertingATextForAPairIsNotCheckedAsMeant) {
+TEST_P(FailingPlatform, TheResultOfConvertingATextForAPairIsNotCheckedDeliberately) {
   front::reset();
   run(L"PRO=CCN, PAT=6C");
   front::reset();

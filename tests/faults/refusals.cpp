@@ -30,8 +30,8 @@ bool refuse() {
 }
 
 #ifndef TAVO_SANITIZED
-// The blocks that the library got while allocations were counted. A block may be freed by the
-// runtime or the platform, so every free() of the process is looked at.
+// The blocks that the library allocated while allocations were counted. The runtime or the platform
+// may free a block, so every free() of the process is observed.
 constexpr size_t kPlaces = 1 << 16;
 void* g_blocks[kPlaces];
 int64_t g_held = 0;
@@ -105,7 +105,7 @@ Pause::~Pause() {
 
 }  // namespace refusals
 
-// Visible: the linker sees references of the shared libraries through the same glasses.
+// Default visibility, so that the references of the shared libraries resolve to it.
 #pragma GCC visibility push(default)
 extern "C" {
 
@@ -129,7 +129,7 @@ void* __wrap__ZnwmRKSt9nothrow_t(size_t size, const std::nothrow_t& tag) {
 #ifndef TAVO_SANITIZED
 void __libc_free(void* block);
 
-// The process's free(), for the runtime and the platform as well.
+// The free() of the whole process, including runtime and platform.
 __attribute__((visibility("default"))) void free(void* block) {
   if (block != nullptr) refusals::remove(block);
   __libc_free(block);

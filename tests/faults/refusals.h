@@ -1,5 +1,5 @@
-// Refuses memory to the library's own code, and knows what of it is still held. The linker sends
-// the allocations of the program's objects here; those of the shared libraries go where they went.
+// Fails allocations of the library's own code and tracks its unfreed blocks. The linker redirects
+// the allocations of the program's objects here; those of the shared libraries are unaffected.
 #pragma once
 
 #include <cstdint>
@@ -8,18 +8,18 @@ namespace refusals {
 
 enum class Mode { kOnce, kFromThenOn };
 
-// From now on allocations are counted, and the nth (1-based, 0 for none) is refused, or it and all
-// after it. Only for the calling thread's code; tests here have one thread.
+// Starts counting allocations and fails the nth (1-based, 0 for none), or it and all later ones.
+// Only for one thread; the tests here have one.
 void begin(uint32_t nth, Mode mode);
-// No more refusals. Returns how many allocations were asked for.
+// Stops failing. Returns the number of allocations.
 uint32_t end();
-// Whether an allocation was refused since begin().
+// Whether an allocation failed since begin().
 bool happened();
-// Blocks that the library got since the program started, and that nobody freed. Under a sanitizer
-// always 0: there the sanitizer looks for leaks.
+// Unfreed blocks of the library since the program started. Always 0 with a sanitizer, which checks
+// for leaks itself.
 int64_t held();
 
-// Nothing is refused while one lives: for the tests' own code between two calls of the library.
+// No allocation fails during its lifetime: for the tests' own code between two library calls.
 class Pause {
  public:
   Pause();

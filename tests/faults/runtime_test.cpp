@@ -1,5 +1,5 @@
-// The runtime's constructors answer that there is no memory, each in turn. What is refused deeper
-// inside some of them the runtime does not survive itself.
+// Each of the runtime's constructors in turn reports that there is no memory. The runtime itself
+// does not survive failures deeper inside some of them.
 #include <antlr3.h>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -13,18 +13,18 @@
 
 namespace {
 
-std::string refused;  // the constructor that answers null
+std::string refused;  // the constructor that returns null
 
-// The runtime's own definition, behind this program's; null when it is the one that is refused.
+// The runtime's definition, which this program's overrides; null when it is the one that fails.
 template <typename Function>
-Function* behind(const char* name, Function*) {
+Function* original(const char* name, Function*) {
   return refused == name ? nullptr : reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 }  // namespace
 
-#define IN_FRONT(function, ...)                         \
-  const auto constructor = behind(#function, function); \
+#define IN_FRONT(function, ...)                           \
+  const auto constructor = original(#function, function); \
   return constructor == nullptr ? nullptr : constructor(__VA_ARGS__)
 
 #pragma GCC visibility push(default)
@@ -73,7 +73,7 @@ TEST_F(RefusedByTheRuntime, APartOfTheChainIsNoMemoryForTheText) {
   }
 }
 
-// Without the runtime's exception it is not known where: the statement is refused all the same.
+// Without the runtime's exception the position is unknown, but the statement is refused.
 TEST_F(RefusedByTheRuntime, AnExceptionLeavesAnErrorWithoutAPosition) {
   for (const wchar_t* statement : {L"PRO=CCN, PAT=", L"PRO=CCN, NONSENSE=1", L"PRO CCN",
                                    L"PRO=CCN; PAT=6C", L"PRO=CCN, PAT 6C", L"PRO=CCN \x1F600"}) {

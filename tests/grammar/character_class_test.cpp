@@ -1,5 +1,5 @@
-// The character classes, written down a second time and compared for every character that UTF-16
-// has, and for some that nothing has.
+// A second definition of the character classes, compared for every UTF-16 code unit and for some
+// larger numbers.
 #include "Grammar/lexer/character_class.h"
 
 #include <gtest/gtest.h>

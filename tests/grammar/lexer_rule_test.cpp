@@ -1,4 +1,4 @@
-// Single lexer rules, called by themselves: where they commit, and what they raise.
+// Single lexer rules: where they commit, and what they raise.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -47,7 +47,7 @@ TEST(LexerRule, OfEverySpellingMatchesItAndStopsThere) {
   }
 }
 
-TEST(LexerRule, ProCommitsAtTheFourthCharacterAsMeant) {
+TEST(LexerRule, ProCommitsAtTheFourthCharacterDeliberately) {
   expect_match(TAVO_PARSER_PROVIDER, L"PRO", 3);
   expect_match(TAVO_PARSER_PROVIDER, L"PROX", 3);
   expect_match(TAVO_PARSER_PROVIDER, L"provider", 8);
@@ -102,7 +102,7 @@ TEST(LexerRule, OfAQuotedString) {
   expect_error(TAVO_PARSER_STRING_WITH_QUOTES, L"abc", 0, kToken);
 }
 
-TEST(LexerRule, OfASeedFieldNameRaisesNoViableAlternativeBehindTheSign) {
+TEST(LexerRule, OfASeedFieldNameRaisesNoViableAlternativeAfterTheSign) {
   expect_match(TAVO_PARSER_SEED_FLDNAME, L"#CUSTNO", 7);
   expect_match(TAVO_PARSER_SEED_FLDNAME, L"#\"x y\"", 6);
   expect_error(TAVO_PARSER_SEED_FLDNAME, L"# CUSTNO", 1, kNoViableAlternative);
@@ -116,7 +116,7 @@ TEST(LexerRule, OfAnEnvironmentVariable) {
   expect_error(TAVO_PARSER_ENV_VAR, L"@ x", 1, kEarlyExit);
 }
 
-TEST(LexerRule, OfCopyRangesIsCommittedBehindTheParenthesis) {
+TEST(LexerRule, OfCopyRangesIsCommittedAfterTheParenthesis) {
   expect_match(TAVO_PARSER_COPY_COL_SYNTAX, L"(1,4)", 5);
   expect_match(TAVO_PARSER_COPY_COL_SYNTAX, L"(1,4)(7,2,\"x\")", 14);
   expect_match(TAVO_PARSER_COPY_COL_SYNTAX, L"(1,4) (7,2)", 5);
@@ -201,7 +201,7 @@ TEST(LexerRule, ThatDoesNotExistIsRefused) {
 }
 
 TEST(LexerRule, NeverMatchesMoreThanItsText) {
-  // The text is cut inside every token kind: no rule looks behind it.
+  // The text is truncated inside every kind of token: no rule reads past its end.
   for (const std::wstring whole : {L"OVERLAY(1,4,\"abc\")", L"(1,4)(7,2,\"x\")", L"#\"x\"",
                                    L"3X 2X 4X", L"/* x */", L"PROVIDER", L"FLDDEF99"}) {
     for (size_t length = 0; length <= whole.size(); ++length) {

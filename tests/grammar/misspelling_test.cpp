@@ -1,4 +1,4 @@
-// A word with one wrong character, anywhere in it, is another word: for all spellings.
+// For all spellings: a word with one wrong character, anywhere in it, is a different word.
 #include <gtest/gtest.h>
 
 #include <map>

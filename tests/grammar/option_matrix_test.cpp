@@ -1,5 +1,5 @@
-// Every statement with every spelling of every option and of every value, walked through the tables
-// that tools read; and every option keyword where it does not belong.
+// Every statement with every spelling of every option and of every value, generated from the tables
+// for tools; and every option keyword where it does not belong.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,7 +20,7 @@ std::wstring widen(const std::string& text) {
   return std::wstring(text.begin(), text.end());
 }
 
-// All spellings of a token; of one that a rule describes, texts of that kind.
+// All spellings of a token; for a pattern, matching texts.
 std::vector<std::wstring> spellings(uint32_t type) {
   switch (type) {
     case INTEGER: return {L"7", L"-12", L"+3"};
@@ -59,7 +59,7 @@ struct Statement {
   }
 };
 
-// Those that take options.
+// The statements with options.
 std::vector<Statement> statements() {
   std::vector<Statement> all;
   for (uint32_t i = 0;; ++i) {
@@ -79,7 +79,7 @@ TAVOOptionInfo option_of(uint32_t statement, uint32_t option, uint32_t parameter
   return info;
 }
 
-// A value as it is typed, and what is to be stored for it.
+// A value as typed, and what is stored for it.
 struct Value {
   std::wstring text;
   uint32_t key_type;
@@ -119,7 +119,7 @@ std::wstring stored_text(const Value& value) {
   return text;
 }
 
-// Parses, and expects the last pair to be the one given. Validation may have its say.
+// Parses, and expects this last pair. Validation may fail.
 void expect_stored(const std::wstring& text, const std::wstring& key, const Value& value) {
   SCOPED_TRACE(tavo_test::to_utf8(text));
   const auto run = tavo_test::fill_statement(text);
@@ -185,7 +185,7 @@ TEST_F(OptionMatrix, EverySpellingOfEveryOptionAndValueStoresItsDeclaredTypes) {
             for (const uint32_t inner : keywords_of(parameter.keywords)) {
               for (const std::wstring& inner_word : spellings(inner)) {
                 for (const Value& value : values_of(statement.index, o, p)) {
-                  // A parenthesis is taken as a name; what follows must close the list.
+                  // A parenthesis is accepted as a name; the text after it must close the list.
                   expect_stored(start + L"(" + inner_word + L"=" + value.text + L")",
                                 word + L":" + inner_word, value);
                   ++count;

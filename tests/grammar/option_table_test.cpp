@@ -1,4 +1,4 @@
-// What the grammar tables are made of, at the ends that no table reaches.
+// The types of the grammar tables, at limits that no table reaches.
 #include "Grammar/engine/option_table.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ namespace {
 TEST(InlineList, EndsAtTheFirstEmptyEntryOrWhenItIsFull) {
   struct {
     tavo::KeywordList list{};
-    uint16_t behind[4] = {7, 7, 7, 7};
+    uint16_t after[4] = {7, 7, 7, 7};
   } memory;
   for (size_t count = 0; count <= memory.list.entries.size(); ++count) {
     EXPECT_EQ(count, memory.list.size());
@@ -27,12 +27,12 @@ TEST(InlineList, OfValuesEndsAtTheFirstWithoutAToken) {
   EXPECT_EQ(1u, list.size());
 }
 
-TEST(OptionIndex, KnowsNoTypeBehindTheLastOne) {
+TEST(OptionIndex, KnowsNoTypeAfterTheLastOne) {
   const tavo::OptionRule first, second;
   const tavo::OptionRule* const options[] = {&first, &second};
   struct {
     tavo::OptionIndex index{};
-    uint8_t behind[8] = {1, 1, 1, 1, 1, 1, 1, 1};
+    uint8_t after[8] = {1, 1, 1, 1, 1, 1, 1, 1};
   } memory;
   memory.index[4] = 1;
   memory.index[350] = 2;

@@ -1,5 +1,5 @@
-// A quoted string that is read several characters at a time is what the rule makes of it: every
-// length, every character that the rule looks at and its neighbours, at every place.
+// Reading a quoted string several characters at a time gives the rule's result: for every length,
+// and for every special character and its neighbors at every place.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -34,8 +34,8 @@ void compare(const std::wstring& text) {
   }
 }
 
-// Line of the token behind the string.
-uint32_t line_behind(const std::wstring& string) {
+// Line of the token after the string.
+uint32_t line_after(const std::wstring& string) {
   const std::wstring text = string + L"=";
   uint32_t line = 0;
   const auto keep = [](const TAVOTextToken* token, void* context) -> uint32_t {
@@ -71,10 +71,10 @@ TEST(QuotedString, IsWhatTheRuleMakesOfItWhateverStandsInItAtWhateverPlace) {
 TEST(QuotedString, CountsTheLineEndsInIt) {
   for (size_t length = 0; length <= 26; ++length) {
     const std::wstring plain(length, L'a');
-    EXPECT_EQ(1u, line_behind(L"\"" + plain + L"\""));
-    EXPECT_EQ(2u, line_behind(L"\"" + plain + L"\n\""));
-    EXPECT_EQ(3u, line_behind(L"\"\n" + plain + L"\n\""));
-    EXPECT_EQ(2u, line_behind(L"\"" + plain + L"\\\"\n\""));
+    EXPECT_EQ(1u, line_after(L"\"" + plain + L"\""));
+    EXPECT_EQ(2u, line_after(L"\"" + plain + L"\n\""));
+    EXPECT_EQ(3u, line_after(L"\"\n" + plain + L"\n\""));
+    EXPECT_EQ(2u, line_after(L"\"" + plain + L"\\\"\n\""));
   }
 }
 

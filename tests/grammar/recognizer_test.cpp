@@ -1,4 +1,4 @@
-// The recognizer's objects, as a caller who drives them by hand sees them.
+// The recognizer's objects, used directly as by a caller.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ pANTLR3_INPUT_STREAM open_stream(const std::u16string& text, uint32_t encoding =
                                reinterpret_cast<pANTLR3_UINT8>(name));
 }
 
-// Stream, lexer and token stream; the state of the lexer is the caller's when asked for.
+// Stream, lexer and token stream; optionally with the caller's lexer state.
 class Chain {
  public:
   explicit Chain(std::u16string text, bool own_state = false) : text_(std::move(text)) {
@@ -49,7 +49,7 @@ class Chain {
   pANTLR3_COMMON_TOKEN_STREAM tokens() {
     return tokens_;
   }
-  // The tokens that a parser sees, the end-of-input token too.
+  // The tokens that a parser sees, including the end-of-input token.
   std::vector<pANTLR3_COMMON_TOKEN> visible() {
     std::vector<pANTLR3_COMMON_TOKEN> all;
     pANTLR3_TOKEN_STREAM stream = tokens_->tstream;
@@ -266,7 +266,7 @@ TEST_F(ParserByHand, StoresThroughTheStorePointer) {
   }
 }
 
-TEST_F(ParserByHand, AFullArrayDoesNotStopTheGrammarNorRejectAsMeant) {
+TEST_F(ParserByHand, AFullArrayDoesNotStopTheGrammarNorRejectDeliberately) {
   g_store_result = 7093;
   EXPECT_EQ(0, parse(u"PRO=HASH, DSTFLD=A, SEED=HMAC").errorFlag);
   EXPECT_EQ(3u, g_stored.size());
@@ -299,8 +299,8 @@ TEST_F(ParserByHand, ValidatesAfterAStatementWithoutErrorOnly) {
   }
 }
 
-// The store comes before the match, and at the end of the input that is a pair of its own: meant.
-TEST_F(ParserByHand, AStringValueIsStoredBeforeItIsMatchedAsMeant) {
+// Deliberate: the store comes before the match, so the end of the input is stored as a pair.
+TEST_F(ParserByHand, AStringValueIsStoredBeforeItIsMatchedDeliberately) {
   EXPECT_EQ(1, parse(u"PRO=HASH, DSTFLD=").errorFlag);
   EXPECT_EQ((std::vector<Stored>{{230, 238, L"<none>"}, {62, 0xFFFFFFFF, L"<none>"}}), g_stored);
 }
@@ -320,7 +320,7 @@ TEST_F(ParserByHand, ARejectedTextDoesNotPrint) {
   EXPECT_EQ("", testing::internal::GetCapturedStdout());
 }
 
-// The runtime's own recovery would insert or delete a token without a word.
+// The runtime's own recovery would silently insert or delete a token.
 TEST(RuntimeMatch, StopsAtATokenThatDoesNotFit) {
   Chain chain(u"PRO=CCN");
   pTAVOParser parser = TAVOParserNew(chain.tokens());

@@ -1,5 +1,5 @@
-// Characters above U+FFFF take two units inside and are one character in everything that is told:
-// all kinds of them, and halves of pairs, which only a stream of the caller's own can hold.
+// Characters above U+FFFF are two code units internally and one character in all results. Also
+// unpaired surrogates, which only a caller's stream can contain.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// The first and last of both halves, even and odd.
+// The first and last high and low surrogates, even and odd.
 constexpr wchar_t kCharacters[] = {L'\x10000', L'\x10001', L'\x103FF',  L'\x10400',
                                    L'\x1F600', L'\x1F601', L'\x10FFFE', L'\x10FFFF'};
 
@@ -83,7 +83,7 @@ TEST(Surrogates, AreOneCharacterInTheTokensOfAText) {
   }
 }
 
-TEST(Surrogates, AreOneCharacterBehindAByteOrderMark) {
+TEST(Surrogates, AreOneCharacterAfterAByteOrderMark) {
   const auto tokens = read(L"\xFEFFPRO=");
   ASSERT_EQ(2u, tokens.size());
   EXPECT_EQ(1u, tokens[0].offset);
@@ -100,7 +100,7 @@ TEST(Surrogates, AreOneCharacterToASingleRule) {
   }
 }
 
-// ---- a stream of the caller's own --------------------------------------------------------------
+// ---- a caller's stream -------------------------------------------------------------------------
 
 struct Place {
   int32_t position;

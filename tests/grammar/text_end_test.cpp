@@ -1,4 +1,4 @@
-// What stands in memory behind a text is no part of it.
+// Memory after a text does not affect its tokens.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -15,10 +15,10 @@ struct Seen {
   bool operator==(const Seen&) const = default;
 };
 
-// All tokens of a text in a stream of the caller's own, hidden ones included.
-std::vector<Seen> read_all(const std::u16string& text, char16_t behind) {
+// All tokens of a text in a caller's stream, hidden ones included.
+std::vector<Seen> read_all(const std::u16string& text, char16_t after) {
   static char name[] = "test";
-  std::u16string memory = text + std::u16string(20, behind);
+  std::u16string memory = text + std::u16string(20, after);
   pANTLR3_INPUT_STREAM input =
       antlr3StringStreamNew(reinterpret_cast<pANTLR3_UINT8>(memory.data()), ANTLR3_ENC_UTF16,
                             static_cast<ANTLR3_UINT32>(text.size() * sizeof(char16_t)),
@@ -39,13 +39,13 @@ std::vector<Seen> read_all(const std::u16string& text, char16_t behind) {
 
 void expect_the_end_to_hold(const std::u16string& text) {
   const std::vector<Seen> alone = read_all(text, u'\0');
-  for (const char16_t behind : std::u16string(u"aA19\"'/*\\(),=+-#@ \n\xD800\xDC00")) {
-    EXPECT_EQ(alone, read_all(text, behind))
-        << std::string(text.begin(), text.end()) << " before " << int(behind);
+  for (const char16_t after : std::u16string(u"aA19\"'/*\\(),=+-#@ \n\xD800\xDC00")) {
+    EXPECT_EQ(alone, read_all(text, after))
+        << std::string(text.begin(), text.end()) << " before " << int(after);
   }
 }
 
-TEST(TextEnd, HoldsBehindEveryCharacter) {
+TEST(TextEnd, HoldsAfterEveryCharacter) {
   for (char16_t c = 0; c < 128; ++c) {
     expect_the_end_to_hold(std::u16string(1, c));
     expect_the_end_to_hold(std::u16string(u"PRO=") + c);
@@ -55,7 +55,7 @@ TEST(TextEnd, HoldsBehindEveryCharacter) {
   expect_the_end_to_hold(u"\"\xD800");
 }
 
-TEST(TextEnd, HoldsBehindWordsOfEveryLength) {
+TEST(TextEnd, HoldsAfterWordsOfEveryLength) {
   for (size_t length = 1; length <= 20; ++length) {
     expect_the_end_to_hold(std::u16string(length, u'K'));
     expect_the_end_to_hold(std::u16string(length, u'7'));
@@ -63,7 +63,7 @@ TEST(TextEnd, HoldsBehindWordsOfEveryLength) {
   }
 }
 
-TEST(TextEnd, HoldsBehindEveryBeginningOfATokenOfParts) {
+TEST(TextEnd, HoldsAfterEveryBeginningOfATokenOfParts) {
   for (const std::u16string whole :
        {u"PREFIX(\"a\")", u"SUFFIX(SEQ(1,22))", u"OVERLAY(1,2,\"ab\")", u"(1,22)(3,4,\"b\")",
         u"#\"name\"", u"#NAME", u"@NAME", u"// comment\n", u"/* comment */", u"+12 -3",

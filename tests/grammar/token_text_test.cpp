@@ -157,8 +157,8 @@ TEST_F(TraceLevel, TheOptionIsStoredInBothRunsAndAppliedInTheFillingRunOnly) {
   EXPECT_EQ(Levels{"0"}, front::platform().trace_levels);
 }
 
-// The keyword is handed on in place of the value, and that is meant.
-TEST_F(TraceLevel, TheStatementStoresNothingAndHandsItsKeywordOnAsMeant) {
+// Deliberate: the keyword is passed on in place of the value; callers rely on it.
+TEST_F(TraceLevel, TheStatementStoresNothingAndHandsItsKeywordOnDeliberately) {
   front::fail("TAVOSetTraceLevel", 0, 4711);
   tavo_test::WideRequest request(L"trclevel=\"0\" trailing words");
   request.get()->pKeyValueArr = &entry_;

@@ -126,7 +126,7 @@ TEST(Spellings, AreReadAsTheirTokenInEveryCaseThatCounts) {
   }
 }
 
-TEST(Spellings, WithAnotherCharacterBehindAreUnquotedStrings) {
+TEST(Spellings, WithAnotherCharacterAfterAreUnquotedStrings) {
   for (uint32_t type = 4; type < 351; ++type) {
     const TAVOTokenInfo info = info_of(type);
     if (info.kind == TAVO_KIND_FRAGMENT || info.kind == TAVO_KIND_PUNCTUATION) continue;

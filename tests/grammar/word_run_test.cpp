@@ -1,4 +1,4 @@
-// A word read sixteen characters at a time is the word read character by character.
+// Reading a word sixteen characters at a time gives the same result as character by character.
 #include "Grammar/lexer/word_run.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace {
 
 using tavo::WordRun;
 
-// Compares the two readings of the text's beginning; true when the fast one gave an answer.
+// Compares both results for the beginning of a text; true when the fast one has a result.
 bool compare(const std::vector<uint16_t>& text) {
   const uint16_t* end = text.data() + text.size();
   WordRun fast = {};

@@ -7,7 +7,7 @@
 
 namespace greedy {
 
-// Bytes of the destination that the last conversion was told of, and where it is.
+// The destination of the last conversion and its size in bytes.
 struct Room {
   void* address = nullptr;
   size_t bytes = 0;

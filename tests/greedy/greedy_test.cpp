@@ -1,5 +1,5 @@
-// The library tells the platform how much room a destination has. Here the platform uses all of it:
-// nothing else may be hit (which sanitizers see, and the heap of the C library often), and the
+// The library passes the size of a destination to the platform. Here the platform writes all of it:
+// nothing else may be overwritten (sanitizers detect that, and often the C library's heap), and the
 // results are the same.
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -22,7 +22,7 @@ namespace {
 using errors_test::counted;
 using errors_test::ErrorList;
 
-// The text that an insert becomes. Its memory has the room that the platform was told of.
+// The text of a converted insert. Its memory has the size that was passed to the platform.
 std::wstring text_of(const void* data, int16_t type, uint32_t extra = 0) {
   ErrorList list;
   EXPECT_EQ(0, ErrorCaptureEAB(list.get(), 0, 1, 1));
@@ -62,7 +62,7 @@ TEST(Greedy, NumbersOfInserts) {
   EXPECT_EQ(L"2024-02-29 07:05:09.000000001", text_of(&time, 16));
 }
 
-// Statements as long as what fits into the texts that need no memory, one less and one more.
+// Statements of the longest length that needs no allocation, one less and one more.
 std::wstring statement_of(size_t length) {
   const std::wstring start = L"PRO=HASH, DSTFLD=A//";
   return start + std::wstring(length - start.size(), L'x');
@@ -85,7 +85,7 @@ TEST(Greedy, StatementsOfCharactersOfTwoUnits) {
   for (size_t pairs = 220; pairs < 290; ++pairs) {
     std::wstring text = L"PRO=HASH, DSTFLD=A//" + std::wstring(pairs, L'\x1F601');
     EXPECT_EQ(0u, tavo_test::fill_statement(text).status) << pairs;
-    text += L"\n,";  // an error behind them all
+    text += L"\n,";  // an error after them all
     EXPECT_EQ(7148u, tavo_test::fill_statement(text).status) << pairs;
   }
 }

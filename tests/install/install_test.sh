@@ -6,7 +6,7 @@ source_dir=$1 build_dir=$2 work=$3
 rm -rf "$work"
 mkdir -p "$work/outside"
 cmake --install "$build_dir" --prefix "$work/first" >"$work/install.log"
-mv "$work/first" "$work/prefix" # nothing may remember where it was installed
+mv "$work/first" "$work/prefix" # nothing may depend on where it was installed
 prefix=$work/prefix
 cp "$source_dir"/examples/* "$work/outside"
 

@@ -1,9 +1,9 @@
 # Configures with a platform directory that lacks one library, for each of them; then, in the same
-# build folder, with a whole one.
+# build folder, with a complete one.
 set(libraries TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
 file(REMOVE_RECURSE ${WORK})
 
-# configure_without(LIBRARY): the result and what was said, in result and output.
+# configure_without(LIBRARY): sets result and output.
 function(configure_without library)
   set(folder ${WORK}/without_${library})
   file(MAKE_DIRECTORY ${folder})

@@ -15,7 +15,7 @@ namespace {
 
 using namespace tavo::platform;
 
-// What an entry's number carries: "NAME" always, "NAME?" by some recorders only.
+// The inserts of a number: "NAME" is always recorded, "NAME?" not always.
 const std::map<uint32_t, std::string>& numbers() {
   static const std::map<uint32_t, std::string> table = {
 #define TAVO_STATUS(number, name, inserts) {number, inserts},
@@ -96,7 +96,7 @@ TEST_P(Catalogue, UsesOnlyInsertsThatItsNumberCarries) {
       EXPECT_TRUE(insert_names().contains(name)) << message.number << " " << name;
       EXPECT_TRUE(sometimes.contains(name)) << message.number << " does not carry " << name;
     }
-    // Outside of [ ] only what every recorder gives.
+    // Outside of [ ] only inserts that are always recorded.
     text = without_optional_parts(text);
     for (const std::string& name : inserts_in(text)) {
       EXPECT_TRUE(always.contains(name)) << message.number << " needs [ ] around " << name;

@@ -23,7 +23,7 @@ class Language : public testing::Test {
   }
 };
 
-// A block with up to three inserts in memory of its own.
+// A block with up to three inserts in its own memory.
 struct Block {
   alignas(8) unsigned char memory[32 + 16 * 3] = {};
   ErrorBlock& get() {

@@ -38,7 +38,7 @@ TEST(NumberToText, RefusesABufferWithoutRoomForTheTerminator) {
   const int32_t number = -123;
   uint32_t count = 99;
   for (uint32_t bytes = 0; bytes < 20; ++bytes) {
-    // One place more than is told, to see that it is left alone.
+    // One more element than stated, which must stay untouched.
     std::vector<wchar_t> dst(bytes / sizeof(wchar_t) + 1, L'x');
     EXPECT_EQ(TAVOCnvIntToWVarcharSz1(&number, dst.data(), bytes, &count), kBufferTooSmall);
     EXPECT_EQ(dst.back(), L'x') << bytes;

@@ -1,4 +1,4 @@
-// Refuses memory to the platform: the nth request of a thread, and from then on all or none.
+// Fails allocations of the platform: the nth of a thread, and then all later ones or none.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,7 +17,7 @@ void* __libc_realloc(void*, size_t);
 
 namespace {
 
-thread_local int t_until_refusal = -1;  // requests that are granted; below 0, all are
+thread_local int t_until_refusal = -1;  // allocations that succeed; negative: all
 thread_local bool t_for_ever = false;
 thread_local int t_refused = 0;
 
@@ -50,8 +50,8 @@ namespace {
 
 using namespace tavo::platform;
 
-// Runs an operation in a child, so that each starts afresh, with its nth request refused. The child
-// answers 0 when nothing was refused any more and 1 when the operation met the refusal well.
+// Runs an operation in a fresh child process with its nth allocation failing. The child returns 0
+// when no allocation failed any more and 1 when the operation handled the failure well.
 template <typename Operation>
 void refuse_each_request(Operation operation) {
   for (const bool for_ever : {false, true}) {

@@ -20,14 +20,14 @@ struct Result {
   std::wstring text;
 };
 
-// Calls convert(dst, dst_bytes, &count) with a buffer that has one place more than is told.
+// Calls convert(dst, dst_bytes, &count) with a buffer that has one more element than stated.
 template <typename Convert>
 Result run(uint32_t chars, Convert convert) {
   std::vector<wchar_t> dst(chars + 1, L'#');
   Result result;
   result.status =
       convert(dst.data(), chars * static_cast<uint32_t>(sizeof(wchar_t)), &result.count);
-  EXPECT_EQ(dst[chars], L'#') << "nothing is written behind the buffer";
+  EXPECT_EQ(dst[chars], L'#') << "nothing is written past the buffer";
   if (result.status == kOk) {
     EXPECT_LT(result.count, chars);
     EXPECT_EQ(dst[result.count], L'\0') << "terminated inside the buffer";
@@ -154,7 +154,7 @@ TEST(WideToWide, RefusesNullArguments) {
   EXPECT_EQ(TAVOCnvWVarcharToWVarcharSz(nullptr, nullptr, dst, 16, &count), kArgumentInvalid);
 }
 
-TEST(WideToWide, ReadsTextBehindAPrefixThoughItIsNotAligned) {
+TEST(WideToWide, ReadsTextAfterAPrefixThoughItIsNotAligned) {
   char prefixed[2 + 8] = {8, 0};
   std::memcpy(prefixed + 2, L"xy", 8);
   const Result result = run(3, [&](wchar_t* dst, uint32_t bytes, uint32_t* count) {

@@ -33,8 +33,7 @@ wchar_t* copy_of(const wchar_t* text) {
   return copy;
 }
 
-// An error state as the library makes it; `room` slots are allocated, `filled` of them have a
-// value.
+// An error state like the library's; `room` slots are allocated, `filled` of them have a value.
 ErrorState* make_errors(int16_t slots, size_t room, size_t filled) {
   auto* state = static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState)));
   for (int i = 0; i < 2; ++i) {
@@ -116,7 +115,7 @@ TEST(ThreadBlock, IsCleanedForEveryThreadThatIsThere) {
       while (!go) {
         std::this_thread::yield();
       }
-      // The old block is gone: this one is new and empty.
+      // The old block was freed: this one is new and empty.
       EXPECT_EQ(slot_of(own_block()), nullptr);
     });
   }
@@ -140,19 +139,19 @@ TEST(ThreadBlock, IsMadeAnewAfterTheClean) {
   EXPECT_EQ(clean(), 0);
 }
 
-// What is not freed shows as a leak, what is freed twice as an error, in the sanitized build.
+// The sanitized build reports leaks and double frees.
 TEST(ThreadEnd, FreesTheErrorStateInTheSlot) {
   std::thread([] { slot_of(own_block()) = make_errors(2, 3, 2); }).join();
   std::thread([] { slot_of(own_block()) = make_errors(0, 1, 1); }).join();
   EXPECT_EQ(clean(), 0);
 }
 
-TEST(ThreadEnd, FreesTheInsertBehindTheDeclaredSlots) {
+TEST(ThreadEnd, FreesTheInsertAfterTheDeclaredSlots) {
   std::thread([] { slot_of(own_block()) = make_errors(1, 2, 2); }).join();
   EXPECT_EQ(clean(), 0);
 }
 
-TEST(ThreadEnd, ReadsNothingBehindABlockWithoutThatRoom) {
+TEST(ThreadEnd, ReadsNothingAfterABlockWithoutThatRoom) {
   std::thread([] { slot_of(own_block()) = make_errors(1, 1, 1); }).join();
   std::thread([] { slot_of(own_block()) = make_errors(-5, 1, 1); }).join();
   EXPECT_EQ(clean(), 0);

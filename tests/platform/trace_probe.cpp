@@ -1,4 +1,4 @@
-// A program with functions that trace themselves as the library does, for the tests of tracing.
+// A program with functions that trace like the library, for the tests of tracing.
 //   platform_trace_probe COMMAND...   where a command is call, fail, threads, skip or level=TEXT
 #include <atomic>
 #include <cerrno>

@@ -16,8 +16,8 @@ namespace {
 
 using namespace tavo::platform;
 
-// Runs the probe; settings are assignments for its environment. Standard error is put behind
-// standard output.
+// Runs the probe; settings are assignments for its environment. Standard error follows standard
+// output.
 std::vector<std::string> probe(const std::string& settings, const std::string& commands) {
   const std::string line =
       "unset TAVO_TRACE TAVO_TRACE_FILE; " + settings + " " TRACE_PROBE " " + commands + " 2>&1";
@@ -36,7 +36,7 @@ std::vector<std::string> probe(const std::string& settings, const std::string& c
   return lines;
 }
 
-// The lines without what changes from run to run, which is checked for its form.
+// The lines without the parts that change from run to run; only their format is checked.
 std::vector<std::string> steady(std::vector<std::string> lines) {
   for (std::string& line : lines) {
     int year, month, day, hour, minute, second, micros, thread, head = 0;
@@ -183,7 +183,7 @@ TEST(TraceFunctions, ResolveADescriptor) {
 }
 
 TEST(TraceFunctions, CutALineThatIsTooLongAndTooManyItems) {
-  // Through standard error of this process, which is put into a file meanwhile.
+  // Through standard error of this process, which is redirected to a file.
   std::string name = testing::TempDir() + "tavo_trace_XXXXXX";
   const int made = mkstemp(name.data());
   ASSERT_GE(made, 0);

@@ -22,8 +22,8 @@ struct Units {
   std::u16string text;
 };
 
-// Each conversion runs in a heap buffer of exactly the room given, so that the sanitizer sees a
-// write behind it.
+// Each conversion runs in a heap buffer of exactly the stated size, so that the sanitizer detects a
+// write past its end.
 Wide to_32(const std::u16string& src, uint32_t room) {
   std::vector<uint32_t> dst(room, 0x7777);
   Wide result;
@@ -163,7 +163,7 @@ std::string to_8(const std::u16string& src, uint32_t room, uint32_t& status, uin
   return std::string(dst.data(), produced);
 }
 
-// Texts are copied in groups as long as nothing in them needs a look.
+// Texts are copied in groups while they have no special characters.
 TEST(Unicode, IsTheSameForEveryLengthAndEveryPlaceOfASpecialCharacter) {
   for (const char32_t special :
        {U'\x7FFF', U'\x8000', U'\xD7FF', U'\xE000', U'\xFFFF', U'\x1F600'}) {
@@ -184,7 +184,7 @@ TEST(Unicode, IsTheSameForEveryLengthAndEveryPlaceOfASpecialCharacter) {
         EXPECT_EQ(wide, to_32(units, static_cast<uint32_t>(length)).text) << length << ' ' << place;
         EXPECT_EQ(units, to_16(wide, static_cast<uint32_t>(units.size())).text)
             << length << ' ' << place;
-        units[place] = 0xDC00;  // the second half of a pair, alone
+        units[place] = 0xDC00;  // an unpaired low surrogate
         EXPECT_EQ(kSourceInvalid, to_32(units, 64).status) << length << ' ' << place;
         wide[place] = 0xDC00;
         EXPECT_EQ(kSourceInvalid, to_16(wide, 64).status) << length << ' ' << place;

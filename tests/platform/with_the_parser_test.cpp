@@ -1,4 +1,4 @@
-// What a caller of the parser gets to see of the embedded platform: its numbers and its messages.
+// The embedded platform as callers of the parser see it: its numbers and messages.
 #include <gtest/gtest.h>
 
 #include <cwchar>

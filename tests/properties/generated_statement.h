@@ -15,10 +15,11 @@ struct GeneratedStatement {
 };
 
 // A statement without a syntax error: any statement, any of its options in any order and number,
-// each value one of those it accepts, in any case, with white space and comments in between.
+// each with an accepted value, in any case, with white space and comments in between.
 rc::Gen<GeneratedStatement> any_statement();
 
-// A statement with some characters taken away, put in, or changed; mostly no statement any more.
+// A statement with some characters removed, inserted or changed; mostly not a valid statement any
+// more.
 rc::Gen<std::wstring> any_damaged_statement();
 
 }  // namespace tavo_test

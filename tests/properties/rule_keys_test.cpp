@@ -1,7 +1,7 @@
-// The keys that a validation rule's table entry names, which tools show beside the rule: each of
-// them decides. For every rule and every key there are two arrays that differ in that key's pair
-// only, of which one is refused under the rule's number and the other is not. (That no other key
-// decides is a property of statements.)
+// The keys that a validation rule's table entry names, which tools show with the rule: each of them
+// matters. For every rule and every key there are two arrays that differ only in that key's pair,
+// of which one is refused with the rule's number and the other is not. (That no other key matters
+// is a property of statements.)
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -81,7 +81,7 @@ uint32_t validate(const Provider& provider, const Array& array) {
   return pairs.validate();
 }
 
-// The place of the first rule with a number, behind all rules for a number that none has.
+// The index of the first rule with a number; the number of rules if none has it.
 size_t first_with(const Provider& provider, uint32_t number) {
   size_t i = 0;
   while (i < provider.rules.size() && provider.rules[i].number != number) ++i;
@@ -100,7 +100,7 @@ bool names(const TAVORuleInfo& rule, uint32_t key) {
   return std::count(std::begin(rule.keys), std::end(rule.keys), key) != 0;
 }
 
-// The keys that some array shows to decide about a number.
+// The keys that some array shows to matter for a number.
 class Search {
  public:
   explicit Search(const Provider& provider) : provider_(provider) {
@@ -134,8 +134,8 @@ class Search {
     }
     return array;
   }
-  // Another state of the key's pair undoes the violation: no rule is violated then, or a later one,
-  // or an earlier one about the same key, which alone leaves this rule what it has to say.
+  // Another state of the key's pair removes the violation: then no rule is violated, or a later
+  // one, or an earlier one about the same key.
   bool decides(Array array, uint32_t key, uint32_t number) {
     return std::any_of(states_[key].begin(), states_[key].end(), [&](const State& state) {
       array[key] = state;
@@ -156,7 +156,7 @@ TEST(RuleKeys, EachDecidesAboutItsRule) {
   for (const Provider& provider : providers()) {
     Search search(provider);
     for (const TAVORuleInfo& rule : provider.rules) {
-      // It looks at the format keys of all countries, for which the table names the option.
+      // It reads the format keys of all countries, for which the table names the option.
       if (rule.number == TAVO_STATUS_NID_FORMAT_UNUSABLE) continue;
       std::set<uint32_t> named(std::begin(rule.keys), std::end(rule.keys));
       named.erase(0);

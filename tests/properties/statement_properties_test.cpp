@@ -1,5 +1,5 @@
-// What holds for every statement, and for what is left of one after damage. The checks of one
-// statement through both runs are those of the fuzz targets; here they throw.
+// Properties of every statement, intact or damaged. The checks of one statement in both runs are
+// those of the fuzz targets; here they throw.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -40,7 +40,7 @@ class Library : public testing::Environment {
 };
 const auto* const library = testing::AddGlobalTestEnvironment(new Library);
 
-// Of these every pair is stored, of all others the first one only.
+// Every pair with these keys is stored; of other keys only the first one.
 bool may_repeat(uint32_t key) {
   static const std::set<uint32_t> keys = {
       TAVO_PARSER_AFF_PARM_CLASS,         TAVO_PARSER_PARAM_FLDDEF_CODEPAGE,
@@ -83,11 +83,11 @@ RC_GTEST_PROP(GeneratedStatements, HaveNoSyntaxErrorAndStoreWhatTheTablesSay, ()
   RC_ASSERT(stored_keys(runs) == without_repeats(statement.keys));
 }
 
-RC_GTEST_PROP(GeneratedStatements, MayBeFollowedByAnythingBehindAnOption, ()) {
+RC_GTEST_PROP(GeneratedStatements, MayBeFollowedByAnythingAfterAnOption, ()) {
   const GeneratedStatement statement = *any_statement();
   RC_PRE(statement.options > 0);
   const BothRuns alone = run_both(statement.text);
-  const BothRuns followed = run_both(statement.text + L" zq_behind = 7 ( )");
+  const BothRuns followed = run_both(statement.text + L" zq_after = 7 ( )");
   RC_LOG() << to_utf8(statement.text);
   RC_ASSERT(followed.filling.status == alone.filling.status);
   RC_ASSERT(followed.filling.pairs == alone.filling.pairs);
@@ -131,7 +131,7 @@ RC_GTEST_PROP(GeneratedStatements, AreCutToTheBuffersAndNeverBeyond, ()) {
     RC_ASSERT(a.key == b.key.substr(0, room));
     const bool key_is_cut = key_bytes < (b.key.size() + 1) * 4;
     RC_ASSERT((a.status != 0) == key_is_cut);
-    // A value that is cut within an escaped quote keeps its backslash.
+    // A value that is truncated within an escaped quote keeps its backslash.
     if (statement.text.find(L'\\') != std::wstring::npos) continue;
     RC_ASSERT(a.value == b.value.substr(0, a.value.size()));
   }
@@ -190,7 +190,7 @@ uint32_t note_key(RequestRecord*, ANTLR3_COMMON_TOKEN_struct*, uint32_t key_id,
   return 0;
 }
 
-// The keys that the grammar hands to the store routine, in order.
+// The keys that the grammar passes to the store routine, in order.
 std::vector<uint32_t> keys_handed_over(const std::wstring& text) {
   std::vector<uint16_t> units(text.size() * 2 + 1);
   uint32_t count = 0;
@@ -246,7 +246,7 @@ std::vector<TAVORuleInfo> rules_of(uint32_t provider) {
   return rules;
 }
 
-// What validation says of the provider pair and the pairs with the keys of one rule.
+// The result of validation for the provider pair and the pairs with the keys of one rule.
 uint32_t validate_keys_of(const TAVORuleInfo& rule, const RequestRecord& filled) {
   std::vector<KeyValueEntry> pairs;
   for (int32_t i = 0; i < filled.count; ++i) {
@@ -260,8 +260,7 @@ uint32_t validate_keys_of(const TAVORuleInfo& rule, const RequestRecord& filled)
   return Provider_Validate(&request);
 }
 
-// With the pairs that it looks at and no others a rule is violated as before, unless an earlier one
-// is now.
+// With only the pairs that it reads, a rule is still violated, unless an earlier one is now.
 bool is_still_violated(const std::vector<TAVORuleInfo>& rules, size_t index,
                        const RequestRecord& filled) {
   const uint32_t number = validate_keys_of(rules[index], filled);

@@ -1,4 +1,4 @@
-// The end of a stream of the caller's own, which has nothing readable behind it.
+// The end of a caller's stream, with no readable memory after it.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Units that end where a page ends that nobody may read.
+// Code units that end directly before an unreadable page.
 class TextBeforeAWall {
  public:
   explicit TextBeforeAWall(const std::u16string& text)
@@ -37,7 +37,7 @@ class TextBeforeAWall {
   char* begin_;
 };
 
-TEST(StreamEnd, HalfAPairThatIsTheLastUnitIsLocatedWithoutLookingBehindIt) {
+TEST(StreamEnd, HalfAPairThatIsTheLastUnitIsLocatedWithoutLookingAfterIt) {
   ASSERT_EQ(0u, Parser_Init());
   const std::u16string text = u"PRO=CCN(1\xD800";
   TextBeforeAWall wall(text);

@@ -1,4 +1,4 @@
-// Internal records as raw bytes: every byte that is not set on purpose has a value of its own, so
+// Internal records as raw bytes: every byte that is not set explicitly has a distinct value, so
 // that a byte copied from the wrong place shows.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace internal_records {
 
-// As long as the longest byte that is read, and not more, so that a sanitizer sees a read behind.
+// Ends with the last byte that is read, so that a sanitizer detects a read past it.
 constexpr size_t kControlBlockSize = 136;
 constexpr size_t kFieldSize = 72;
 constexpr size_t kOperatorSize = 104;

@@ -8,7 +8,7 @@
 #include "records/internal_records.h"
 #include "support/util_platform_double.h"
 
-// The linker sends every allocation of this program's objects through these.
+// The linker redirects every allocation of this program's objects to these.
 extern "C" {
 void* __real_malloc(size_t size);
 void* __real_calloc(size_t count, size_t size);
@@ -38,7 +38,7 @@ void* counted(void* block) {
   return block;
 }
 
-// Runs a call with one allocation refused, or that one and all later ones.
+// Runs a call with one failing allocation, or that one and all later ones.
 template <typename Body>
 uint32_t refusing(int at, bool for_ever, const Body& body) {
   allocations = {true, for_ever, at, 0, 0};
@@ -76,7 +76,7 @@ class RefusedMemory : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {
     util_platform::reset();
-    // The stand-in's own memory is had before anything is refused.
+    // The platform double allocates its memory before anything fails.
     util_platform::platform().function_ids.reserve(64);
   }
 };

@@ -22,7 +22,7 @@ struct Call {
   uint32_t result;
 };
 
-// Every traced function, called so that it opens one frame only.
+// Every traced function, called so that it opens only one frame.
 std::vector<Call> calls() {
   return {
       {"control block", [] { return TAVOCnvCtrlBlkFromIToX(nullptr, nullptr); }, kNull},

@@ -1,16 +1,16 @@
-"""Holds a driver of the library against the second opinion.
+"""Compares a driver of the library with the second opinion.
 
     python3 compare.py --driver build/tests/statement_driver --count 100000 --seed 7
     python3 compare.py --driver build/tests/statement_driver --seconds 60 --tokens
     python3 compare.py --driver build/tests/statement_driver --systematic
 
-A driver reads one statement a line, each a JSON string in UTF-8, and answers each with one line of JSON:
+A driver reads one statement per line, a JSON string in UTF-8, and replies with one line of JSON:
 
     {"sizing":{"status":S,"count":N},"status":S,"flag":0,"pairs":[[keyType,"key",valueType,"value"],...],
      "errors":[{"id":7139,"pos":P,"excerpt":"..."},{"id":7141,"key":"..."},{"id":N}]}
 
-and with --tokens {"tokens":[[type,start,length,hidden],...],"broken":[offset]}, the bracket empty or holding null when
-nothing is broken; offsets and lengths count characters.
+and with --tokens {"tokens":[[type,start,length,hidden],...],"broken":[offset]}, the bracket empty
+or with null when there is no lexical error; offsets and lengths count characters.
 
 The exit code is 0 when nothing differs, 1 when something does.
 """
@@ -201,7 +201,7 @@ def examine(work: Work) -> tuple[collections.Counter, list[Difference]]:
                     differences.append(Difference(kind, text, shortest, driver.own(shortest), other, ending))
                 else:
                     return totals, differences
-            if answer is None:  # the driver ended here: go on behind this statement
+            if answer is None:  # the driver ended here: continue after this statement
                 alive = at + 1
                 break
         left = left[alive:]

@@ -87,7 +87,7 @@ DBMS_TYPES = {
     T.TOKEN_KV8HRM_SQL: T.DBMSTYPE_KV8HRM_SQL,
     T.TOKEN_ORA: T.DBMSTYPE_ORACLE,
     T.TOKEN_ORACLE: T.DBMSTYPE_ORACLE,
-    # Meant: these two keep their own types, DBMSTYPE_SQLSERVER is not used.
+    # Deliberate: these two keep their own types; DBMSTYPE_SQLSERVER is not used.
     T.TOKEN_MSS: 291,
     T.TOKEN_SQLSERVER: 317,
 }
@@ -164,7 +164,7 @@ HASH_ALGORITHM = Option(T.CMN_PARM_ALGORITHM, {T.TOKEN_DEF: T.HASH_ALGO_NATIVE,
                                                T.TOKEN_DEFAULT: T.HASH_ALGO_NATIVE,
                                                T.TOKEN_SHA256: T.HASH_ALGO_SHA256})
 REMOVE = Option(T.CMN_PARM_REMOVE, QUOTED)
-TRIM = Option(T.CMN_PARM_TRIM, {T.TOKEN_RIGHT: T.TRIM_RIGHT})  # meant: LEFT and BOTH are not accepted
+TRIM = Option(T.CMN_PARM_TRIM, {T.TOKEN_RIGHT: T.TRIM_RIGHT})  # deliberate: not LEFT, BOTH
 WHENNULL = Option(T.CMN_PARM_WHENNULL, INTEGER)
 WHENSPACE = Option(T.CMN_PARM_WHENSPACE, INTEGER)
 WHENZEROLEN = Option(T.CMN_PARM_WHENZEROLEN, INTEGER)
@@ -180,7 +180,7 @@ DISCARD_LIMIT = {T.CMN_PARM_DISCARDLIMIT: Option(T.CMN_PARM_DISCARDLIMIT, INTEGE
 TRACE_LEVEL = {T.CMN_PARM_TRCLEVEL: Option(T.CMN_PARM_TRCLEVEL, QUOTED, sets_trace_level=True)}
 SOURCE_OPTION = {T.TOKEN_SOURCE: SOURCE, T.TOKEN_SRC: SOURCE}
 
-# What every provider takes; the swap providers take it without the discard limit.
+# The options of every provider; the swap providers do not have the discard limit.
 EVERYWHERE = {**FLDDEF, **CODE_PAGE_AND_DBMS, **DISCARD_LIMIT, **TRACE_LEVEL}
 
 # --- the providers ---
@@ -283,7 +283,7 @@ LIBRARY = Option(T.LDS_PARM_LIBRARY, {
     T.TOKEN_KV8HRM_SQL: T.LDS_LIB_KV8HRM_SQL,
     T.TOKEN_ORACLE: T.LDS_LIB_ORACLE,
     T.TOKEN_MSS: T.LDS_LIB_MSS,
-    T.DBMSTYPE_ODBC: T.LDS_LIB_MSS,  # meant: the same library as MSS
+    T.DBMSTYPE_ODBC: T.LDS_LIB_MSS,  # deliberate: the same library as MSS
     T.STRING_WITHOUT_QUOTES: 0,
 })
 
@@ -351,7 +351,7 @@ HASHLOOKUP = {
     **TEMPORARY_DIRECTORY,
     **WHEN_NOT_FOUND,
     **PRESERVE,
-    # Meant: all four words store the search columns here.
+    # Deliberate: all four words store the search columns here.
     T.TOKEN_SEARCH: SEARCH,
     T.TOKEN_SRCH: SEARCH,
     T.TOKEN_SOURCE: SEARCH,
@@ -499,7 +499,7 @@ class Parser:
         keyword = self.match(T.CMN_PARM_TRCLEVEL)
         self.match(T.EQUAL)
         self.match(T.STRING_WITH_QUOTES)
-        # Meant: the level handed on is the keyword, not the string.
+        # Deliberate: the level passed on is the keyword, not the string.
         self.actions.append(SetTraceLevel(keyword.text))
 
     def separated(self, item) -> None:

@@ -1,8 +1,8 @@
 """Characters to tokens.
 
-At each position the first row of `next_token` that applies decides, and every row consumes at least one
-character. A rule that has committed itself and then meets a character it cannot take raises `Broken`: what it
-had taken and the offending character are dropped, and lexing goes on behind them.
+At each position the first row of `next_token` that applies decides, and every row consumes at least
+one character. A committed rule raises `Broken` at a character that it does not accept: the
+characters it consumed and the offending one are dropped, and lexing continues after them.
 
 Offsets count characters of the statement; a character above U+FFFF is one character.
 """
@@ -58,7 +58,8 @@ class Broken(Exception):
         self.no_viable_alternative = no_viable_alternative
 
 
-# --- the pieces of the structured tokens; each takes an offset and returns the offset behind the piece ---
+# --- the pieces of the structured tokens; each takes an offset and returns the offset after the
+# piece ---
 
 
 def take(text: str, at: int, expected: str) -> int:

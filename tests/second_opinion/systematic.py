@@ -35,7 +35,7 @@ def tops() -> Iterator[str]:
 
 
 def options() -> Iterator[str]:
-    """Every option keyword behind every provider, each with every value where the provider has it."""
+    """Every option keyword after every provider, each with every value where the provider has it."""
     for name, provider in PROVIDERS.items():
         start = f"PRO={NAMES[name]},"
         for value in OTHER_TOKENS:

@@ -82,7 +82,7 @@ class Comparison(unittest.TestCase):
         self.assertEqual(run.returncode, 1, run.stdout + run.stderr)
         self.assertIn("exit code 3", run.stdout)
 
-    def test_what_comes_behind_a_lost_answer_is_still_looked_at(self):
+    def test_statements_after_a_lost_answer_are_still_compared(self):
         driver = Driver(SELF_DRIVER + " --fall", token_mode=False)
         answers, ending = driver.answers(["PRO=CCN", "PRO='", "PRO=CCN"])
         self.assertEqual([answer is None for answer in answers], [False, True, True])

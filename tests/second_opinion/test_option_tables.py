@@ -1,7 +1,7 @@
-"""What every option of every provider stores, one line an option, written by hand.
+"""What every option of every provider stores, one line per option, written by hand.
 
-A line is: keyword=value -> key type, value type. Each is tried behind each provider that has it, and is refused at
-its keyword behind each that has not.
+A line is: keyword=value -> key type, value type. Each is tried after each provider that has it, and
+is refused at its keyword after each other one.
 
     python3 -m unittest discover -s tests/second_opinion
 """

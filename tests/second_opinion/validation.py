@@ -1,4 +1,4 @@
-"""The rules that stored pairs have to keep; the first one broken is the answer."""
+"""The validation rules of stored pairs; the result is the first violation."""
 
 import re
 from typing import NamedTuple, Optional
@@ -322,7 +322,7 @@ RULES = {
 
 # --- placeholders, before the provider's rules ---
 
-MISSING_STRING = "missing TAVO_PARSER_STRING_WITH_QUOTES"  # meant: without the leading "<"
+MISSING_STRING = "missing TAVO_PARSER_STRING_WITH_QUOTES"  # deliberate: without the leading "<"
 MISSING_COPY = "<missing TAVO_PARSER_COPY_COL_SYNTAX"
 MISSING_INTEGER = "<missing INTEGER"
 

@@ -1,7 +1,8 @@
-"""The words of the parameter language, written down a second time.
+"""The words of the parameter language, a second time.
 
-Every row is (token name, token type number, spellings). Nothing here is taken from the library's own
-tables: the two lists are kept apart on purpose, so that a slip in one of them shows as a difference.
+Every row is (token name, token type number, spellings). Nothing here is taken from the library's
+own tables: the two lists are deliberately separate, so that a mistake in one of them shows as a
+difference.
 """
 
 from types import SimpleNamespace

@@ -12,7 +12,7 @@ using Names = std::vector<std::string>;
 using front::platform;
 using tavo_test::in_own_process;
 
-// Parses something wrong, so that the calling thread holds an error state.
+// Parses a wrong statement, so that the calling thread has an error state.
 void hold_errors() {
   tavo_test::size_statement(L"PRO=CCN,");
 }
@@ -48,7 +48,7 @@ TEST(Start, AMutexThatCannotBeMadeIsTheResultAndNothingIsStarted) {
   });
 }
 
-TEST(Start, FailingDataConversionLeavesTheMutexInPlaceAndTheCountAsItWasAsMeant) {
+TEST(Start, FailingDataConversionLeavesTheMutexInPlaceAndTheCountAsItWasDeliberately) {
   in_own_process([] {
     front::reset();
     front::fail("TAVOInitDataConversion", 1, 4712);
@@ -73,7 +73,7 @@ TEST(Start, AFailingIncrementDestroysTheMutexAndItsOwnCodeCounts) {
   });
 }
 
-TEST(Start, AFailingIncrementDestroysTheMutexEvenWhenOthersUseItAsMeant) {
+TEST(Start, AFailingIncrementDestroysTheMutexEvenWhenOthersUseItDeliberately) {
   in_own_process([] {
     EXPECT_EQ(0u, Parser_Init());
     front::reset();
@@ -186,7 +186,7 @@ TEST(Stop, TheLastOneRunsAllThreeCleanUpsAndReturnsTheFirstFailure) {
   }
 }
 
-TEST(Stop, WithoutAStartReturns0AndLeavesTheMutexLockedAsMeant) {
+TEST(Stop, WithoutAStartReturns0AndLeavesTheMutexLockedDeliberately) {
   in_own_process([] {
     front::reset();
     EXPECT_EQ(0u, Parser_Term());
@@ -195,7 +195,7 @@ TEST(Stop, WithoutAStartReturns0AndLeavesTheMutexLockedAsMeant) {
   });
 }
 
-TEST(Stop, OneTooManyReturns0AndLeavesTheMutexLockedAsMeant) {
+TEST(Stop, OneTooManyReturns0AndLeavesTheMutexLockedDeliberately) {
   in_own_process([] {
     Parser_Init();
     Parser_Term();

@@ -34,7 +34,7 @@ class FilledRequest {
   RequestRecord& record() {
     return *reinterpret_cast<RequestRecord*>(bytes_.data());
   }
-  // To be called when the caller's fields are as they shall be.
+  // Call when the caller's fields are set.
   uint32_t run() {
     before_ = bytes_;
     return Parser_Service(&record());
@@ -341,7 +341,7 @@ TEST_F(Request, ARunWithoutAnArrayMeasuresAndARunWithOneStores) {
   EXPECT_EQ(0, filled.max_key_size) << "sizes belong to the sizing run";
 }
 
-// The prefix is made in both runs, and its content stays.
+// The prefix is built in both runs, and its content stays.
 TEST_F(Request, TheProcessWidePrefixBufferIsFilledInBothRuns) {
   for (const bool filling : {false, true}) {
     tavo_test::size_statement(L"PRO=EML, FLDDEF7=(NAME=X)");

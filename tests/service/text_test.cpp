@@ -13,7 +13,7 @@ using tavo_test::fill_statement;
 using tavo_test::ServiceRun;
 using tavo_test::WideRequest;
 
-// The converter's own answer to the last conversion, as an insert shows it.
+// The converter's result of the last conversion, as an insert shows it.
 std::wstring last_answer() {
   const uint32_t answer = front::platform().conversions.back().result;
   EXPECT_NE(0u, answer);
@@ -70,7 +70,7 @@ TEST_F(Text, CharactersAboveTheFirstPlaneInACommentAreFine) {
   EXPECT_EQ(0u, fill_statement(L"PRO=CCN /*\x1F600*/ // \x10FFFF").status);
 }
 
-// As many as fit into the texts that need no memory of their own, one less and one more.
+// The largest number that needs no allocation, one less and one more.
 TEST_F(Text, OfCharactersAboveTheFirstPlaneAloneIsBrokenAtItsFirst) {
   for (size_t count = 250; count < 520; ++count) {
     const ServiceRun run = fill_statement(std::wstring(count, L'\x1F601'));
@@ -142,8 +142,8 @@ TEST_F(Text, BytesOfTheFirstPlaneInUtf8CountAsCharactersInTheExcerpt) {
   EXPECT_EQ(L"PRO=CCN /*\x00E9\x20AC*/, X", run.errors[0].inserts[1].text);
 }
 
-// For bytes the string's length is its byte length: meant.
-TEST_F(Text, AnErrorAtTheFirstCharacterOfBytesIsReportedAtTheByteLengthAsMeant) {
+// Deliberate: the length of 8-bit text is its length in bytes.
+TEST_F(Text, AnErrorAtTheFirstCharacterOfBytesIsReportedAtTheByteLengthDeliberately) {
   const ServiceRun run = fill_bytes("X /*\xE2\x82\xAC*/", 1208);
   ASSERT_EQ(1u, run.errors.size());
   EXPECT_EQ(L"9", run.errors[0].inserts[0].text) << "seven characters, nine bytes";

@@ -1,5 +1,5 @@
 // Every exported function of the service, array, error, token-text and validation groups opens a
-// frame of its own number and closes it on every path, but one.
+// frame with its own number and closes it on every path except one.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -38,14 +38,14 @@ wchar_t* text() {
   return characters;
 }
 
-// One path of each result that each function has, with one frame of its own first.
+// One path for each result of each function, which opens its own frame first.
 std::vector<Call> calls() {
   static RuntimeToken token(u"LEN", TAVO_PARSER_TOKEN_LENGTH);
   static ErrorState state;
   static uint32_t length = 8;
   static KeyValueEntry entry;
   static TAVOErrorLocation location;
-  // What the platform answers by itself is handed on.
+  // The platform's own result is passed on.
   const uint32_t no_message = GetFormattedErrorMsg(nullptr);
   const uint32_t no_level = TAVOSetTraceLevel("LEN");
   EXPECT_NE(0u, no_message);
@@ -183,7 +183,7 @@ std::vector<Call> calls() {
   };
 }
 
-// A thread without an error state, and a platform that forgot what came before.
+// A thread without an error state, and a reset platform.
 void start_afresh() {
   void* block = nullptr;
   TAVOGetThreadBlock(&block);
@@ -275,7 +275,7 @@ TEST(Trace, EveryResultOfTheServiceClosesItsFrames) {
   }
 }
 
-TEST(Trace, AFullArrayLeavesItsFrameOpenAsMeant) {
+TEST(Trace, AFullArrayLeavesItsFrameOpenDeliberately) {
   front::reset();
   const auto run = tavo_test::fill_statement(L"PRO=CCN, PAT=6C, WHENINV=PRE", 1);
   EXPECT_EQ(0u, run.status) << "a full array does not reject the statement";

@@ -40,13 +40,13 @@ template <typename Function>
 Function* next_definition(const char* name) {
   void* found = dlsym(RTLD_NEXT, name);
   if (found == nullptr) {
-    std::fprintf(stderr, "no platform behind %s\n", name);
+    std::fprintf(stderr, "no platform function %s\n", name);
     std::abort();
   }
   return reinterpret_cast<Function*>(found);
 }
 
-// Writes a call down; the code it is to fail with, or 0.
+// Records a call. Returns the code with which it must fail, or 0.
 uint32_t enter(const char* function) {
   State& s = state();
   if (!s.watched) return 0;
@@ -153,17 +153,17 @@ using front::note_pointer;
 using front::note_result;
 using front::note_retrieval;
 
-// Answers with the failure asked for, or goes on to the platform.
-#define FRONT(function, ...)                                                 \
-  static const auto behind = next_definition<decltype(function)>(#function); \
-  if (const uint32_t code = enter(#function); code != 0) return code;        \
-  return behind(__VA_ARGS__)
+// Returns the requested failure, or calls the real platform.
+#define FRONT(function, ...)                                                   \
+  static const auto original = next_definition<decltype(function)>(#function); \
+  if (const uint32_t code = enter(#function); code != 0) return code;          \
+  return original(__VA_ARGS__)
 
 // The same for a conversion that was noted.
 #define FRONT_NOTED(function, ...)                                                 \
-  static const auto behind = next_definition<decltype(function)>(#function);       \
+  static const auto original = next_definition<decltype(function)>(#function);     \
   if (const uint32_t code = enter(#function); code != 0) return note_result(code); \
-  return note_result(behind(__VA_ARGS__))
+  return note_result(original(__VA_ARGS__))
 
 extern "C" {
 
@@ -195,11 +195,11 @@ uint32_t IOQ_TRC_ResFmid(uint32_t function_id, void* descriptor, uint32_t zero) 
   FRONT(IOQ_TRC_ResFmid, function_id, descriptor, zero);
 }
 uint32_t KNL_FuncPro(void* frame, void* descriptor) {
-  static const auto behind = next_definition<decltype(KNL_FuncPro)>("KNL_FuncPro");
+  static const auto original = next_definition<decltype(KNL_FuncPro)>("KNL_FuncPro");
   auto& s = front::state();
   if (s.watched) ++s.platform.frames_asked;
   if (const uint32_t code = enter("KNL_FuncPro"); code != 0) return code;
-  const uint32_t status = behind(frame, descriptor);
+  const uint32_t status = original(frame, descriptor);
   if (status != 0 || !s.watched) return status;
   auto* opened = static_cast<TraceFrame*>(frame);
   opened->descriptor = static_cast<TraceDescriptor*>(descriptor);
@@ -215,7 +215,7 @@ uint32_t KNL_FuncEpi(void* frame) {
   if (s.watched) --s.platform.open_frames;
   FRONT(KNL_FuncEpi, frame);
 }
-// Records end here: the tests look at them, and the platform's own trace stays quiet.
+// Records end here: the tests read them, and the real platform writes no trace.
 uint32_t KNL_Trace_RecordDiagnostic(void* record) {
   if (const uint32_t code = enter("KNL_Trace_RecordDiagnostic"); code != 0) return code;
   front::note_record(*static_cast<const TraceRecord*>(record));
@@ -228,9 +228,9 @@ uint32_t TAVOSetTraceLevel(const char* text) {
 }
 
 uint32_t TAVOGetThreadBlock(void** block) {
-  static const auto behind = next_definition<decltype(TAVOGetThreadBlock)>("TAVOGetThreadBlock");
+  static const auto original = next_definition<decltype(TAVOGetThreadBlock)>("TAVOGetThreadBlock");
   const uint32_t code = enter("TAVOGetThreadBlock");
-  return code == front::kNoBlock ? 0 : code != 0 ? code : behind(block);
+  return code == front::kNoBlock ? 0 : code != 0 ? code : original(block);
 }
 uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*)) {
   FRONT(TAVOCleanThreadBlock, callback);

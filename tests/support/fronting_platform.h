@@ -1,6 +1,6 @@
-// A platform in front of the platform: an executable that links this (with its symbols exported)
-// answers every platform call of the library first. Each call is written down, fails when the test
-// asked for it, and otherwise goes on to the platform that was built or given.
+// Intercepts the platform: an executable that links this (with its symbols exported) gets every
+// platform call of the library first. It records each call, fails it when the test requested that,
+// and otherwise calls the real platform.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace front {
 
-// What a trace record said.
+// The content of a trace record.
 struct Record {
   uint32_t probe;
   uint32_t line;
@@ -28,7 +28,7 @@ struct TextConversion {
   uint32_t dst_bytes;
   uint8_t kind;
   uint32_t code_page;
-  uint32_t result;  // what the library was told
+  uint32_t result;  // as returned to the library
 };
 
 // One call of GetErrorCount, GetError or GetFormattedErrorMsg.
@@ -38,7 +38,7 @@ struct RetrievalCall {
 };
 
 struct Platform {
-  std::vector<std::string> calls;  // all but those of tracing, in order
+  std::vector<std::string> calls;  // all except tracing, in order
   std::vector<uint32_t> opened;    // function ids of the frames that were opened, in order
   std::vector<uint32_t> resolved;  // function ids that were resolved, in order
   std::vector<Record> records;
@@ -52,20 +52,20 @@ struct Platform {
   bool detail = false;
 };
 
-// The one of the program.
+// The program's only instance.
 Platform& platform();
-// Forgets calls, records and failures to come. At the start of a test.
+// Discards recorded calls, records and requested failures. Call at the start of a test.
 void reset();
-// Off, calls are neither written down nor counted: for tests of many threads.
+// When off, calls are neither recorded nor counted: for tests with many threads.
 void watch(bool on);
 // The nth call (1-based) of a function from now on fails with the code, without reaching the
 // platform; 0 for every call.
 void fail(const std::string& function, uint32_t nth, uint32_t code);
-// As the code of TAVOGetThreadBlock: it answers 0, without a block.
+// As the code of TAVOGetThreadBlock: it returns 0 without a block.
 inline constexpr uint32_t kNoBlock = 0xF0000000;
 // Calls of a function since the last reset.
 uint32_t count(const std::string& function);
-// The names of all functions that stand in front.
+// The names of all intercepted functions.
 const std::vector<std::string>& functions();
 
 }  // namespace front

@@ -1,5 +1,5 @@
-// Runs a test's body in a process of its own: for tests that leave the library's process-wide state
-// in a shape that no other test should meet.
+// Runs a test's body in its own process: for tests that leave the library's process-wide state
+// unusable for other tests.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -13,7 +13,8 @@ std::vector<Pair> stored_pairs(const RequestRecord& request) {
   if (request.pKeyValueArr == nullptr) return pairs;
   for (int32_t i = 0; i < request.count; ++i) {
     const KeyValueEntry& entry = request.pKeyValueArr[i];
-    // A stored value may contain NUL characters: its length is the entry's, as far as it fits.
+    // A stored value may contain NUL characters: its length is that of the entry, limited by its
+    // buffer.
     const size_t room = entry.valueSize / sizeof(wchar_t);
     size_t length = entry.valueLength / sizeof(wchar_t);
     length = length == 0 ? 0 : length - 1;
@@ -52,7 +53,7 @@ void give_array(RequestRecord* request, EntryArray& entries, uint32_t capacity) 
   request->capacity = capacity;
 }
 
-// A statement without pairs has no array, as its sizing run asked for none.
+// A statement without pairs has no array, since its sizing run required none.
 ServiceRun fill(RequestRecord* request, std::optional<uint32_t> capacity,
                 std::optional<uint32_t> key_bytes, std::optional<uint32_t> value_bytes) {
   const ServiceRun sizes = run_service(request);

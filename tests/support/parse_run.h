@@ -1,6 +1,6 @@
-// One statement through the exported functions, as a sibling library would do it: a sizing run, an
-// array allocated to its sizes, a filling run. Every buffer is allocated exactly, so that a
-// sanitizer sees a write too many.
+// Parses one statement with the exported functions, like a sibling library: a sizing run, an array
+// of its sizes, a filling run. Every buffer has the exact size, so that a sanitizer detects a write
+// past its end.
 #pragma once
 
 #include <cstdint>
@@ -48,7 +48,7 @@ struct ServiceRun {
   std::vector<Error> errors;
 };
 
-// The messages that the calling thread holds.
+// The recorded messages of the calling thread.
 std::vector<Error> held_errors();
 
 // A key-value array whose buffers have the given sizes in bytes.
@@ -71,7 +71,7 @@ class WideRequest {
   RequestRecord* get() {
     return &request_;
   }
-  // Runs Parser_Service with the request's present array.
+  // Runs Parser_Service with the request's current array.
   ServiceRun run();
 
  private:

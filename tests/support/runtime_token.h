@@ -1,4 +1,4 @@
-// A token of the runtime over a text of its own, for calling the store routines directly.
+// A token of the runtime over its own text, for calling the store routines directly.
 #pragma once
 
 #include <antlr3.h>

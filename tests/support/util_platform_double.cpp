@@ -21,7 +21,7 @@ using util_platform::platform;
 
 extern "C" {
 
-// Characters below U+10000 only: whole code points are held against the real platform.
+// Only characters below U+10000; all code points are tested with the real platform.
 uint32_t Convert16To32(const uint16_t* src, uint32_t src_units, uint32_t* dst, uint32_t dst_units,
                        uint32_t* count) {
   platform().conversions.push_back({src, src_units, dst, dst_units});

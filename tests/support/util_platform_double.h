@@ -1,5 +1,5 @@
-// A stand-in for the platform functions that the utilities and the record functions call: it
-// records what it was asked and refuses on demand. Link it in the place of the platform libraries.
+// A test double of the platform functions that the utilities and the record functions call: it
+// records calls and fails on demand. Link it instead of the platform libraries.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ struct TextCall {
 
 struct Double {
   // Conversions.
-  uint32_t conversion_status = 0;  // not 0: the conversions fail with it
+  uint32_t conversion_status = 0;  // if not 0, conversions fail with it
   std::vector<ConversionCall> conversions;
   std::vector<TextCall> texts;
   uint32_t fail_text_at = 0;  // 1-based number of the text conversion that fails, 0 for none
@@ -41,7 +41,7 @@ struct Double {
   std::vector<uint32_t> probes;        // of the records
 };
 
-// The one double of the program; reset it at the start of a test.
+// The program's only instance; reset it at the start of a test.
 Double& platform();
 void reset();
 

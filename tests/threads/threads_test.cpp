@@ -17,8 +17,8 @@ using tavo_test::ServiceRun;
 constexpr int kThreads = 8;
 constexpr int kRounds = 40;
 
-// Statements that share everything that is process-wide: prefixes of every length, the store
-// routine, case-insensitive comparisons, conversions, errors.
+// Statements that use everything that is process-wide: prefixes of every length, the store routine,
+// case-insensitive comparisons, conversions, errors.
 std::vector<std::wstring> statements() {
   std::vector<std::wstring> all = {
       L"PRO=CCN, PAT=6C",
@@ -72,7 +72,7 @@ TEST(Threads, GiveTheResultsOfOneThread) {
   run_threads(kThreads, [&](int thread) {
     for (int round = 0; round < kRounds; ++round) {
       for (size_t i = 0; i < all.size(); ++i) {
-        // Every thread in an order of its own.
+        // Each thread in its own order.
         const size_t k = (i * 7 + static_cast<size_t>(thread * 5 + round)) % all.size();
         const bool bytes = (thread + round) % 2 == 0;
         const ServiceRun run = bytes ? tavo_test::fill_bytes(tavo_test::to_utf8(all[k]), 1208)
@@ -136,7 +136,7 @@ TEST(Threads, StartAndStopTogether) {
   EXPECT_EQ(0, failed);
 }
 
-// One start lasts for as long as the threads parse: starts and stops beside them only count.
+// The library stays started while the threads parse: other starts and stops only change the count.
 TEST(Threads, ParseWhileOthersStartAndStop) {
   ASSERT_EQ(0u, Parser_Init());
   std::atomic<int> failed = 0;

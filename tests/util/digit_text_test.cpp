@@ -69,7 +69,7 @@ TEST(NumberToDigits, TakesTheMagnitudeOfANegativeValue) {
 TEST(NumberToDigits, RefusesANegativeWidthAndWritesNothing) {
   auto out = untouched<char>();
   auto wide = untouched<wchar_t>();
-  // In the middle of a buffer, so that a write in front of it would show.
+  // In the middle of a buffer, so that a write before it shows.
   for (const int32_t value : {0, 1}) {
     EXPECT_EQ(kFailed, PXIntToNum(value, -1, out.data() + 20));
     EXPECT_EQ(kFailed, PXLongToNum(value, -1, out.data() + 20));
@@ -137,7 +137,7 @@ TEST(DigitsToNumber, RefusesARestThatIsNotBlank) {
   EXPECT_EQ(99u, value);
 }
 
-TEST(DigitsToNumber, ReadsNothingBehindTheDigitsOfAShortField) {
+TEST(DigitsToNumber, ReadsNothingAfterTheDigitsOfAShortField) {
   uint64_t value = 99;
   EXPECT_EQ(0u, PXNumToLong("12X", 2, 2, &value));
   EXPECT_EQ(12u, value);

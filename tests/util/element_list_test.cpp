@@ -60,12 +60,12 @@ TEST(ElementReader, KeepsTheCaseAndTheBlanksOfAQuotedElement) {
   EXPECT_EQ((Element{-1, LR"(" aB ")", 6}), read(LR"(  " aB ")"));
 }
 
-TEST(ElementReader, SkipsWhatStandsBehindTheClosingQuote) {
+TEST(ElementReader, SkipsWhatStandsAfterTheClosingQuote) {
   EXPECT_EQ((Element{8, LR"("a")", 3}), read(LR"("a" xyz,b)"));
   EXPECT_EQ((Element{-1, LR"("a")", 3}), read(LR"("a" xyz)"));
 }
 
-TEST(ElementReader, RefusesAFurtherQuoteBehindTheClosingQuote) {
+TEST(ElementReader, RefusesAFurtherQuoteAfterTheClosingQuote) {
   EXPECT_EQ((Element{-3, L"", 0}), read(LR"("a"x",b)"));
   EXPECT_EQ((Element{-3, L"", 0}), read(LR"("a""b")"));
   EXPECT_EQ((Element{9, LR"("a")", 3}), read(LR"("a" \"x ,b)"));

@@ -31,8 +31,8 @@ uint32_t buffer_length(int code, uint32_t length = 10) {
   return bytes;
 }
 
-// A value in a buffer of exactly the size that its field needs, so that a sanitizer sees a read
-// behind it.
+// A value in a buffer of exactly the size that its field needs, so that a sanitizer detects a read
+// past its end.
 class Value {
  public:
   explicit Value(int code, uint32_t length = 10) : field_(field(code, length)) {
@@ -203,11 +203,11 @@ TEST(SourceDataLength, OfATerminatedTextGoesToItsTerminator) {
   EXPECT_EQ(40u, Value(TAVO_TYPE_DATETIME_WCHAR).text(L"2024-02-29").data_length());
 }
 
-TEST(SourceDataLength, NeverGoesBehindTheTypesBytes) {
+TEST(SourceDataLength, NeverGoesAfterTheTypesBytes) {
   EXPECT_EQ(10u, Value(TAVO_TYPE_VARCHAR_SZ).fill('x').data_length());
   EXPECT_EQ(50u, Value(TAVO_TYPE_DATETIME_CHAR).fill('x').data_length());
   EXPECT_EQ(200u, Value(TAVO_TYPE_DATETIME_WCHAR).fill('x').data_length());
-  // A wide character with zero bytes in it is no terminator.
+  // A wide character that contains zero bytes is not a terminator.
   EXPECT_EQ(4u, Value(TAVO_TYPE_WVARCHAR_SZ).text(L"\x0100").data_length());
 }
 

@@ -28,7 +28,7 @@ TEST(SecureRandom, DrawsDiffer) {
   EXPECT_EQ(0xFFFFFFFFu, any_ones);
 }
 
-// A process without a standard input gets the number 0 for the device.
+// In a process without standard input the device gets file descriptor 0.
 TEST(SecureRandom, TheFirstFileNumberIsOneLikeAnyOther) {
   const int input = fcntl(0, F_DUPFD_CLOEXEC, 10);
   close(0);

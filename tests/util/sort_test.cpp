@@ -141,7 +141,7 @@ TEST(Sort, TakesAboutNLogNComparisonsOnTheUsualPatterns) {
   }
 }
 
-// Two sorted runs one after the other are the pattern that takes n squared; the stack holds.
+// Two consecutive sorted runs are a quadratic pattern; the stack does not overflow.
 TEST(Sort, HoldsOnAQuadraticPattern) {
   std::vector<int> values(6000);
   std::iota(values.begin(), values.begin() + 3000, 0);

@@ -161,14 +161,14 @@ TEST(CallerFilled, HashWithACaseThatIsNotUpper) {
   expect_valid(with_case(L"uP"));
 }
 
-TEST(CallerFilled, LookupDoesNotLookAtTheCaseAsMeant) {
+TEST(CallerFilled, LookupDoesNotLookAtTheCaseDeliberately) {
   expect_valid(std::move(CallerArray(TAVO_PARSER_PROVIDER_LOOKUP)
                              .add(TAVO_PARSER_LKP_PARM_SEARCH, L"s")
                              .add(TAVO_PARSER_CMN_PARM_REPLACE, L"r")
                              .add(TAVO_PARSER_CMN_PARM_CASE, L"LOWER")));
 }
 
-TEST(CallerFilled, NidFormatsThatAreMissingAreFoundBehindTheFirstPair) {
+TEST(CallerFilled, NidFormatsThatAreMissingAreFoundAfterTheFirstPair) {
   for (const uint32_t key :
        {TAVO_PARSER_PARAM_FMT_CA, TAVO_PARSER_PARAM_FMT_ES, TAVO_PARSER_PARAM_FMT_FR,
         TAVO_PARSER_PARAM_FMT_IT, TAVO_PARSER_PARAM_FMT_UK, TAVO_PARSER_PARAM_FMT_US}) {
@@ -185,7 +185,7 @@ TEST(CallerFilled, NidFormatsThatAreMissingAreFoundBehindTheFirstPair) {
   }
 }
 
-TEST(CallerFilled, ANidFormatInTheFirstPairIsNotLookedAtAsMeant) {
+TEST(CallerFilled, ANidFormatInTheFirstPairIsNotLookedAtDeliberately) {
   CallerArray array;
   array.add(TAVO_PARSER_PARAM_FMT_US, kMissingFormat);
   array.add(TAVO_PARSER_PROVIDER, L"NID", TAVO_PARSER_PROVIDER_NID);
@@ -215,7 +215,7 @@ TEST(CallerFilled, AgePlaceholdersNameTheirKey) {
   expect_violation(std::move(CallerArray(TAVO_PARSER_PROVIDER_AGE)
                                  .add(TAVO_PARSER_AGE_PARM_WEEK, L"<MISSING integer", 0, L"week")),
                    7128, L"week");
-  // Elsewhere the same text is just no number, and names no key.
+  // Elsewhere the same text is only an invalid number and names no key.
   expect_violation(std::move(CallerArray(TAVO_PARSER_PROVIDER_AGE)
                                  .add(TAVO_PARSER_AGE_PARM_DAY, kMissingInteger, 0, L"DAY")),
                    7129);
@@ -246,7 +246,7 @@ TEST(CallerFilled, StringPlaceholdersOfLookupsAndSwapsNameTheirKey) {
       CallerArray lower = whole();
       lower.add(placeholder.key, L"MISSING tavo_parser_string_with_quotes and more", 0, L"k");
       EXPECT_EQ(placeholder.number, lower.validate());
-      // With the sign in front it is no placeholder, and that is meant.
+      // Deliberate: with the leading "<" it is not a placeholder.
       CallerArray sign = whole();
       sign.add(placeholder.key, L"<" + kMissingQuoted, 0, L"k");
       EXPECT_NE(placeholder.number, sign.validate());
@@ -264,7 +264,7 @@ TEST(CallerFilled, PlaceholdersAreFoundInArrayOrderAndBeforeEveryRule) {
   expect_violation(array, 7182, L"TMPDIR");
 }
 
-TEST(CallerFilled, APlaceholderIsFoundBehindOtherPairsWithItsKey) {
+TEST(CallerFilled, APlaceholderIsFoundAfterOtherPairsWithItsKey) {
   CallerArray array(TAVO_PARSER_PROVIDER_LOOKUP);
   array.add(TAVO_PARSER_CMN_PARM_REPLACE, L"A", 0, L"FIRST");
   array.add(TAVO_PARSER_CMN_PARM_TMPDIR, L"B", 0, L"SECOND");
@@ -273,7 +273,7 @@ TEST(CallerFilled, APlaceholderIsFoundBehindOtherPairsWithItsKey) {
   expect_violation(array, 7177, L"THIRD");
 }
 
-// A pair counts wherever it stands, and of several with one key the first.
+// A pair counts at any position, and of several with the same key the first one.
 TEST(CallerFilled, AKeyIsFoundHoweverManyPairsStandBeforeIt) {
   for (const size_t before : {0u, 1u, 252u, 253u, 254u, 255u, 256u, 257u, 600u}) {
     SCOPED_TRACE(before);

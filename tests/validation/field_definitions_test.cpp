@@ -1,4 +1,4 @@
-// Field definitions that contradict each other, with prefixes of statements and made-up ones.
+// Field definitions that contradict each other, with prefixes from statements and invented ones.
 #include <gtest/gtest.h>
 
 #include "support/fronting_platform.h"
@@ -117,7 +117,7 @@ TEST(FieldDefinitions, NullKeysShareTheEmptyPrefix) {
   EXPECT_EQ(7147u, array.validate());
 }
 
-TEST(FieldDefinitions, AContradictionBehindManyThousandPairsIsFound) {
+TEST(FieldDefinitions, AContradictionAfterManyThousandPairsIsFound) {
   CallerArray array = ccn();
   for (int i = 0; i < 20000; ++i) {
     const int number = i % 99 + 1;

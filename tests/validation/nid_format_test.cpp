@@ -6,8 +6,8 @@ namespace {
 
 using validation_test::CallerArray;
 
-// All pairs are looked at but the first one: the second is the first that counts.
-TEST(NidFormat, ThatIsMissingIsSeenRightBehindTheFirstPair) {
+// All pairs except the first one are checked.
+TEST(NidFormat, ThatIsMissingIsSeenRightAfterTheFirstPair) {
   CallerArray array(TAVO_PARSER_PROVIDER_NID);
   array.add(TAVO_PARSER_PARAM_FMT_US, L"<missing TAVO_PARSER_NID_FORMAT_US>");
   array.add(TAVO_PARSER_CMN_PARM_SWITCH, L"US", TAVO_PARSER_NID_CTRY_US);

@@ -1,5 +1,5 @@
 // The data conversion of the demonstration platform: UTF-8, ISO 8859-1 and -15, and Windows 1252.
-// Nothing is substituted: what cannot be converted is refused.
+// Nothing is substituted: text that cannot be converted is refused.
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -40,7 +40,7 @@ Page page_of(const void* descriptor) {
   }
 }
 
-// The character of a byte in a page of one byte a character.
+// The character of a byte in a single-byte code page.
 uint32_t character_of(Page page, uint8_t byte) {
   constexpr uint16_t kOf1252[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
@@ -64,7 +64,7 @@ uint32_t character_of(Page page, uint8_t byte) {
   }
 }
 
-// Reads a character and goes on behind it.
+// Reads a character and advances past it.
 uint32_t read_utf8(const char*& at, const char* end) {
   constexpr uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
   const auto lead = static_cast<uint8_t>(*at++);
@@ -79,7 +79,7 @@ uint32_t read_utf8(const char*& at, const char* end) {
   return c < kSmallest[tails] || !is_character(c) ? kNone : c;
 }
 
-// Writes a character; the bytes written, 0 when there is no room or no such character.
+// Writes a character. Returns the bytes written, 0 when there is no space or no such character.
 uint32_t write_utf8(uint32_t c, char* dst, uint32_t room) {
   const uint32_t bytes = c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
   if (!is_character(c) || room < bytes) return 0;
@@ -102,9 +102,9 @@ uint32_t write_character(Page page, uint32_t c, char* dst, uint32_t room) {
   return 0;
 }
 
-// ---- whole texts -------------------------------------------------------------------------------
+// ---- complete texts ----------------------------------------------------------------------------
 
-// Terminated when there is room, and empty after a failure.
+// Terminated when there is space, and empty after a failure.
 template <typename Unit>
 uint32_t finish(bool good, Unit* dst, uint32_t room, uint32_t written, uint32_t* count) {
   if (!good) written = 0;
@@ -151,7 +151,7 @@ uint16_t length_before(const void* prefixed) {
   std::memcpy(&length, prefixed, sizeof length);
   return length;
 }
-const char* text_behind(const void* prefixed) {
+const char* text_after(const void* prefixed) {
   return static_cast<const char*>(prefixed) + sizeof(uint16_t);
 }
 
@@ -194,7 +194,7 @@ uint32_t TAVOCnvCharToWVarcharSz(const char* text, int32_t* length, wchar_t* dst
 }
 uint32_t TAVOCnvVarcharToWVarcharSz(const void* prefixed, int32_t*, wchar_t* dst,
                                     uint32_t dst_bytes, uint32_t* count, const void* descriptor) {
-  return from_bytes(text_behind(prefixed), length_before(prefixed), dst, dst_bytes, count,
+  return from_bytes(text_after(prefixed), length_before(prefixed), dst, dst_bytes, count,
                     descriptor);
 }
 uint32_t TAVOCnvVarcharSzToWVarcharSz(const char* text, int32_t*, wchar_t* dst, uint32_t dst_bytes,
@@ -208,7 +208,7 @@ uint32_t TAVOCnvWCharToWVarcharSz(const wchar_t* text, int32_t* length_bytes, wc
 }
 uint32_t TAVOCnvWVarcharToWVarcharSz(const void* prefixed, int32_t*, wchar_t* dst,
                                      uint32_t dst_bytes, uint32_t* count) {
-  return from_wide(text_behind(prefixed), length_before(prefixed), dst, dst_bytes, count);
+  return from_wide(text_after(prefixed), length_before(prefixed), dst, dst_bytes, count);
 }
 
 uint32_t TAVOCnvIntToWVarcharSz1(const int32_t* number, wchar_t* dst, uint32_t dst_bytes,
@@ -297,7 +297,7 @@ uint32_t Convert32To16(const uint32_t* src, int32_t src_units, uint16_t* dst, ui
 
 namespace {
 
-// Reads a character of UTF-16 and goes on behind it.
+// Reads a character of UTF-16 and advances past it.
 uint32_t read_utf16(const uint16_t*& at, const uint16_t* end) {
   const uint32_t high = *at++;
   if (!is_surrogate(high)) return high;

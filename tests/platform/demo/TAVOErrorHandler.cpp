@@ -18,7 +18,7 @@ struct Block {
 };
 static_assert(offsetof(Block, errors) == kErrorStateSlotOffset);
 
-// What a thread holds: its block, until a clean-up takes that away.
+// A thread's block, until a clean-up removes it.
 struct Holder {
   Block* block;
   Holder* next;
@@ -27,8 +27,8 @@ struct Holder {
 std::mutex g_guard;  // of the list and of what is in it
 Holder* g_holders = nullptr;
 
-// As the parser itself would do it: all of it comes from calloc, and a block has one slot more than
-// it says.
+// Like the parser itself: all of it comes from calloc, and a block has one more slot than it
+// declares.
 void free_errors(ErrorState* state) {
   if (state == nullptr) return;
   while (state->first != nullptr) {
@@ -58,7 +58,7 @@ pthread_key_t make_key() {
   if (pthread_key_create(&key, &end_thread) != 0) std::abort();
   return key;
 }
-// What is called for it at a thread's end may ask for a block again, and is called again then.
+// The function that runs at a thread's end may request a block again; then it runs again.
 const pthread_key_t g_key = make_key();
 
 bool is_known(const auto* request) {
@@ -88,7 +88,7 @@ uint32_t TAVOGetThreadBlock(void** block) {
 }
 #ifndef DEMO_LACKS_CLEAN
 uint32_t TAVOCleanThreadBlock(void* (*callback)(uint64_t, void*, void*)) {
-  // Taken first, called for outside the guard: the callback may ask for a block itself.
+  // Removed first; the callback runs without the guard, since it may request a block itself.
   Block* taken = nullptr;
   {
     const std::lock_guard guard(g_guard);
@@ -127,7 +127,7 @@ uint32_t GetError(void* state, void* request) {
   error->slots = block->slots;
   return 0;
 }
-// Numbers only: a message that quotes no part of a statement gives no secret away.
+// Numbers only: a message that quotes no part of a statement reveals no secret.
 uint32_t GetFormattedErrorMsg(void* request) {
   auto* message = static_cast<TAVOMessageRequest*>(request);
   if (!is_known(message)) return TAVO_ERROR_REQUEST_INVALID;

@@ -1,5 +1,5 @@
 // Locking and tracing of the demonstration platform. A handle is the address of a mutex, and one
-// that the parser left behind is lost; the trace is one line for each record.
+// that the parser leaves is leaked; the trace is one line per record.
 #include <strings.h>
 
 #include <atomic>
@@ -49,7 +49,7 @@ FILE* trace_file() {
   return file;
 }
 
-// The lowest level at which a record is written. What has items at the exit is a result.
+// The lowest level at which a record is written. An exit record with items is a result.
 int level_of(const TraceRecord& record) {
   if (record.probe == kProbeEntry) return kCalls;
   if (record.probe == kProbeParameters) return kDetail;
@@ -133,7 +133,7 @@ uint32_t KNL_Trace_RecordDiagnostic(void* record) {
   return written ? 0 : kRefused;
 }
 uint32_t TAVOSetTraceLevel(const char* text) {
-  // The trace-level statement hands on its own keyword.
+  // The trace-level statement passes its own keyword.
   const int level = strcasecmp(text, "TRCLEVEL") == 0 ? configured_level() : read_level(text);
   if (level == kNoLevel) return kRefused;
   g_level.store(level, std::memory_order_relaxed);

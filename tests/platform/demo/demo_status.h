@@ -1,5 +1,5 @@
-// What every library of the demonstration platform answers when something did not work. A platform
-// may have as many numbers as it likes; this one has one.
+// The failure status of every library of the demonstration platform. A platform may have any number
+// of them; this one has one.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Uses a function of every role of a platform. Returns 0 when each answered as it should.
+// Calls a function of every role of a platform. Returns 0 when each result is right.
 #include <cstdio>
 #include <cwchar>
 

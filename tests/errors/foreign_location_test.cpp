@@ -1,5 +1,4 @@
-// The location of an error that a recognizer of the caller's own stumbled over, whatever it leaves
-// out.
+// The location of an error of a caller's own recognizer, whatever fields it leaves out.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -12,7 +11,7 @@
 
 namespace {
 
-class StumbleLocation : public testing::Test {
+class ForeignLocation : public testing::Test {
  protected:
   void SetUp() override {
     tavo_test::size_statement(L"PRO=CCN");  // an empty error state, and no location
@@ -33,7 +32,7 @@ class StumbleLocation : public testing::Test {
     token_.start = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(text_.data() + first));
     token_.stop = static_cast<ANTLR3_MARKER>(reinterpret_cast<intptr_t>(text_.data() + end) - 1);
   }
-  void stumble_in_lexer(size_t index) {
+  void fail_in_lexer(size_t index) {
     recognizer_.type = ANTLR3_TYPE_LEXER;
     recognizer_.super = &lexer_;
     exception_.token = nullptr;
@@ -73,7 +72,7 @@ class StumbleLocation : public testing::Test {
   ANTLR3_BASE_RECOGNIZER recognizer_{};
 };
 
-TEST_F(StumbleLocation, OfAParserIsItsToken) {
+TEST_F(ForeignLocation, OfAParserIsItsToken) {
   expect_at(5, 2, 2, 3);
   set_token(4, 6);
   expect_at(4, 1, 2, 2);
@@ -81,50 +80,50 @@ TEST_F(StumbleLocation, OfAParserIsItsToken) {
   expect_at(0, 1, 1, 1);
 }
 
-TEST_F(StumbleLocation, OfAParserWithoutATokenIsNone) {
+TEST_F(ForeignLocation, OfAParserWithoutATokenIsNone) {
   exception_.token = nullptr;
   EXPECT_FALSE(record().has_value());
 }
 
-TEST_F(StumbleLocation, OfATokenWithoutAnInputIsNone) {
+TEST_F(ForeignLocation, OfATokenWithoutAnInputIsNone) {
   token_.input = nullptr;
   EXPECT_FALSE(record().has_value());
 }
 
-TEST_F(StumbleLocation, OfTheEndOfTheInputIsItsEnd) {
+TEST_F(ForeignLocation, OfTheEndOfTheInputIsItsEnd) {
   token_.type = ANTLR3_TOKEN_EOF;
   expect_at(11, 0, 3, 4);
 }
 
-TEST_F(StumbleLocation, OfATokenWithATextOfTheCallersIsTheEndOfItsInput) {
+TEST_F(ForeignLocation, OfATokenWithATextOfTheCallersIsTheEndOfItsInput) {
   token_.textState = ANTLR3_TEXT_CHARP;
   expect_at(11, 0, 3, 4);
 }
 
-TEST_F(StumbleLocation, OfALexerIsTheCharacter) {
-  stumble_in_lexer(4);
+TEST_F(ForeignLocation, OfALexerIsTheCharacter) {
+  fail_in_lexer(4);
   expect_at(4, 1, 2, 2);
-  stumble_in_lexer(9);
+  fail_in_lexer(9);
   expect_at(8, 1, 3, 1);
-  stumble_in_lexer(11);
+  fail_in_lexer(11);
   expect_at(10, 1, 3, 3);
-  stumble_in_lexer(12);
+  fail_in_lexer(12);
   expect_at(11, 0, 3, 4);
 }
 
-TEST_F(StumbleLocation, OfAnotherKindOfRecognizerIsNone) {
+TEST_F(ForeignLocation, OfAnotherKindOfRecognizerIsNone) {
   recognizer_.type = ANTLR3_TYPE_TREE_PARSER;
   EXPECT_FALSE(record().has_value());
 }
 
-TEST_F(StumbleLocation, WithoutAnExceptionOrAStateIsNone) {
+TEST_F(ForeignLocation, WithoutAnExceptionOrAStateIsNone) {
   state_.exception = nullptr;
   EXPECT_FALSE(record().has_value());
   recognizer_.state = nullptr;
   EXPECT_FALSE(record().has_value());
 }
 
-TEST_F(StumbleLocation, SaysWhichMessageItIsOf) {
+TEST_F(ForeignLocation, SaysWhichMessageItIsOf) {
   EXPECT_EQ(7139u, record().value().messageId);
   exception_.type = TAVO_STATUS_BAD_SEPARATOR;
   EXPECT_EQ(7140u, record().value().messageId);

@@ -1,5 +1,5 @@
-// What a caller who drives the recognizer by hand finds in the runtime's state: the exception of a
-// syntax error, and tokens as the runtime's own are.
+// The runtime's state as a caller of the recognizer finds it: the exception of a syntax error, and
+// tokens like the runtime's own.
 #include <antlr3.h>
 #include <gtest/gtest.h>
 
@@ -70,7 +70,7 @@ class Chain {
   pTAVOParser parser_;
 };
 
-class Stumble : public testing::Test {
+class SyntaxException : public testing::Test {
  protected:
   void SetUp() override {
     tavo_test::size_statement(L"PRO=CCN");  // an empty error state
@@ -83,7 +83,7 @@ struct ParserCase {
   uint32_t expecting;  // of a mismatched token
 };
 
-TEST_F(Stumble, OfTheParserIsNamedAfterItsKind) {
+TEST_F(SyntaxException, OfTheParserIsNamedAfterItsKind) {
   const ParserCase cases[] = {
       {u"PRO CCN", kAlternative, 0},
       {u"PRO=NONSENSE", kAlternative, 0},
@@ -114,7 +114,7 @@ TEST_F(Stumble, OfTheParserIsNamedAfterItsKind) {
   }
 }
 
-TEST_F(Stumble, OfTheParserTellsTheTokenAndWhereItIs) {
+TEST_F(SyntaxException, OfTheParserTellsTheTokenAndWhereItIs) {
   Chain chain(u"PRO=CCN,\n  NONSENSE=1");
   chain.parse();
   const ANTLR3_EXCEPTION* exception = chain.parser_state()->exception;
@@ -126,7 +126,7 @@ TEST_F(Stumble, OfTheParserTellsTheTokenAndWhereItIs) {
   EXPECT_EQ(token->index, exception->index);
 }
 
-TEST_F(Stumble, OfTheLexerIsNamedAfterItsKindAndTellsTheCharacter) {
+TEST_F(SyntaxException, OfTheLexerIsNamedAfterItsKindAndTellsTheCharacter) {
   const struct {
     std::u16string text;
     const char* name;
@@ -157,7 +157,7 @@ TEST_F(Stumble, OfTheLexerIsNamedAfterItsKindAndTellsTheCharacter) {
   }
 }
 
-TEST_F(Stumble, OfTheLexerIsTheFirstOneAndAllAreCounted) {
+TEST_F(SyntaxException, OfTheLexerIsTheFirstOneAndAllAreCounted) {
   Chain chain(u"(1,x (2,y \"");
   for (int i = 1; chain.token(i)->type != TAVO_TOKEN_END_OF_INPUT; ++i) {
   }
