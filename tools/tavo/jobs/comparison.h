@@ -1,6 +1,6 @@
-// `tavo diff`: two job files or folders side by side, by meaning. Every file is read once to find
-// what has an equal on the other side, and once more for the statements that have none, so that
-// what is kept of a statement is a few bytes.
+// `tavo diff`: two job files or folders compared by meaning. Every file is read once to find equal
+// statements on both sides, and again for the statements without an equal, so that only a few bytes
+// per statement are kept.
 #pragma once
 
 #include <map>
@@ -22,7 +22,7 @@ class ComparisonError : public std::runtime_error {
 // One of the two lists of statements.
 class ComparedSide {
  public:
-  // Reads everything once.
+  // Reads all files once.
   ComparedSide(const JobOptions& options, Output& output);
 
   const std::vector<StatementIndex>& statements() const {

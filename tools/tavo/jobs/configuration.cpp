@@ -181,7 +181,7 @@ class Reader {
   Expression expression(const toml::node& node) const {
     try {
       Expression read(text(node));
-      // In a policy a slip would make a rule that never holds.
+      // A misspelled key in a policy would give a rule that never applies.
       if (!read.unknown_keys().empty()) {
         fail_unknown(node.source(), "the option", read.unknown_keys().front(), option_spellings());
       }

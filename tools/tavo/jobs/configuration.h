@@ -1,4 +1,4 @@
-// What a project says about its files of statements: tavo.toml, found upward from each file.
+// A project's configuration of its statement files: tavo.toml, searched upward from each file.
 #pragma once
 
 #include <cstdint>
@@ -22,8 +22,7 @@ class ConfigurationError : public std::runtime_error {
 
 enum class RuleLevel { kError, kWarning, kOff };
 
-// A policy of the house: statements that `when` means must be meant by `require` and not by
-// `forbid`.
+// A house rule: statements that match `when` must match `require` and must not match `forbid`.
 struct HouseRule {
   std::string name;
   std::optional<Expression> when;
@@ -37,7 +36,7 @@ struct HouseRule {
 };
 
 struct Configuration {
-  std::string file;  // empty: there is none, and all is as by default
+  std::string file;  // empty: none, all defaults
   std::optional<Layout> layout;
   std::optional<uint32_t> code_page;
   std::vector<std::string> include;
@@ -46,14 +45,14 @@ struct Configuration {
   bool require_reason = false;              // of "# tavo: ignore"
   std::map<std::string, RuleLevel> levels;  // by rule name or error number
   std::vector<HouseRule> rules;
-  std::map<std::string, size_t> lines;  // where a setting stands, by its name
+  std::map<std::string, size_t> lines;  // line of each setting, by its name
 
-  // The level of a finding by its rule name or number; its own one when nothing is said.
+  // The level of a finding by its rule name or number; its own level when none is configured.
   RuleLevel level_of(const std::string& rule, uint32_t number, RuleLevel own) const;
 };
 
-// Whether a rule may be lowered or ignored. Not what stops the reading of a statement: text that
-// was not read is never hidden.
+// Whether a rule may be lowered or ignored. Errors that end the reading of a statement may not:
+// unread text is never hidden.
 bool may_be_hidden(const std::string& rule, uint32_t number);
 
 // Reads a configuration. known_rules: rule names and error numbers that [severity] may name.
@@ -61,11 +60,11 @@ bool may_be_hidden(const std::string& rule, uint32_t number);
 Configuration read_configuration(const std::string& file, const std::string& text,
                                  const std::vector<std::string>& known_rules);
 
-// Finds the configuration of a file: tavo.toml in its folder or in the nearest one above. Keeps
-// what it has read. Standard input belongs to the current folder.
+// Finds the configuration of a file: tavo.toml in its folder or in the nearest one above. Caches
+// configurations. Standard input belongs to the current folder.
 class Configurations {
  public:
-  // file: used for every file instead of looking; empty to look. disabled: there is none.
+  // file: used for every file instead of a search; empty to search. disabled: no configuration.
   Configurations(std::string file, bool disabled, std::vector<std::string> known_rules);
   ~Configurations();
 

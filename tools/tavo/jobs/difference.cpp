@@ -27,7 +27,7 @@ std::wstring upper_case(std::wstring_view text) {
   return upper;
 }
 
-// The parts between the commas outside parentheses; of wrong statements too.
+// The parts between commas outside parentheses, also of wrong statements.
 std::vector<uint64_t> features_of(std::wstring_view text) {
   std::vector<uint64_t> features;
   std::wstring part;
@@ -54,7 +54,7 @@ std::vector<uint64_t> features_of(std::wstring_view text) {
 
 constexpr size_t kNone = SIZE_MAX;
 
-// Pairs statements step by step; what is paired is no longer looked at.
+// Pairs statements in steps; paired statements are skipped in later steps.
 class Pairing {
  public:
   Pairing(const std::vector<StatementIndex>& before, const std::vector<StatementIndex>& after)
@@ -86,7 +86,7 @@ class Pairing {
     }
   }
 
-  // Those with the same key, which is not 0, in their order.
+  // Pairs statements with the same non-zero key, in order.
   void pair_by(uint64_t StatementDetails::*key) {
     std::unordered_map<uint64_t, std::vector<size_t>> waiting;
     for (auto i = old_details_.rbegin(); i != old_details_.rend(); ++i) {
@@ -101,7 +101,7 @@ class Pairing {
     }
   }
 
-  // Those that share at least half of their parts, the likest first.
+  // Pairs statements that share at least half of their parts, the most similar first.
   void pair_likest() {
     std::vector<Likeness> candidates = find_alike();
     std::sort(candidates.begin(), candidates.end());
@@ -153,7 +153,7 @@ class Pairing {
     is_paired_[old_index] = true;
   }
 
-  // By an index of parts; a part that very many statements have tells nothing.
+  // Uses an index of parts; a part that very many statements have is ignored.
   std::vector<Likeness> find_alike() const {
     constexpr size_t kTooCommon = 64;
     std::unordered_map<uint64_t, std::vector<size_t>> having;

@@ -1,5 +1,5 @@
-// What changed between two lists of statements, by meaning: which statement of the one became which
-// of the other, and how their options differ.
+// What changed between two lists of statements, by meaning: which old statement became which new
+// one, and how their options differ.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace tavo::cli {
 
-// What is kept of every statement: enough to find the equal ones, whatever their number.
+// The data kept for every statement: enough to find equal ones, even among many.
 struct StatementIndex {
   MeaningHash meaning;
   uint32_t file = 0;  // index of its file
@@ -24,7 +24,7 @@ struct StatementIndex {
   static StatementIndex of(const ParseResult& result, std::string_view bytes);
 };
 
-// What is needed of a statement that has no equal on the other side.
+// The data of a statement without an equal on the other side.
 struct StatementDetails {
   uint64_t field = 0;              // provider and field; 0 without a field
   uint64_t field_alone = 0;        // of any provider; 0 without one
@@ -36,13 +36,13 @@ struct StatementDetails {
 struct StatementChange {
   std::optional<size_t> before;  // index into the old list; none: added
   std::optional<size_t> after;   // index into the new list; none: removed
-  bool moved = false;            // equal, but at another place among its neighbours
+  bool moved = false;            // equal, but at another place among its neighbors
 };
 
-// Pairs the statements of two lists: equal ones first, then those of one provider and field, then
-// those of one field, then the likest. details is asked once for each statement without an equal.
-// Returns what differs in the order of the new list, removed ones where they stood; moved ones only
-// if asked for.
+// Pairs the statements of two lists: equal ones first, then those with the same provider and field,
+// then those with the same field, then the most similar. Calls details once for each statement
+// without an equal. Returns the differences in the order of the new list, removed ones at their old
+// place; moved ones only on request.
 using DetailsOf = std::function<StatementDetails(bool is_new, size_t index)>;
 std::vector<StatementChange> compare_statements(const std::vector<StatementIndex>& before,
                                                 const std::vector<StatementIndex>& after,

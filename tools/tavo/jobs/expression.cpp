@@ -24,7 +24,7 @@ enum class Operator {
   kGreaterOrEqual
 };
 
-// A whole number as the language writes it: an optional sign and digits.
+// An integer in the language's notation: an optional sign and digits.
 std::optional<int64_t> number_in(std::wstring_view text) {
   const bool negative = text.starts_with(L'-');
   if (negative || text.starts_with(L'+')) text.remove_prefix(1);
@@ -40,7 +40,7 @@ std::optional<int64_t> number_in(std::wstring_view text) {
 
 struct Term {
   std::bitset<TAVO_TOKEN_NAME_COUNT> key_types;
-  std::wstring user_key;  // of a user's own provider, in either case; empty when it cannot be one
+  std::wstring user_key;  // of a user-written provider, ignoring case; empty when it cannot be one
   std::wstring group;     // FLDDEF7 for that one, FLDDEF for any, empty for all
   bool whole_group = false;
   Operator op = Operator::kPresent;
@@ -137,7 +137,7 @@ namespace {
 
 using Node = Expression::Node;
 
-constexpr size_t kDeepest = 200;  // parentheses and "!" within each other
+constexpr size_t kDeepest = 200;  // nested parentheses and "!"
 
 class Reader {
  public:
@@ -306,7 +306,7 @@ class Reader {
     if (compares_numbers && !term.number) fail("< and > compare whole numbers");
   }
 
-  // Values of a secret option are for the command line only where they name something.
+  // A secret option's value may be on the command line only if it is a name.
   bool asks_for_secret(const Term& term, bool is_quoted) const {
     bool secret = false;
     for (uint32_t type = 0; type < term.key_types.size(); ++type) {

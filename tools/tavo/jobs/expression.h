@@ -1,4 +1,4 @@
-// The expressions of `tavo grep` and of house rules: which statements are meant.
+// The expressions of `tavo grep` and of house rules, which select statements.
 //
 //   expression = sequence { "|" sequence }
 //   sequence   = factor { factor }                 all of them hold
@@ -43,10 +43,10 @@ class Expression {
   Expression& operator=(Expression&&) noexcept;
   ~Expression();
 
-  // Whether an accepted statement is meant.
+  // Whether an accepted statement matches.
   bool matches(const ParseResult& statement) const;
 
-  // Keys that no provider knows: they may be those of users' own providers, or slips.
+  // Keys that no provider knows: keys of user-written providers, or misspellings.
   const std::vector<std::string>& unknown_keys() const {
     return unknown_keys_;
   }

@@ -19,7 +19,7 @@ bool match_parts(std::string_view path, std::string_view glob) {
   while (!glob.empty()) {
     if (glob.starts_with("**")) {
       glob.remove_prefix(2);
-      const bool folders = glob.starts_with('/');  // "**/" is no folder, too
+      const bool folders = glob.starts_with('/');  // "**/" also matches no folder
       if (folders && match_parts(path, glob.substr(1))) return true;
       for (size_t i = 0; i <= path.size(); ++i) {
         if (match_parts(path.substr(i), glob)) return true;
@@ -44,7 +44,7 @@ bool match_parts(std::string_view path, std::string_view glob) {
   return path.empty();
 }
 
-// The zero-terminated names in a program's answer.
+// The zero-terminated names in a program's output.
 std::vector<std::string> split_names(const std::string& text) {
   std::vector<std::string> names;
   for (size_t at = 0; at < text.size();) {
@@ -67,7 +67,7 @@ std::string ask_git(const std::string& folder, const std::vector<std::string>& a
   return result.output;
 }
 
-// What git knows of the work tree around a folder.
+// What git reports about the work tree of a folder.
 class GitView {
  public:
   GitView(const std::string& folder, const FileSelection& selection) {
@@ -154,19 +154,19 @@ class Lister {
     }
   }
 
-  // What is named is wanted even when git ignores it.
+  // Named files are included even when git ignores them.
   bool is_wanted_by_git(const fs::path& file, bool found) {
     if (!selection_.git_ignore && selection_.changed_since.empty()) return true;
     std::error_code error;
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
     const fs::path place = fs::canonical(folder, error) / file.filename();
-    if (error) return true;  // opening it tells why
+    if (error) return true;  // opening it reports the reason
     const GitView& git = view_of(place.parent_path());
     if (found && selection_.git_ignore && !git.is_known(place)) return false;
     return selection_.changed_since.empty() || git.is_changed(place);
   }
 
-  // One look at each work tree, asked for by the folders in it.
+  // Reads each work tree once.
   const GitView& view_of(const fs::path& folder) {
     fs::path root = folder;
     std::error_code error;

@@ -1,4 +1,4 @@
-// The files that a verb works on: those that were named, and those in the folders that were named.
+// The files that a verb works on: the named ones, and those in the named folders.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@ struct FileSelection {
   std::vector<std::string> include = {};  // globs of files in folders; empty: *.tavo and *.masks
   std::vector<std::string> exclude = {};  // globs of files and folders to leave out
   bool git_ignore = false;                // leave out what git ignores
-  std::string changed_since = {};  // only what differs from this revision, new files included
+  std::string changed_since = {};  // only files that differ from this revision, new ones included
 };
 
 // A selection that cannot be made: what() says why.
@@ -21,15 +21,15 @@ class SelectionError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Calls visit with each file in order: arguments as they are given ("-" stands for standard input),
-// folders by name of their entries, without following symbolic links inside them. A folder that
-// cannot be read is reported with its reason. Throws SelectionError when git is asked and refuses.
+// Calls visit with each file in order: arguments as given ("-" is standard input), folders sorted
+// by entry name, without following symbolic links inside them. Reports an unreadable folder with
+// the reason. Throws SelectionError when git fails.
 void list_files(
     const std::vector<std::string>& arguments, const FileSelection& selection,
     const std::function<void(const std::string& file)>& visit,
     const std::function<void(const std::string& folder, const std::string& why)>& report);
 
-// Whether a path below a folder, "/" between its parts, is meant by a glob: * and ? stop at "/", **
+// Whether a path below a folder, "/" between its parts, matches a glob: * and ? stop at "/", **
 // does not; a glob without "/" is compared with the last part alone.
 bool matches_path(const std::string& path, const std::string& glob);
 

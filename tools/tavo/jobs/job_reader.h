@@ -1,4 +1,4 @@
-// The statements of many files, one at a time, with what the library makes of each.
+// The statements of many files, one at a time, each with its parse result.
 #pragma once
 
 #include <functional>
@@ -24,23 +24,23 @@ struct JobOptions {
 };
 
 struct JobStatement {
-  const std::string& file;    // as reports tell it
+  const std::string& file;    // as in reports
   size_t number_of_file = 0;  // from 0, in the order of reading
   const FileStatement& lines;
   const ParseResult& result;
 };
 
-// What was read, and what was not.
+// Counts of what was read and what could not be read.
 struct JobTotals {
   size_t files = 0;
   size_t unreadable = 0;  // files and folders
   size_t statements = 0;
 };
 
-// The library's reading of a statement's bytes.
+// Parses a statement's bytes.
 ParseResult parse_bytes(const std::string& bytes, std::optional<uint32_t> code_page);
 
-// Visits every statement. A file that cannot be read is told, counted, and the next one is read.
+// Visits every statement. Reports and counts an unreadable file and continues with the next one.
 JobTotals read_jobs(const JobOptions& options, Output& output,
                     const std::function<void(const JobStatement&)>& visit,
                     const std::function<void(const std::string& file)>& begin_file = {});

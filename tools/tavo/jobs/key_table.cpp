@@ -103,7 +103,7 @@ class Tables {
 
   void add_value(uint32_t key_type, uint32_t token, uint32_t value_type) {
     const uint32_t kind = kind_of(token);
-    // Without a value type of its own a keyword can only be told by its text.
+    // Without its own value type, a keyword is identified only by its text.
     if (kind == TAVO_KIND_KEYWORD && value_type != 0) {
       insert(keys_[key_type].keyword_types, value_type);
       for (const std::string& spelling : spellings(token)) {

@@ -18,7 +18,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// One line, safe to be shown.
+// One line, safe to show.
 std::string json_line(const Json& json) {
   return escape_json(json.dump()) + "\n";
 }
@@ -31,7 +31,7 @@ uint32_t number_of(const ParseResult& result) {
   return result || result.errors.empty() ? 0 : result.errors.front().number;
 }
 
-// One column of one statement; of several pairs under one name all, with blanks between them.
+// One column of one statement; all pairs of one name, separated by blanks.
 class Column {
  public:
   explicit Column(const std::string& name) : name_(name) {
@@ -80,7 +80,7 @@ class Column {
     return text;
   }
 
-  // Everything behind the head.
+  // All options after the head.
   static std::string all_options(const ParseResult& result, const ValueText& values) {
     std::string text;
     for (const Pair& pair : result.pairs) {
@@ -151,8 +151,8 @@ class SeparatedReport : public ListReport {
   Output& output_;
 };
 
-// Columns as wide as the terminal allows need all rows; a long list needs no memory, so widths are
-// fixed for what is usual, and the last column takes the rest.
+// Optimal column widths would need all rows in memory, so the first rows determine the widths, and
+// the last column gets the rest.
 class TableReport : public ListReport {
  public:
   TableReport(std::vector<std::string> columns, const ValueText& values, Output& output)

@@ -1,4 +1,4 @@
-// `tavo list`: one record a statement, and counts of what is in use.
+// `tavo list`: one record per statement, and usage counts.
 #pragma once
 
 #include <cstddef>
@@ -19,15 +19,15 @@ struct ListedStatement {
   const ParseResult& result;
 };
 
-// Secrets masked, or as digests, or shown.
+// Formats values, with secrets masked, as digests, or in clear text.
 class ValueText {
  public:
   ValueText(bool show_secrets, std::shared_ptr<const SecretDigest> digest)
       : show_secrets_(show_secrets), digest_(std::move(digest)) {}
 
-  // UTF-8, characters as they are.
+  // UTF-8, unescaped.
   std::string of(const Pair& pair) const;
-  // The same for whatever means the same: keywords in the first spelling of the tables.
+  // The same for equal values: keywords in their first spelling in the tables.
   std::string canonical(const Pair& pair) const;
 
  private:
@@ -35,7 +35,7 @@ class ValueText {
   std::shared_ptr<const SecretDigest> digest_;
 };
 
-// The columns that are no options.
+// The columns that are not options.
 inline const std::vector<std::string> kListColumns = {"file",    "line",   "provider", "field",
                                                       "verdict", "number", "options"};
 
@@ -50,12 +50,12 @@ class ListReport {
 enum class ListFormat { kTable, kJsonLines, kCsv, kTsv };
 
 // columns: names of kListColumns or of options such as ALGO or FLDDEF1.NAME; empty for the usual
-// ones. Throws std::invalid_argument for a column that is neither. JSON lines hold everything and
-// take no columns.
+// ones. Throws std::invalid_argument for a column that is neither. JSON lines contain everything
+// and accept no columns.
 std::unique_ptr<ListReport> make_list_report(ListFormat format, std::vector<std::string> columns,
                                              const ValueText& values, Output& output);
 
-// What is in use, as counts.
+// Usage counts.
 class ListStatistics {
  public:
   void add(const ParseResult& result);

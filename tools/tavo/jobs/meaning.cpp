@@ -25,7 +25,7 @@ const Pair* find(const ParseResult& result, uint32_t key_type) {
   return nullptr;
 }
 
-// Field definitions, the classes of a column, and the keys of a user's own provider.
+// Field definitions, the classes of a column, and the keys of a user-written provider.
 bool may_repeat(uint32_t key_type) {
   return key_info(key_type).in_group || key_info(key_type).is_user_key ||
          key_type == TAVO_PARSER_AFF_PARM_CLASS;

@@ -1,5 +1,5 @@
-// What a statement means: the pairs that the library stores for it, whatever spelling, case, order
-// of options and layout it is written in. Views: the pairs of a ParseResult are looked at in place.
+// What a statement means: the pairs that the library stores for it, regardless of spelling, case,
+// order of options and layout. Results are views into the pairs of a ParseResult.
 #pragma once
 
 #include <cstdint>
@@ -15,10 +15,10 @@ namespace tavo::cli {
 std::wstring_view group_of(const Pair& pair);
 // What follows the group in the key text: the keyword as typed.
 std::wstring_view keyword_of(const Pair& pair);
-// NAME, FLDDEF1.NAME, or the key of a user's own provider; for people and for grouping.
+// NAME, FLDDEF1.NAME, or the key of a user-written provider; for display and for grouping.
 std::wstring key_name(const Pair& pair);
 
-// Whether two pairs under the same name say the same.
+// Whether two pairs of the same name have the same value.
 bool same_value(const Pair& a, const Pair& b);
 
 // Whether a text equals an ASCII text in either case.
@@ -31,8 +31,8 @@ std::wstring provider_of(const ParseResult& result);
 // definitions. Empty when it names none.
 std::wstring field_of(const ParseResult& result);
 
-// Equal for what says the same. Seeded by the process, so that nobody can prepare a collision;
-// never stored or shown, since it is made of secrets too.
+// Equal for equal meanings. Seeded per process, so that nobody can prepare a collision; never
+// stored or shown, since it depends on secrets.
 struct MeaningHash {
   uint64_t high = 0;
   uint64_t low = 0;
@@ -41,12 +41,12 @@ struct MeaningHash {
   friend auto operator<=>(const MeaningHash&, const MeaningHash&) = default;
 };
 
-// Of what a pair is about, without its value.
+// Hash of a pair's key, without its value.
 MeaningHash hash_of_key(const Pair& pair);
 MeaningHash hash_of(const Pair& pair);
-// Of all pairs, in any order; pairs of one key in their order.
+// Hash of all pairs, independent of their order, except for pairs of one key.
 MeaningHash hash_of(const ParseResult& result);
-// Of a text: for statements that are wrong and mean nothing.
+// Hash of a text, for wrong statements.
 MeaningHash hash_of(std::wstring_view text);
 
 }  // namespace tavo::cli

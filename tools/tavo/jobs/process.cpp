@@ -43,7 +43,7 @@ class Pipe {
   int ends_[2] = {-1, -1};
 };
 
-// Appends what is there; false at the end.
+// Appends available data. Returns false at the end.
 bool drain(int descriptor, std::string& text) {
   std::array<char, 65536> buffer;
   const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());

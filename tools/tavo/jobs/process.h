@@ -1,4 +1,4 @@
-// Another program's answer, without a shell in between.
+// Runs another program without a shell.
 #pragma once
 
 #include <string>

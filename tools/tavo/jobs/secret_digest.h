@@ -1,4 +1,4 @@
-// Secrets that can be told equal without being shown.
+// Digests that compare secrets without showing them.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace tavo::cli {
 
-// A keyed digest (HMAC with SHA-256). Without the key nobody can try values; whoever has it can.
+// A keyed digest (HMAC with SHA-256). Only with the key can values be guessed and verified.
 class SecretDigest {
  public:
   static constexpr size_t kShortestKey = 16;  // bytes

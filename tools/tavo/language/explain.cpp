@@ -13,7 +13,7 @@ namespace {
 
 constexpr size_t kWidth = 96;
 
-// Words broken into lines that begin with `indent` blanks.
+// Wraps text into lines that begin with `indent` blanks.
 std::string wrapped(const std::string& text, size_t indent) {
   std::string result, line;
   size_t start = 0;
@@ -67,8 +67,8 @@ std::string value_lines(const Option& option) {
   return text;
 }
 
-// Whether the platform has a text for a number: what stands for an unknown one differs from that of
-// another unknown number by the number only.
+// Whether the platform has a message for a number. The messages of two unknown numbers differ only
+// in the number.
 bool has_message(uint32_t number) {
   constexpr uint32_t kUnknown = 4000000000;
   std::string stand_in = message_of(kUnknown);

@@ -1,4 +1,4 @@
-// What the tables say about a statement, an option, an error number.
+// Explains a statement, an option or an error number from the tables.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace tavo::cli {
 
-// Texts for a stream, in its style.
+// Explanations for a stream, in its style.
 class Explainer {
  public:
   explicit Explainer(const Stream& out) : out_(out) {}
@@ -19,7 +19,7 @@ class Explainer {
   // parameter_of: the option that a parameter belongs to, or null.
   std::string option(const Statement& statement, const Option& option,
                      const Option* parameter_of) const;
-  // An option without its statement: who has it.
+  // An option without its statement: the statements that have it.
   std::string option_everywhere(const std::vector<const Statement*>& owners,
                                 const std::string& name) const;
   // Empty when the number is not known.
@@ -27,7 +27,7 @@ class Explainer {
 
  private:
   std::string bold(const std::string& text) const;
-  // The rules of a statement, or those that look at one of its options.
+  // The rules of a statement, or those that read one of its options.
   std::string rule_lines(const Statement& statement, const Option* only) const;
 
   const Stream& out_;
@@ -36,12 +36,12 @@ class Explainer {
 const Statement* find_statement(const std::string& name);
 const Option* find_option(const std::vector<Option>& options, const std::string& name);
 std::vector<std::string> all_spellings(const std::vector<Option>& options);
-// Those that have an option of that name.
+// The statements that have an option of that name.
 std::vector<const Statement*> statements_with(const std::string& option);
 
-// Names of the options that a rule looks at.
+// Names of the options that a rule reads.
 std::vector<std::string> options_of_rule(const Statement& statement, const TAVORuleInfo& rule);
-// "TAVO_SEED_LITERAL (246)"; what no name is known for as a number.
+// "TAVO_SEED_LITERAL (246)"; only the number when it has no name.
 std::string named_type(uint32_t type);
 
 }  // namespace tavo::cli

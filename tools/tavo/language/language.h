@@ -1,4 +1,4 @@
-// The parameter language as the library's tables tell it.
+// The parameter language, from the library's tables.
 #pragma once
 
 #include <string>
@@ -42,7 +42,7 @@ struct Statement {
   std::string example;  // a valid statement
 
   bool begins_with(uint32_t type) const;
-  // Chosen by a name behind the keyword, like the providers, and not by the keyword alone.
+  // Whether a name after the keyword selects it, as for the providers, not the keyword alone.
   bool has_fixed_name() const;
   bool takes_options() const {
     return !option_rule.empty();
@@ -54,14 +54,14 @@ struct Statement {
 const std::vector<Statement>& statements();
 
 std::string token_name(uint32_t type);
-// As in the tables: upper case, the short one usually first.
+// As in the tables: uppercase, usually the short one first.
 std::vector<std::string> spellings(uint32_t type);
 std::vector<std::string> spellings(const Option& option);
-// What is written for a token: its spellings, or a word for its pattern such as <string>.
+// The notations of a token: its spellings, or a name of its pattern such as <string>.
 std::vector<std::string> notations(uint32_t type);
 std::vector<std::string> value_notations(const Option& option);
 
-// What a statement is called: its first provider name, or its first keyword.
+// The title of a statement: its first provider name, or its first keyword.
 std::string title(const Statement& statement);
 // Every name that `tavo explain` knows it under.
 std::vector<std::string> names(const Statement& statement);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr size_t kLongestWord = 64;
 
-// Insertions, deletions, replacements and swaps of neighbours.
+// Edit distance: insertions, deletions, replacements and swaps of neighbors.
 size_t distance(std::string_view a, std::string_view b) {
   std::vector<size_t> before(b.size() + 1), above(b.size() + 1), row(b.size() + 1);
   std::iota(above.begin(), above.end(), size_t{0});
@@ -50,9 +50,9 @@ std::vector<std::string> nearest(std::string_view word, const std::vector<std::s
   for (const std::string& name : names) {
     const std::string known = upper(name);
     size_t d = distance(wanted, known);
-    // A beginning is nearer than any slip, a wrong one is no slip at all.
+    // A prefix of a name is nearer than any misspelling.
     if (wanted.size() >= 2 && known.starts_with(wanted)) d = std::min<size_t>(d, 1);
-    // So is one with something more behind it.
+    // So is a name with additional characters after it.
     if (known.size() >= 4 && wanted.starts_with(known)) d = std::min<size_t>(d, 2);
     if (d <= allowed && d < known.size()) candidates.push_back({d, name});
   }

@@ -1,4 +1,4 @@
-// The error numbers of the library, by its public table.
+// The error numbers of the library, from its public table.
 #pragma once
 
 #include <cstdint>

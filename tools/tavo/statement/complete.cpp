@@ -18,7 +18,7 @@ void add_keywords(std::vector<std::string>& words, const std::vector<Option>& op
   for (const Option& option : options) {
     for (const std::string& spelling : spellings(option)) {
       std::string word = spelling;
-      // A keyword with a number is typed on.
+      // A number follows the keyword.
       word += takes_number(option) ? "" : behind;
       words.push_back(std::move(word));
     }

@@ -1,4 +1,4 @@
-// What may follow at the end of a statement that is being typed.
+// Completion at the end of a statement that is being typed.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace tavo::cli {
 
-// The whole text again for each way to complete its last word; case of the word does not matter.
+// The whole text with each possible completion of its last word, ignoring case.
 std::vector<std::string> complete_statement(std::string_view text);
 
 }  // namespace tavo::cli

@@ -1,5 +1,5 @@
-// The options of a statement by their tokens, found by walking the library's tables as its parser
-// does; and what would have to follow where the walk ends.
+// The options of a statement with their tokens, found by following the library's tables like its
+// parser; and what is expected where the walk ends.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@
 
 namespace tavo::cli {
 
-// Indices into the visible tokens. `past` is one behind the last token.
+// Indices into the visible tokens. `past` is one after the last token.
 struct WrittenOption {
   const Option* option = nullptr;
   size_t first = 0;  // the keyword

@@ -80,7 +80,7 @@ void Stream::write(std::string_view text) {
 }
 
 void Stream::flush() {
-  // What could not be written once is not tried again.
+  // A failed write is not retried.
   const std::string bytes = std::move(pending_);
   pending_.clear();
   write_out(bytes);
@@ -123,7 +123,7 @@ void Output::use_english() {
 
 void Output::finish() {
   answer_.flush();
-  // Some file systems tell only here that there is no room. EBADF: it was never open, and nothing
+  // Some file systems report only here that the disk is full. EBADF: it was never open, and nothing
   // was written.
   if (close(STDOUT_FILENO) != 0 && errno != EBADF && errno != EINTR) {
     throw OutputError(fmt::format("standard output: {}", std::strerror(errno)));

@@ -1,12 +1,12 @@
-// The one output object: everything that the tool says goes through it. Verbs write nothing by
-// themselves, so that colour, width, language, masking and write errors are decided in one place.
+// The only output object: all output of the tool goes through it. Verbs write nothing directly, so
+// that color, width, language, masking and write errors are decided in one place.
 //
 //   output.answer().write(...)     the answer of a verb, on standard output
 //   output.messages().write(...)   errors and remarks, on standard error
 //   output.complain("a.txt: ...")  one message of the tool itself: "tavo: a.txt: ..."
 //
-// A text that cannot be written throws; main() turns that into a message and exit status 2, or,
-// when the reader of a pipe has gone, into a quiet end. Not safe for use by several threads.
+// A write error throws; main() turns it into a message and exit status 2 or, when the reader of a
+// pipe is gone, into a silent exit. Not thread-safe.
 #pragma once
 
 #include <exception>
@@ -24,7 +24,7 @@ class OutputError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The reader of a pipe has closed it: nobody wants the rest.
+// The reader of a pipe has closed it; the rest of the output is not needed.
 class ReaderGone : public std::exception {};
 
 enum class ColorChoice { kAuto, kAlways, kNever };
@@ -35,7 +35,7 @@ class Stream {
   enum class Buffering { kNone, kFull };
   // name: for error messages. The descriptor stays open.
   Stream(int descriptor, std::string name, Buffering buffering);
-  // Does not flush: a flush can fail, and a destructor cannot say so.
+  // Does not flush: a flush can fail, and a destructor cannot report that.
   ~Stream() = default;
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
@@ -43,16 +43,16 @@ class Stream {
   bool is_terminal() const {
     return terminal_;
   }
-  // A terminal that understands escape sequences: colours can still be off.
+  // A terminal that supports escape sequences; colors can still be off.
   bool has_escapes() const {
     return escapes_;
   }
   bool has_color() const {
     return color_;
   }
-  // Of the terminal, 80 when it does not tell; 0 when it is no terminal.
+  // Width of the terminal, 80 when it is unknown; 0 when it is not a terminal.
   size_t columns() const;
-  // The text in a style, or as it is when the stream has no colours.
+  // The text in a style, or unchanged when the stream has no colors.
   std::string styled(Style style, std::string_view text) const;
 
   // Throw OutputError or ReaderGone.
@@ -80,22 +80,21 @@ class Output {
   Stream& answer() {
     return answer_;
   }
-  // What was answered before is written first, so that both streams can share one file.
+  // Flushes the answer first, so that both streams can share one file.
   Stream& messages();
-  // "tavo: TEXT" on standard error; the text has no line end and is shown with its control
-  // characters escaped.
+  // "tavo: TEXT" on standard error; the text has no line end; its control characters are escaped.
   void complain(std::string_view text);
 
-  // auto: colours on a terminal, unless NO_COLOR is set or TERM is dumb.
+  // auto: colors on a terminal, unless NO_COLOR is set or TERM is dumb.
   void choose_color(ColorChoice choice);
 
   // Whether secrets are shown instead of masked.
   bool show_secrets = false;
 
-  // Texts that machines read are English, whatever the environment says.
+  // Machine-readable text is English, whatever the environment says.
   void use_english();
 
-  // Writes what is pending and closes standard output, which tells a full disk late.
+  // Flushes and closes standard output, which may report a full disk only now.
   void finish();
 
  private:

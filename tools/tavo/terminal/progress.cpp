@@ -15,7 +15,7 @@ constexpr size_t kBarWidth = 30;
 constexpr size_t kRoomForWords = 40;
 constexpr std::string_view kClear = "\r\033[K";
 
-// The beginning of a text that takes no more than so many columns.
+// The beginning of a text that fits in that many columns.
 std::string cut_to(const std::string& text, size_t columns) {
   std::wstring shown;
   size_t width = 0;
@@ -54,7 +54,7 @@ void Progress::show(size_t bytes_done, size_t statements, const std::string& fil
   Stream& messages = output_.messages();
   if (!messages.has_escapes()) return;
   shown_ = true;
-  // The last column stays free: some terminals break the line there.
+  // The last column stays empty: some terminals wrap the line there.
   const size_t columns = messages.columns() - 1;
   messages.write(fmt::format("{}{}", kClear, line(bytes_done, statements, file, columns)));
 }

@@ -1,5 +1,5 @@
-// A progress bar on a terminal, for what takes longer than a second. It needs a terminal that
-// understands escape sequences, and fits any width.
+// A progress bar on a terminal, for work that takes longer than a second. It needs a terminal that
+// supports escape sequences, and fits any width.
 #pragma once
 
 #include <chrono>
@@ -12,17 +12,17 @@ namespace tavo::cli {
 
 class Progress {
  public:
-  // total: bytes to be read, 0 when nobody knows.
+  // total: bytes to read, 0 when unknown.
   Progress(Output& output, size_t total);
   ~Progress() = default;
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
   void show(size_t bytes_done, size_t statements, const std::string& file);
-  // What would be shown, in at most `columns` columns.
+  // The bar, in at most `columns` columns.
   std::string line(size_t bytes_done, size_t statements, const std::string& file,
                    size_t columns) const;
-  // Takes the bar away, so that something else can be written.
+  // Removes the bar, so that something else can be written.
   void hide();
 
  private:

@@ -1,4 +1,4 @@
-// What a terminal does with text: styles and widths.
+// Text on a terminal: styles and widths.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace tavo::cli {
 
 enum class Style { kPlain, kBold, kError, kWarning, kNote, kPlace, kFaint };
 
-// Columns that a character takes on a terminal.
+// Width of a character on a terminal, in columns.
 size_t width_of(wchar_t character);
 size_t width_of(std::wstring_view text);
 

@@ -17,8 +17,7 @@ struct CodePoints {
   uint32_t last;
 };
 
-// In order. All that Unicode ignores by default when it is shown, and what reorders or breaks
-// lines.
+// Sorted. All default-ignorable characters of Unicode, and those that reorder text or break lines.
 constexpr std::array<CodePoints, 27> kUnsafe = {{
     {0x0000, 0x001F},     // C0 controls, escape among them
     {0x007F, 0x009F},     // DEL and C1 controls
@@ -33,19 +32,19 @@ constexpr std::array<CodePoints, 27> kUnsafe = {{
     {0x2060, 0x206F},     // word joiner, invisible operators, isolates, deprecated formats
     {0x3164, 0x3164},     // Hangul filler
     {0xD800, 0xDFFF},     // surrogates
-    {0xFDD0, 0xFDEF},     // no characters
+    {0xFDD0, 0xFDEF},     // noncharacters
     {0xFE00, 0xFE0F},     // variation selectors
     {0xFEFF, 0xFEFF},     // byte-order mark
     {0xFFA0, 0xFFA0},     // halfwidth Hangul filler
     {0xFFF0, 0xFFFB},     // interlinear annotations
-    {0xFFFE, 0xFFFF},     // no characters
+    {0xFFFE, 0xFFFF},     // noncharacters
     {0x13430, 0x1343F},   // hieroglyph formats
     {0x1BCA0, 0x1BCA3},   // shorthand formats
     {0x1D173, 0x1D17A},   // musical formats
-    {0x1FFFE, 0x1FFFF},   // no characters
+    {0x1FFFE, 0x1FFFF},   // noncharacters
     {0xE0000, 0xE0FFF},   // tags, variation selectors
-    {0xEFFFE, 0xEFFFF},   // no characters
-    {0xF0000, 0x10FFFF},  // private use: shown in no two places alike
+    {0xEFFFE, 0xEFFFF},   // noncharacters
+    {0xF0000, 0x10FFFF},  // private use: no common appearance
     {0x110000, 0xFFFFFFFF},
 }};
 
@@ -58,7 +57,7 @@ std::string escaped(wchar_t c) {
   }
 }
 
-// Bytes that from_utf8() decoded a character from.
+// Number of bytes from which from_utf8() decoded a character.
 size_t bytes_of(wchar_t c) {
   if (c == kMalformed) return 1;
   const auto code = static_cast<uint32_t>(c);
@@ -86,7 +85,7 @@ bool is_unsafe(wchar_t c) {
 
 std::string printable(std::wstring_view text) {
   std::string shown;
-  size_t plain = 0;  // what is safe since there goes out in one piece
+  size_t plain = 0;  // the safe text since there is written at once
   for (size_t i = 0; i < text.size(); ++i) {
     if (!is_unsafe(text[i])) continue;
     shown += to_utf8(text.substr(plain, i - plain));

@@ -1,6 +1,6 @@
-// Renders text that nobody vouches for: statements, file names, arguments. What would move, hide or
-// reorder the text around it on a terminal is shown by its code point instead. Pure functions, any
-// thread may call.
+// Renders untrusted text: statements, file names, arguments. Characters that would move, hide or
+// reorder surrounding text on a terminal are shown by their code points. Pure, thread-safe
+// functions.
 #pragma once
 
 #include <string>
@@ -10,25 +10,25 @@ namespace tavo::cli {
 
 // Whether a character must not reach a terminal as it is: controls (C0, DEL, C1), bidirectional
 // marks and overrides, line and paragraph separators, every character that is invisible by default,
-// and numbers that are no character.
+// and numbers that are not characters.
 bool is_unsafe(wchar_t c);
 
-// For one line of a report, as UTF-8: unsafe characters as \n, \r, \t or \u{202E}. A backslash
-// stays as it is, so that this is for people to read, not to be read back.
+// For one line of a report, as UTF-8: unsafe characters as \n, \r, \t or \u{202E}. A backslash is
+// not escaped: the result is for people and cannot be parsed.
 std::string printable(std::wstring_view text);
-// The same for UTF-8 of unknown origin; a byte that belongs to no character is shown as \x{E9}.
+// The same for UTF-8 of unknown origin; a byte that is not part of a character is shown as \x{E9}.
 std::string printable_bytes(std::string_view bytes);
 
-// The same length in characters: each unsafe character becomes U+FFFD, a tab a blank. For lines
-// that a caret points into.
+// Same length in characters: each unsafe character becomes U+FFFD, a tab a blank. For lines above a
+// caret.
 std::wstring one_cell_each(std::wstring_view text);
 
-// A field of a tab-separated line: as printable(), and a backslash is doubled, so that it can be
-// read back.
+// A field of a tab-separated line: like printable(), but with doubled backslashes, so that it can
+// be parsed.
 std::string tsv_field(std::wstring_view text);
 
-// JSON that a serializer wrote, with each unsafe character above U+001F as a \u escape. JSON has
-// such characters in its strings only.
+// Serialized JSON with each unsafe character above U+001F as a \u escape. JSON has such characters
+// only in strings.
 std::string escape_json(std::string_view json);
 
 }  // namespace tavo::cli
