@@ -49,7 +49,7 @@ class LexemeWindow {
   }
   // Skips a sign without creating a token for it and takes the token after it, if the next token is
   // this sign and has not been read yet. Null means only that it has to be read.
-  LexemeToken* take_behind(Sign sign) {
+  LexemeToken* take_after(Sign sign) {
     if (current_ != nullptr) [[unlikely]] {
       return nullptr;
     }

@@ -36,7 +36,7 @@ class StreamTokens {
     stream_->istream->consume(stream_->istream);
     return token;
   }
-  static pANTLR3_COMMON_TOKEN take_behind(Sign) {
+  static pANTLR3_COMMON_TOKEN take_after(Sign) {
     return nullptr;  // in a stream every sign is a token
   }
 

@@ -15,11 +15,11 @@ pANTLR3_UINT8 as_bytes(const void* text) {
 
 }  // namespace
 
-bool RecognizerChain::open(uint16_t* text, uint32_t units, size_t zeros_behind) {
+bool RecognizerChain::open(uint16_t* text, uint32_t units, size_t zeros_after) {
   stream_ = antlr3StringStreamNew(as_bytes(text), ANTLR3_ENC_UTF16,
                                   units * uint32_t{sizeof(uint16_t)}, as_bytes(kStreamName));
   if (stream_ == nullptr) return false;
-  if (!lexer_.open(stream_, nullptr, zeros_behind)) return false;
+  if (!lexer_.open(stream_, nullptr, zeros_after)) return false;
   tokens_ = antlr3CommonTokenStreamSourceNew(kTokenStreamSizeHint, lexer_.token_source());
   if (tokens_ == nullptr) return false;
   window_.open(lexer_);

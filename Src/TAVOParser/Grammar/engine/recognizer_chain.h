@@ -23,7 +23,7 @@ class RecognizerChain {
 
   // Builds the chain over UTF-16 text, which must outlive it and is followed by that many zero
   // units. Returns false when memory cannot be allocated.
-  bool open(uint16_t* text, uint32_t units, size_t zeros_behind);
+  bool open(uint16_t* text, uint32_t units, size_t zeros_after);
   // Runs the top rule.
   void parse(RequestRecord* request);
 

@@ -27,7 +27,7 @@ enum class SyntaxError : uint32_t {
 //   Token current()        the next token, hidden ones left out; the end-of-input token from the
 //                          end on
 //   Token take()           the same, and goes on after it
-//   Token take_behind(Sign)  goes on after this sign and takes the token there, if the source can
+//   Token take_after(Sign)  goes on after this sign and takes the token there, if the source can
 //                          do so without making a token of the sign; null says only that it did not
 //
 // Actions handle what the engine finds; none of them can stop it:
@@ -75,22 +75,22 @@ class TableEngine {
 
   // If the next token is a comma or an equals sign, skips it and returns the token after it; null
   // otherwise.
-  Token take_behind_comma() {
-    Token token = tokens_.take_behind(Sign::kComma);
-    return token != nullptr ? token : take_behind_token(COMMA);
+  Token take_after_comma() {
+    Token token = tokens_.take_after(Sign::kComma);
+    return token != nullptr ? token : take_after_token(COMMA);
   }
-  Token take_behind_equal() {
-    Token token = tokens_.take_behind(Sign::kEqual);
-    return token != nullptr ? token : take_behind_token(EQUAL);
+  Token take_after_equal() {
+    Token token = tokens_.take_after(Sign::kEqual);
+    return token != nullptr ? token : take_after_token(EQUAL);
   }
-  [[gnu::noinline]] Token take_behind_token(uint32_t type) {
+  [[gnu::noinline]] Token take_after_token(uint32_t type) {
     if (tokens_.current()->type != type) return nullptr;
     tokens_.take();
     return tokens_.take();
   }
   // Raises a mismatch if the equals sign or the expected token after it is missing.
-  bool match_behind_equal(uint32_t type) {
-    Token token = take_behind_equal();
+  bool match_after_equal(uint32_t type) {
+    Token token = take_after_equal();
     if (token == nullptr) return actions_.raise_mismatch(EQUAL, tokens_.current());
     return token->type == type || actions_.raise_mismatch(type, token);
   }
@@ -153,14 +153,14 @@ inline bool TableEngine<Tokens, Actions>::tavo_string_value(const OptionRule& op
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_parameters(const OptionRule& option, Token keyword) {
   Prefix prefix = actions_.make_prefix(keyword);
-  if (!match_behind_equal(LEFT_PARENTHESIS)) return false;
+  if (!match_after_equal(LEFT_PARENTHESIS)) return false;
   Token token = tokens_.take();
   do {
     const OptionRule* parameter =
         option_beginning_with(option.parameters, *option.parameter_index, token->type);
     if (parameter == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, token);
     if (!run_option(*parameter, token, prefix)) return false;
-    token = take_behind_comma();
+    token = take_after_comma();
   } while (token != nullptr);
   return match(RIGHT_PARENTHESIS);
 }
@@ -171,7 +171,7 @@ template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_option(const OptionRule& option, Token keyword,
                                               Prefix prefix) {
   if (option.syntax == ValueSyntax::kParameters) return run_parameters(option, keyword);
-  Token token = take_behind_equal();
+  Token token = take_after_equal();
   if (token == nullptr) return actions_.raise_mismatch(EQUAL, tokens_.current());
   return option.syntax == ValueSyntax::kString ? tavo_string_value(option, keyword, token, prefix)
                                                : run_token_value(option, keyword, token, prefix);
@@ -183,7 +183,7 @@ bool TableEngine<Tokens, Actions>::run_option(const OptionRule& option, Token ke
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_options(const StatementRule& statement) {
   bool is_list = false;
-  while (Token keyword = take_behind_comma()) {
+  while (Token keyword = take_after_comma()) {
     is_list = true;
     const OptionRule* option =
         option_beginning_with(statement.options, *statement.index, keyword->type);
@@ -203,7 +203,7 @@ bool TableEngine<Tokens, Actions>::run_options(const StatementRule& statement) {
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_trace_statement(const StatementRule& statement,
                                                        Token keyword) {
-  if (!match_behind_equal(statement.head.values.entries[0].token)) return false;
+  if (!match_after_equal(statement.head.values.entries[0].token)) return false;
   actions_.run_trace_statement(keyword, statement.head.key_type);
   return true;
 }
@@ -211,7 +211,7 @@ bool TableEngine<Tokens, Actions>::run_trace_statement(const StatementRule& stat
 // The name after the provider keyword selects the statement.
 template <typename Tokens, typename Actions>
 bool TableEngine<Tokens, Actions>::run_provider_statement(Token keyword) {
-  Token name = take_behind_equal();
+  Token name = take_after_equal();
   if (name == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, tokens_.current());
   for (const StatementRule* statement : statements()) {
     const AcceptedValue& value = statement->head.values.entries[0];

@@ -24,7 +24,7 @@ pANTLR3_COMMON_TOKEN TokenWindow::take() {
   return token;
 }
 
-pANTLR3_COMMON_TOKEN TokenWindow::take_behind(Sign sign) {
+pANTLR3_COMMON_TOKEN TokenWindow::take_after(Sign sign) {
   if (current_ == nullptr && lexer_->step_over(sign)) [[likely]] {
     return read();
   }

@@ -24,7 +24,7 @@ class TokenWindow {
   pANTLR3_COMMON_TOKEN take();
   // Skips a sign without creating a token for it and takes the token after it, if the next token is
   // this sign and has not been read yet. Null means only that it has to be read.
-  pANTLR3_COMMON_TOKEN take_behind(Sign sign);
+  pANTLR3_COMMON_TOKEN take_after(Sign sign);
 
  private:
   // A token stays valid until this many more have been read: a rule needs its keyword, the sign

@@ -212,7 +212,7 @@ pANTLR3_COMMON_TOKEN LexerObject::new_token_of(pANTLR3_TOKEN_FACTORY factory) {
 // ---- construction and destruction --------------------------------------------------------------
 
 bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
-                       size_t zeros_behind) {
+                       size_t zeros_after) {
   if (input == nullptr || !is_utf16(*input)) return false;
   std::memset(&own_state_, 0, sizeof own_state_);
   std::memset(&source_, 0, sizeof source_);
@@ -248,7 +248,7 @@ bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STA
   input_ = input;
   begin_ = static_cast<const uint16_t*>(input->data);
   end_ = begin_ + input->sizeBuf / sizeof(uint16_t);
-  readable_ = end_ + zeros_behind;
+  readable_ = end_ + zeros_after;
   next_ = begin_ != end_ && *begin_ == 0xFEFF ? begin_ + 1 : begin_;  // a byte-order mark
   cursor_ = {};
   cursor_.line_start = begin_;

@@ -53,10 +53,10 @@ class TokenPool {
 class LexerObject {
  public:
   // Builds the object in place over a UTF-16 stream; `state` is the caller's state or null;
-  // zeros_behind: the number of zero units after the stream's text. Returns false when memory
+  // zeros_after: the number of zero units after the stream's text. Returns false when memory
   // cannot be allocated or the stream is not UTF-16.
   bool open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STATE state,
-            size_t zeros_behind = 0);
+            size_t zeros_after = 0);
   // Frees what the runtime allocated for the object, but not the object.
   void close();
 
