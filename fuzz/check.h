@@ -48,10 +48,10 @@ class Guarded {
     std::memset(data(), byte, bytes());
   }
   void check() const {
-    const uint8_t* behind = memory_.get() + kGuard + bytes();
+    const uint8_t* after = memory_.get() + kGuard + bytes();
     for (size_t i = 0; i < kGuard; ++i) {
       TAVO_REQUIRE(memory_[i] == kPattern);
-      TAVO_REQUIRE(behind[i] == kPattern);
+      TAVO_REQUIRE(after[i] == kPattern);
     }
   }
 
