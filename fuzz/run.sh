@@ -8,7 +8,7 @@
 set -eu
 
 cd "$(dirname "$0")/.."
-every="statement read tokens request utilities"
+every="statement read tokens request utilities diagnose"
 if [ -e tools/tavo/statement/format_statement.cpp ]; then every="$every format"; fi
 target=${1:-all}
 seconds=${2:-60}

@@ -57,6 +57,7 @@ def main() -> int:
                 write(out / "tokens", content)
             else:
                 write(out / "statement", content)
+                write(out / "diagnose", content)
                 write(out / "format", content)
             # A wide request with an array of 15 entries of 64 and 128 bytes, or for 8-bit text.
             write(out / "request", bytes([0, count % 3, 0, 0, 0, 0, 0xFF, 0xF1, 64, 128, 0]) + content)

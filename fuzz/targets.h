@@ -19,11 +19,12 @@ void run_read(const uint8_t* data, size_t size);
 void run_tokens(const uint8_t* data, size_t size);
 void run_request(const uint8_t* data, size_t size);
 void run_utilities(const uint8_t* data, size_t size);
+void run_diagnose(const uint8_t* data, size_t size);
 void run_format(const uint8_t* data, size_t size);  // only where the command line is built
 
 inline constexpr Target kTargets[] = {
     {"statement", run_statement}, {"read", run_read},           {"tokens", run_tokens},
-    {"request", run_request},     {"utilities", run_utilities},
+    {"request", run_request},     {"utilities", run_utilities}, {"diagnose", run_diagnose},
 #ifdef TAVO_FUZZ_FORMATTER
     {"format", run_format},
 #endif

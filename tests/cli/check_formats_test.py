@@ -36,7 +36,7 @@ with tempfile.TemporaryDirectory() as folder:
     text, as_json, sarif = check(path), check(path, "--format", "json"), check(path, "--format",
                                                                                "sarif")
     expect(text.returncode == as_json.returncode == sarif.returncode == 1, "exit status 1")
-    told = re.findall(r"^(.*):(\d+):(\d+): (?:error (\d+)|(warning)): ", text.stdout, re.M)
+    told = re.findall(r"^(.*):(\d+):(\d+): (?:error(?:\[(\d+)\])?|(warning)) [a-z-]+: ", text.stdout, re.M)
     expect([(int(line), int(column), number or "0") for _, line, column, number, _ in told] ==
            [(5, 3, "7112"), (7, 23, "7139"), (8, 20, "0")], told)
 
@@ -44,9 +44,15 @@ with tempfile.TemporaryDirectory() as folder:
     expect([(f["file"], str(f["line"]), str(f["column"]), f["number"]) for f in report["findings"]]
            == [(file, line, column, int(number or 0)) for file, line, column, number, _ in told],
            "JSON and text differ")
-    expect(report["findings"][1]["help"][0] == "did you mean ALGO?", report["findings"][1]["help"])
+    finding = report["findings"][1]
+    fix = {"title": "change to ALGO", "safe": False, "placeholder": False,
+           "edits": [{"line": 7, "column": 23, "endLine": 7, "endColumn": 26, "text": "ALGO"}]}
+    expect(finding["fixes"] == [fix], finding["fixes"])
+    expect((finding["rule"], finding["recorded"], finding["offset"], finding["length"]) ==
+           ("unknown-option", True, 22, 3), finding)
+    expect("ALGO" in finding["expected"], finding["expected"])
     expect(report["summary"] == {"files": 1, "filesNotRead": 0, "statements": 4,
-                                 "wrongStatements": 2, "errors": 2, "warnings": 1},
+                                 "wrongStatements": 3, "errors": 3, "warnings": 0},
            report["summary"])
 
     run = json.loads(sarif.stdout)["runs"][0]
@@ -54,6 +60,10 @@ with tempfile.TemporaryDirectory() as folder:
     expect(all(result["ruleId"] in rules for result in run["results"]), "a result without a rule")
     regions = [result["locations"][0]["physicalLocation"]["region"] for result in run["results"]]
     expect(regions[1] == {"startLine": 7, "startColumn": 23, "endColumn": 26}, regions)
+    expect(run["results"][1]["ruleId"] == "unknown-option", run["results"][1])
+    change = run["results"][1]["fixes"][0]["artifactChanges"][0]["replacements"][0]
+    expect(change == {"deletedRegion": regions[1], "insertedContent": {"text": "ALGO"}}, change)
+    expect(len(run["results"][0]["relatedLocations"]) == 1, run["results"][0])
     uri = run["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
     expect(uri == "file://" + path.replace(" ", "%20"), uri)
 

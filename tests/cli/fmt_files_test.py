@@ -57,7 +57,7 @@ with tempfile.TemporaryDirectory() as folder:
            checked.stdout)
     printed = fmt("-f", path)
     expect(printed.stdout == AFTER, printed.stdout)
-    expect(printed.returncode == 1 and "error 7139" in printed.stderr, "the wrong one is told")
+    expect(printed.returncode == 1 and "error[7139]" in printed.stderr, "the wrong one is told")
     written = fmt("--write", "-f", path)
     expect(content(path) == AFTER and written.stdout == "", "--write")
     expect(os.stat(path).st_mode & 0o777 == 0o640, "the file keeps its mode")

@@ -21,8 +21,8 @@ class Mistakes : public testing::Test {
   }
 };
 
-// A line for each diagnostic: severity, rule, number, offset+length, recorded place; a line for each
-// fix: what it makes of the statement.
+// A line for each diagnostic: severity, rule, number, offset+length, recorded place; a line for
+// each fix: what it makes of the statement.
 std::string told(const std::string& statement) {
   const std::wstring text = to_wide(statement);
   std::ostringstream lines;
@@ -36,7 +36,9 @@ std::string told(const std::string& statement) {
     }
     lines << ": " << one.message << '\n';
     for (const DiagnosedFix& fix : one.fixes) {
-      lines << (fix.safe ? "  safe " : fix.placeholder ? "  placeholder " : "  suggested ")
+      lines << (fix.safe          ? "  safe "
+                : fix.placeholder ? "  placeholder "
+                                  : "  suggested ")
             << fix.title << ": " << to_utf8(with_fix(text, fix)) << '\n';
     }
   }

@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "TAVODiagnostics.h"
 #include "TAVOErrorHandler.h"
 #include "TAVOGrammar.h"
 #include "TAVOLanguage.h"
@@ -388,6 +389,36 @@ TEST_P(RefusedMemory, OfReadingTokensIs7089) {
   EXPECT_EQ(1u,
             refuse_each([&] { return TAVOLanguage_MatchRule(INTEGER, text.c_str(), 2000, &match); },
                         [](uint32_t status) { EXPECT_EQ(7089u, status); }));
+}
+
+// A long statement, wrong in many places: tokens, findings, pairs and the text with safe fixes all
+// outgrow what lies inside the objects.
+TEST_P(RefusedMemory, OfDiagnosingIs7089AndNothingIsVisited) {
+  std::wstring text = L"PRO=HASH";
+  for (int i = 0; i < 120; ++i) text += L",, AGLO=SHA256; SRC=\u201cx\U0001f600\u201d, DSTFLD=X";
+  uint32_t visits = 0;
+  const auto visitor = [](const TAVODiagnostic*, void* context) {
+    ++*static_cast<uint32_t*>(context);
+    return uint32_t{0};
+  };
+  const auto characters = static_cast<uint32_t>(text.size());
+  const uint32_t asked = refuse_each(
+      [&] {
+        visits = 0;
+        return TAVOParser_Diagnose(text.c_str(), characters, visitor, &visits);
+      },
+      [&](uint32_t status) {
+        EXPECT_EQ(7089u, status);
+        EXPECT_EQ(0u, visits);
+      });
+  EXPECT_LT(10u, asked);
+  const std::wstring accepted = long_statement();
+  refuse_each(
+      [&] {
+        return TAVOParser_Diagnose(accepted.c_str(), static_cast<uint32_t>(accepted.size()),
+                                   visitor, &visits);
+      },
+      [](uint32_t status) { EXPECT_EQ(7089u, status); });
 }
 
 // ---- functions without allocations -------------------------------------------------------------

@@ -46,6 +46,21 @@ bool is_word_spelled(Units text, std::string_view upper) {
   });
 }
 
+size_t NearestWord::rank(std::string_view word, size_t distance) const {
+  size_t others = 0;
+  for (size_t i = 0; word.size() == text_.size() && i < word.size(); ++i) {
+    others += to_upper(text_[i]) != static_cast<unsigned char>(word[i]) ? 1u : 0u;
+  }
+  return 2 * distance + (distance == 1 && others == 1 ? 1u : 0u);
+}
+
+// One is the beginning of the other: PASSWORD for PASS, SEPAR for SEPARATOR.
+bool NearestWord::begins_alike(std::string_view word) const {
+  constexpr size_t kTelling = 4;
+  const size_t shared = std::min(word.size(), text_.size());
+  return shared >= kTelling && is_word_spelled(text_.first(shared), word.substr(0, shared));
+}
+
 void NearestWord::consider(uint32_t type) {
   const TokenInfo info = token_info(type);
   if (info.kind == TokenKind::kPunctuation) return;
@@ -53,12 +68,15 @@ void NearestWord::consider(uint32_t type) {
     const std::string_view word = spelling(info.first_spelling + i);
     // Of a word of two or three characters one slip leaves something, two leave nothing.
     const size_t allowed = std::min<size_t>(best_.distance, word.size() <= 3 ? 1 : 2);
-    const size_t d = distance(text_, word, allowed);
-    if (d > allowed || d >= word.size()) continue;
-    if (best_.type == 0 || d < best_.distance) {
+    size_t d = distance(text_, word, allowed);
+    if (d > allowed && allowed >= 1 && begins_alike(word)) d = 2;
+    if (d > std::max<size_t>(allowed, 2) || d >= word.size() || d > best_.distance) continue;
+    const size_t ranked = rank(word, d);
+    if (best_.type == 0 || ranked < best_rank_) {
       best_ = {type, word, d};
+      best_rank_ = ranked;
       unique_ = true;
-    } else if (type != best_.type) {
+    } else if (ranked == best_rank_ && type != best_.type) {
       unique_ = false;
     }
   }

@@ -45,7 +45,12 @@ class NearestWord {
 
  private:
   Units text_;
+  // People swap, drop and double characters more often than they take another one.
+  bool begins_alike(std::string_view word) const;
+  size_t rank(std::string_view word, size_t distance) const;
+
   NearWord best_{0, {}, 3};
+  size_t best_rank_ = 0;
   bool unique_ = true;
 };
 

@@ -98,7 +98,9 @@ void Walker::skip_assignment() {
       advance();
     }
     recovering_ = is_own_option(0) && before().type == EQUAL;
-    if (ends_value(token()) || is_own_option(0) || begins_statement(0)) return;
+    if (ends_value(token()) || is_own_option(0) || begins_statement(0) || is_foreign_separator(0)) {
+      return;
+    }
   }
   skip_mistake();
 }
@@ -164,7 +166,6 @@ bool Walker::moved_equals(const Token& word) {
   uint16_t* end = std::copy(keyword.begin(), keyword.end(), all);
   end = std::copy(rest.begin(), rest.end(), end);
   const Units whole(all, end);
-  std::string_view replacement;
   const OptionRule* meant = nullptr;
   size_t length = 0;
   visit_options([&](const OptionRule& option) {
@@ -184,21 +185,49 @@ bool Walker::moved_equals(const Token& word) {
     });
   });
   if (meant == nullptr) return false;
-  const bool early = length > keyword.size();
-  char* text = findings_.arena().make<char>(2);
-  if (text == nullptr) return false;
-  const auto letter = static_cast<char>(early ? rest[0] : keyword[keyword.size() - 1]);
-  text[0] = early ? letter : '=';
-  text[1] = early ? '=' : letter;
-  replacement = {text, 2};
-  const Span place = early ? Span{word.end, value.begin + 1} : Span{word.end - 1, value.begin};
   Finding& finding = error(TAVO_DIAGNOSTIC_UNKNOWN_OPTION, word.place(), word);
   finding.word = word.place();
   finding.expecting = inside_ != nullptr ? Expecting::kParameter : Expecting::kOption;
   finding.option = inside_;
-  findings_.add_fix(finding, FixTitle::kMoveEquals, false, {}, place, replacement);
+  propose_moved_equals(finding, word, value, length > keyword.size());
   skip_assignment();
   return true;
+}
+
+// The same between the provider keyword and the name: PROC=CN.
+const StatementRule* Walker::moved_head_equals(Finding& finding, const Token& word) {
+  const Token& name = token(2);
+  if (token(1).type != EQUAL || !token(1).is(Token::kTight) || !name.is(Token::kTight)) {
+    return nullptr;
+  }
+  const Units keyword = text(word);
+  const Units rest = text(name);
+  if (keyword.size() + rest.size() > kLongestWord || rest.empty()) return nullptr;
+  uint16_t all[kLongestWord + 1];
+  uint16_t* end = std::copy(keyword.begin(), keyword.end(), all);
+  end = std::copy(rest.begin(), rest.end(), end);
+  const Units whole(all, end);
+  for (const std::string_view known : {std::string_view("PROVIDER"), std::string_view("PRO")}) {
+    const bool early = known.size() == keyword.size() + 1;
+    const bool late = known.size() + 1 == keyword.size();
+    if ((!early && !late) || !begins_with_word(whole, known)) continue;
+    const StatementRule* statement = statement_named(type_of(whole.subspan(known.size())));
+    if (statement == nullptr) continue;
+    propose_moved_equals(finding, word, name, early);
+    return statement;
+  }
+  return nullptr;
+}
+
+void Walker::propose_moved_equals(Finding& finding, const Token& word, const Token& value,
+                                  bool early) {
+  char* signs = findings_.arena().make<char>(2);
+  if (signs == nullptr) return;
+  const auto letter = static_cast<char>(early ? source_.at(value.begin) : source_.at(word.end - 1));
+  signs[0] = early ? letter : '=';
+  signs[1] = early ? '=' : letter;
+  const Span place = early ? Span{word.end, value.begin + 1} : Span{word.end - 1, value.begin};
+  findings_.add_fix(finding, FixTitle::kMoveEquals, false, {}, place, {signs, 2});
 }
 
 // ---- values ------------------------------------------------------------------------------------
@@ -231,7 +260,7 @@ void Walker::propose_value(Finding& finding, const OptionRule& option, const Tok
   NearestWord nearest(written);
   nearest.consider(option.values);
   const NearWord near = nearest.best();
-  const bool quotes = takes_quotes(option) && is_word(written[0]);
+  const bool quotes = takes_quotes(option) && (is_word(written[0]) || value.is(Token::kRun));
   if (near.type != 0 && (!quotes || near.distance == 1)) {
     const std::string_view meant = in_case_of(written, near.spelling);
     findings_.add_fix(finding, FixTitle::kChangeTo, false, meant, value.place(), meant);

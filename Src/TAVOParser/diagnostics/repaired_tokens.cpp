@@ -9,14 +9,18 @@ namespace tavo::diagnostics {
 void Repair::run() {
   at_ = source_.begin();
   while (at_ < source_.count && !tokens_.refused() && !findings_.refused()) {
+    // Quotes are looked for here, and not twice: the scanner would read to the end for each.
+    const bool named = source_.units[at_] == '#' && source_.at(at_ + 1) == '"';
+    if (source_.units[at_] == '"' || named) {
+      repair_quote(named ? 1 : 0);
+      continue;
+    }
     const Lexeme lexeme = scan(source_.units + at_, source_.end());
     const auto stop = static_cast<uint32_t>(lexeme.stop - source_.units);
     if (lexeme.type == 0) {
       repair_broken(stop);
     } else if (lexeme.hidden()) {
       skip_hidden(stop);
-    } else if (source_.units[at_] == '"') {
-      repair_quote(0);
     } else if (lexeme.type == BAD_SEP || lexeme.type == BACKSLASH || lexeme.type == SINGLE_QUOTE) {
       repair_character();
     } else {
@@ -61,8 +65,6 @@ bool Repair::stands_behind_equal(const Token& token) const {
 
 void Repair::repair_broken(uint32_t offending) {
   const uint32_t c = source_.units[at_];
-  if (c == '"') return repair_quote(0);
-  if (c == '#') return repair_quote(1);
   if (c == '/') {
     Finding& finding = findings_.add(TAVO_DIAGNOSTIC_UNCLOSED_COMMENT, {at_, at_ + 2});
     finding.has_stumble = true;

@@ -22,8 +22,7 @@ class NoteActions {
     pairs_.add({place_of(*key), place_of(*value), prefix == nullptr ? Span{} : *prefix, key_type,
                 value_type, read_type(*value)});
   }
-  static void set_trace_level(const LexemeToken*, uint32_t, const LexemeToken*, uint32_t, Prefix) {
-  }
+  static void set_trace_level(const LexemeToken*, uint32_t, const LexemeToken*, uint32_t, Prefix) {}
   void run_trace_statement(const LexemeToken*, uint32_t) {
     verdict_.trace_statement = true;
   }

@@ -186,6 +186,7 @@ bool Walker::resumes(size_t ahead) const {
              (is_word_token(next) && token(ahead + 2).type == EQUAL);
     }
     case RIGHT_PARENTHESIS: return inside_ != nullptr;
+    case BAD_SEP: return is_own_option(ahead + 1);
     default: return is_own_option(ahead) || begins_statement(ahead);
   }
 }

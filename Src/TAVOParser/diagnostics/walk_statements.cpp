@@ -196,6 +196,11 @@ void Walker::walk_unknown_statement() {
     recovering_ = true;
     return walk_options();
   }
+  if (const StatementRule* statement = moved_head_equals(finding, word)) {
+    next_ += 3;
+    begin_options(statement, first);
+    return walk_options();
+  }
   NearWord near;
   if (is_word_token(word)) {
     NearestWord nearest(text(word));

@@ -71,6 +71,13 @@ bool Walker::missing_equals(const OptionRule& option) {
   name_option(finding, option);
   const bool comma_for_equals =
       here.type == COMMA && !is_own_option(1) && !ends_value(token(1)) && ends_value(token(2));
+  if (here.type == LEFT_PARENTHESIS && option.syntax == ValueSyntax::kParameters &&
+      token(1).type == EQUAL) {
+    Fix& fix = findings_.add_fix(finding, FixTitle::kMoveEquals, false);
+    Findings::edit(fix, {here.begin, here.begin}, "=");
+    Findings::edit(fix, token(1).place(), "");
+    return true;
+  }
   if (comma_for_equals || (here.type == BAD_SEP && !is_foreign_separator(0))) {
     findings_.add_fix(finding, FixTitle::kReplaceBy, false, "=", here.place(), "=");
     advance();
@@ -209,6 +216,7 @@ void Walker::walk_parameters(const OptionRule& option) {
   if (opening->type == LEFT_PARENTHESIS) {
     advance();
     inside_ = &option;
+    if (token().type == EQUAL && before().begin == opening->begin) advance();  // told already
     while (token().type == LEFT_PARENTHESIS) {
       surplus(token(), "(", true);
       advance();

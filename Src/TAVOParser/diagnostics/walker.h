@@ -114,6 +114,8 @@ class Walker {
   // ---- what was meant
   bool split_word(const Token& word);
   bool moved_equals(const Token& word);
+  const StatementRule* moved_head_equals(Finding& finding, const Token& word);
+  void propose_moved_equals(Finding& finding, const Token& word, const Token& value, bool early);
   void propose_option(Finding& finding, const Token& word);
   void propose_value(Finding& finding, const OptionRule& option, const Token& value);
   void propose_quotes(Finding& finding, Span value);

@@ -47,6 +47,10 @@ Words& Words::add_units(Units text) {
 }
 
 Words& Words::add_code_point(uint32_t character) {
+  if (character > 0x20 && character < 0x7F && lookalike_of(character) == Lookalike::kNone) {
+    const char sign = static_cast<char>(character);
+    return add({&sign, 1});
+  }
   char text[16];
   const int length = std::snprintf(text, sizeof text, "U+%04X", character);
   add({text, static_cast<size_t>(length)});

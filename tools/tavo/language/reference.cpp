@@ -7,6 +7,7 @@
 #include "language/explain.h"
 #include "language/language.h"
 #include "language/railroad.h"
+#include "language/rule_pages.h"
 #include "language/status_table.h"
 
 namespace tavo::cli {
@@ -282,12 +283,17 @@ std::string diagram_svg(const std::string& name) {
 
 std::string error_reference() {
   std::string text =
-      "# Error numbers\n\n"
+      "# Errors\n\n"
       "Written by `tavo explain --errors --format markdown` from the message catalogue and the\n"
       "tables of the parser. Inserts are in braces; text in brackets is left out when its insert\n"
-      "was not recorded.\n\n";
+      "was not recorded.\n\n"
+      "## Rules\n\n"
+      "Every finding of `tavo check`, of the language server and of `TAVODiagnostics.h` names one "
+      "of\n"
+      "these. `tavo explain RULE` shows it too.\n\n";
+  text += rule_reference() + "## Numbers\n\n";
   for (const StatusInfo& status : status_table()) {
-    text += fmt::format("## {}\n\n`{}`\n\n{}\n\n", status.number, status.name,
+    text += fmt::format("### {}\n\n`{}`\n\n{}\n\n", status.number, status.name,
                         message_of(status.number));
     if (!status.inserts.empty()) text += fmt::format("Inserts: {}\n\n", status.inserts);
     std::string rules;

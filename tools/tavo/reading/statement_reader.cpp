@@ -1,5 +1,7 @@
 #include "reading/statement_reader.h"
 
+#include <algorithm>
+
 #include "language/nearest.h"
 #include "statement/statement_text.h"
 
@@ -36,6 +38,26 @@ bool ends_open(const std::string& before) {
   return type == COMMA || type == EQUAL || type == LEFT_PARENTHESIS;
 }
 
+// Whether a comment that began in these lines goes on behind them. line: the last one.
+bool in_comment(const std::string& lines, const std::string& line, bool open) {
+  if (!open && line.find("/*") == std::string::npos) return false;
+  if (open && line.find("*/") == std::string::npos) return true;
+  const StatementText text(lines, std::nullopt);
+  if (text.tokens().empty()) return false;
+  const TAVOTextToken& last = text.tokens().back();
+  return last.type == 0 && text.text_of(last).starts_with(L"/*");
+}
+
+// Lines that hold nothing but comments are no statement yet.
+bool only_comments(const std::string& lines) {
+  const size_t first = lines.find_first_not_of(kBlanks);
+  if (first == std::string::npos || lines[first] != '/') return false;
+  const StatementText text(lines, std::nullopt);
+  const auto& tokens = text.tokens();
+  return std::all_of(tokens.begin(), tokens.end(),
+                     [](const TAVOTextToken& token) { return token.hidden != 0; });
+}
+
 }  // namespace
 
 bool continues(const std::string& before, const std::string& line) {
@@ -64,7 +86,9 @@ bool StatementReader::next(FileStatement& statement) {
     lines += '\n';
   };
   bool begun = false;
-  size_t gap = 0;  // comment lines since the last line of the statement
+  bool comment = false;  // an open one goes on in the next line
+  bool nothing = false;  // comments only so far
+  size_t gap = 0;        // comment lines since the last line of the statement
   std::string line;
   while (read_line(line)) {
     if (!begun) {
@@ -76,19 +100,32 @@ bool StatementReader::next(FileStatement& statement) {
       statement.bytes = line;
       statement.raw = line;
       begun = true;
-      if (layout_ == Layout::kLines) break;
+      comment = in_comment(line, line, false);
+      nothing = !comment && only_comments(line);
+      if (layout_ != Layout::kLines) continue;
+      if (!nothing) break;
+      keep(statement.lead, line);
+      begun = nothing = false;
       continue;
     }
     if (is_blank(line)) {
+      if (nothing) {  // comments that no statement follows
+        keep(statement.lead, statement.raw);
+        keep(statement.lead, line);
+        begun = nothing = false;
+        continue;
+      }
       keep(lead_, line);
       break;
     }
-    if (line.front() == '#') {
+    if (line.front() == '#' && !comment) {
       keep(lead_, line);
       ++gap;
       continue;
     }
-    if (layout_ == Layout::kAuto && !continues(statement.bytes, line)) {
+    const bool goes_on = nothing || (comment && !begins_provider_statement(line)) ||
+                         continues(statement.bytes, line);
+    if (layout_ == Layout::kAuto && !goes_on) {
       held_.swap(line);
       holds_ = true;
       break;
@@ -100,6 +137,14 @@ bool StatementReader::next(FileStatement& statement) {
     statement.bytes.append(gap + 1, '\n');
     statement.bytes += line;
     gap = 0;
+    comment = in_comment(statement.bytes, line, comment);
+    nothing = !comment && only_comments(statement.bytes);
+  }
+  if (nothing) {
+    keep(statement.lead, statement.raw);
+    statement.lead += lead_;
+    lead_.clear();
+    return false;
   }
   if (statement.bytes.ends_with('\r')) statement.bytes.pop_back();
   return begun;

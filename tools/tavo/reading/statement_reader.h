@@ -10,7 +10,8 @@ namespace tavo::cli {
 // How a file is divided into statements. In each layout a blank line ends a statement and a line
 // whose first character is '#' is a comment of the file.
 enum class Layout {
-  kAuto,        // a line is a statement; see continues() for when it goes on in the next
+  kAuto,        // a line is a statement; see continues() for when it goes on in the next. A
+                // comment that is open goes on up to a blank line or the next PRO=
   kLines,       // every line is a statement
   kParagraphs,  // only a blank line ends a statement
 };

@@ -32,7 +32,28 @@ class CheckReport {
   virtual void end(const CheckTotals& totals) = 0;
 };
 
-// format: text, json or sarif. The output outlives the report.
-std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output& output);
+// format: text, json or sarif.
+std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output& output,
+                                               bool verbose);
+
+std::unique_ptr<CheckReport> make_json_report(Stream& out);
+std::unique_ptr<CheckReport> make_sarif_report(Stream& out);
+
+const char* severity_name(const Finding& finding);
+
+// A list that is written entry by entry.
+class StreamedList {
+ public:
+  explicit StreamedList(Stream& out) : out_(out) {}
+  void add(const std::string& entry) {
+    out_.write(first_ ? "\n" : ",\n");
+    out_.write(entry);
+    first_ = false;
+  }
+
+ private:
+  Stream& out_;
+  bool first_ = true;
+};
 
 }  // namespace tavo::cli

@@ -6,6 +6,7 @@
 #include "language/explain.h"
 #include "language/nearest.h"
 #include "language/reference.h"
+#include "language/rule_pages.h"
 #include "language/status_table.h"
 #include "verbs/verbs.h"
 
@@ -123,6 +124,7 @@ class ExplainRun {
       if (!text.empty()) return show(text);
       return unknown_number(static_cast<uint32_t>(std::stoul(name)));
     }
+    if (const RulePage* page = find_rule_page(name)) return show(rule_page_text(*page));
     const Statement* statement = find_statement(name);
     const std::vector<const Statement*> owners = statements_with(name);
     // A name may be both: the provider HASH, the trace level.
@@ -130,7 +132,9 @@ class ExplainRun {
       return show(explain_.statement(*statement));
     }
     if (!owners.empty()) return show(explain_.option_everywhere(owners, name));
-    return unknown("provider, option or error", name, everything());
+    std::vector<std::string> known = everything();
+    for (const RulePage& page : rule_pages()) known.emplace_back(page.name);
+    return unknown("provider, option, rule or error", name, known);
   }
 
   int by_names(const std::vector<std::string>& given) {
@@ -195,7 +199,7 @@ void add_explain(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<ExplainOptions>();
   CLI::App* verb = app.add_subcommand("explain", "Explain providers, options and error numbers");
   verb->add_option("name", options->names,
-                   "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, or NUMBER")
+                   "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, RULE, or NUMBER")
       ->expected(0, 3);
   verb->add_flag("--errors", options->errors, "Every error number of the library");
   verb->add_option("--format", options->format, "text, markdown, json or svg")

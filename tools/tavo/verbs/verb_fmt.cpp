@@ -8,9 +8,9 @@
 
 #include "reading/input.h"
 #include "reading/statement_reader.h"
+#include "showing/change.h"
 #include "showing/diagnostics.h"
 #include "statement/format_statement.h"
-#include "statement/secrets.h"
 #include "terminal/terminal.h"
 #include "verbs/verbs.h"
 
@@ -52,10 +52,14 @@ class FormatRun {
     const StatementText text(bytes, std::nullopt);
     const ParseResult before = text.parse();
     if (!before) {
-      for (const Finding& finding : find_errors(text, before, output_.show_secrets)) {
+      for (const Finding& finding : find_findings(text, before, output_.show_secrets)) {
+        if (finding.severity == Severity::kWarning) continue;
         Stream& messages = output_.messages();
-        messages.write(fmt::format("{}:{}: {}", printable_bytes(name), line + finding.line - 1,
-                                   report(messages, text, finding, output_.show_secrets)));
+        messages.write(show_finding(messages, text, finding,
+                                    {.file = name,
+                                     .first_line = line,
+                                     .verbose = false,
+                                     .show_secrets = output_.show_secrets}));
       }
       raise_to(kViolations);
       return std::nullopt;
@@ -82,21 +86,8 @@ class FormatRun {
         output_.answer().write(fmt::format("{}:{}: would change\n", printable_bytes(name), line));
     }
     if (!options_.diff) return;
-    std::string shown = fmt::format("@@ {}:{} @@\n", printable_bytes(name), line);
-    append_side(shown, '-', Style::kError, before);
-    append_side(shown, '+', Style::kPlace, after);
-    output_.answer().write(shown);
-  }
-
-  void append_side(std::string& shown, char sign, Style style, const StatementText& text) {
-    const std::wstring all =
-        masked(text.text(), text.secrets(), {0, text.text().size()}, output_.show_secrets);
-    std::istringstream lines(to_utf8(all));
-    for (std::string line; std::getline(lines, line);) {
-      shown +=
-          output_.answer().styled(style, fmt::format("{}{}", sign, printable(from_utf8(line)))) +
-          "\n";
-    }
+    output_.answer().write(
+        change_of(output_.answer(), before, after, name, line, output_.show_secrets));
   }
 
   void complain(const std::string& file, const std::string& why) {

@@ -84,9 +84,12 @@ int run_parse(const ShowOptions& options, Output& output) {
       given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
   const ParseResult result = statement.parse();
   if (!result) {
-    for (const Finding& finding : find_errors(statement, result, output.show_secrets)) {
+    for (const Finding& finding : find_findings(statement, result, output.show_secrets)) {
+      if (finding.severity == Severity::kWarning) continue;
       Stream& messages = output.messages();
-      messages.write(report(messages, statement, finding, output.show_secrets));
+      ShowFinding how;
+      how.show_secrets = output.show_secrets;
+      messages.write(show_finding(messages, statement, finding, how));
     }
     return kViolations;
   }

@@ -1,0 +1,58 @@
+// What is wrong with a statement, as the library's diagnostics tell it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "statement/statement_text.h"
+
+namespace tavo::cli {
+
+// A place in a statement. Lines and columns count from 1, columns in characters; the end is one
+// behind the last character.
+struct Place {
+  Range range;  // in characters of the statement
+  size_t line = 1;
+  size_t column = 1;
+  size_t end_line = 1;
+  size_t end_column = 1;
+};
+
+struct FoundEdit {
+  Place place;
+  std::wstring text;
+};
+
+struct FoundFix {
+  std::string title;
+  bool safe = false;
+  bool placeholder = false;  // holds text that a person has to replace: never applied by a command
+  std::vector<FoundEdit> edits;
+};
+
+struct RelatedPlace {
+  Place place;
+  std::string message;
+};
+
+enum class Severity { kError, kWarning };
+
+struct Finding {
+  Severity severity = Severity::kError;
+  uint32_t number = 0;    // 0: none
+  std::string rule;       // such as "unknown-option"
+  std::wstring message;   // one line; secrets masked unless asked for
+  std::wstring recorded;  // the text of the message catalogue; empty when it is not recorded
+  bool is_recorded = false;
+  Place place;                        // where to look
+  std::string found;                  // a token, such as "INTEGER"; empty for none
+  std::vector<std::string> expected;  // what would have been accepted, as it is written
+  std::vector<RelatedPlace> related;
+  std::vector<FoundFix> fixes;
+};
+
+// Everything that is wrong with a statement, in order of place. result: that of its parse.
+std::vector<Finding> find_findings(const StatementText& statement, const ParseResult& result,
+                                   bool show_secrets);
+
+}  // namespace tavo::cli

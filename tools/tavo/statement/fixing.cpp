@@ -1,0 +1,98 @@
+#include "statement/fixing.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace tavo::cli {
+namespace {
+
+auto begin_of(const FileEdit& edit) {
+  return std::tuple(edit.line, edit.column);
+}
+auto end_of(const FileEdit& edit) {
+  return std::tuple(edit.end_line, edit.end_column);
+}
+
+const FoundFix* choose(const Finding& finding, FixWhat what) {
+  if (finding.severity != Severity::kError) return nullptr;
+  for (const FoundFix& fix : finding.fixes) {
+    if (fix.safe && what != FixWhat::kNothing) return &fix;
+  }
+  for (const FoundFix& fix : finding.fixes) {
+    if (!fix.placeholder && what == FixWhat::kSuggested) return &fix;
+  }
+  return nullptr;
+}
+
+// Walks over a text and keeps line and column.
+class Cursor {
+ public:
+  explicit Cursor(const std::string& text) : text_(text) {}
+
+  size_t move_to(size_t line, size_t column) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (at_ == 0 && text_.starts_with(kMark)) at_ = kMark.size();
+    while (at_ < text_.size() && (line_ < line || (line_ == line && column_ < column))) {
+      if (text_[at_] == '\n') {
+        if (line_ == line) break;
+        ++line_;
+        column_ = 1;
+        ++at_;
+        continue;
+      }
+      ++at_;
+      while (at_ < text_.size() && (static_cast<unsigned char>(text_[at_]) & 0xC0) == 0x80) ++at_;
+      ++column_;
+    }
+    return at_;
+  }
+
+ private:
+  const std::string& text_;
+  size_t at_ = 0;
+  size_t line_ = 1;
+  size_t column_ = 1;
+};
+
+}  // namespace
+
+std::vector<FileEdit> edits_of(const std::vector<Finding>& findings, FixWhat what,
+                               size_t first_line) {
+  std::vector<FileEdit> edits;
+  for (const Finding& finding : findings) {
+    const FoundFix* fix = choose(finding, what);
+    if (fix == nullptr) continue;
+    std::vector<FileEdit> own;
+    for (const FoundEdit& edit : fix->edits) {
+      const Place& place = edit.place;
+      own.push_back({first_line + place.line - 1, place.column, first_line + place.end_line - 1,
+                     place.end_column, to_utf8(edit.text)});
+    }
+    // All edits of a fix or none.
+    const bool overlaps = std::any_of(own.begin(), own.end(), [&](const FileEdit& edit) {
+      return std::any_of(edits.begin(), edits.end(), [&](const FileEdit& other) {
+        return begin_of(edit) < end_of(other) && begin_of(other) < end_of(edit);
+      });
+    });
+    if (!overlaps) edits.insert(edits.end(), own.begin(), own.end());
+  }
+  std::stable_sort(edits.begin(), edits.end(), [](const FileEdit& a, const FileEdit& b) {
+    return std::tuple(begin_of(a), end_of(a)) < std::tuple(begin_of(b), end_of(b));
+  });
+  return edits;
+}
+
+std::string with_edits(const std::string& text, const std::vector<FileEdit>& edits) {
+  std::string result;
+  Cursor cursor(text);
+  size_t copied = 0;
+  for (const FileEdit& edit : edits) {
+    const size_t begin = cursor.move_to(edit.line, edit.column);
+    const size_t end = cursor.move_to(edit.end_line, edit.end_column);
+    result.append(text, copied, begin - copied).append(edit.text);
+    copied = end;
+  }
+  return result.append(text, copied);
+}
+
+}  // namespace tavo::cli
