@@ -1,30 +1,58 @@
-# Installation and packages. Include before the first install() so that rules without a component
-# belong to the runtime; the rest is deferred until every target exists.
+# Installation. Include before the first install() so that rules without a component belong to the
+# runtime; the rest is deferred until every target exists.
 #   runtime  libTAVOParser and the embedded platform
 #   dev      headers, link names, CMake package, pkg-config file, examples
 #   tools    tavo, its manual page and completions
+# With the prefix /usr, as packages have it, libraries lie where the loader looks for them and nothing
+# has a run path; with any other prefix what is installed finds its neighbours wherever that is moved.
 include(GNUInstallDirs)
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set(TAVO_FOR_PACKAGES ON)
+endif()
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME runtime)
 set(TAVO_INSTALL_SOURCES ${CMAKE_CURRENT_LIST_DIR})
 
+# tavo_compress(FILE NAME): package/NAME, the same bytes for the same file.
+function(tavo_compress file name)
+  find_program(TAVO_GZIP gzip REQUIRED)
+  set(output ${PROJECT_BINARY_DIR}/package/${name})
+  add_custom_command(OUTPUT ${output}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/package
+    COMMAND sh -c "exec \"$1\" -9nc \"$2\" >\"$3\"" sh ${TAVO_GZIP} ${file} ${output}
+    DEPENDS ${file} VERBATIM)
+  add_custom_target(tavo_compress_${name} ALL DEPENDS ${output})
+endfunction()
+
+# tavo_set_run_path(TARGET PATH): the same run path in the build folder and where it is installed.
+# Two different ones would be made equally long with empty elements, which name the current folder.
+function(tavo_set_run_path target path)
+  if(NOT TAVO_FOR_PACKAGES)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${path}" BUILD_WITH_INSTALL_RPATH ON)
+  endif()
+endfunction()
+
 function(tavo_install_library)
-  set_target_properties(TAVOParser PROPERTIES INSTALL_RPATH "$ORIGIN")
+  if(NOT TAVO_PLATFORM_DIR)
+    tavo_set_run_path(TAVOParser "$ORIGIN")
+  elseif(NOT TAVO_FOR_PACKAGES)
+    set_target_properties(TAVOParser PROPERTIES INSTALL_RPATH "$ORIGIN")
+  endif()
   install(TARGETS TAVOParser
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev)
-  install(DIRECTORY ${CMAKE_SOURCE_DIR}/include/ COMPONENT dev
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ COMPONENT dev
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TAVOParser
     FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp" PATTERN "*.def")
   install(FILES
-    ${CMAKE_SOURCE_DIR}/examples/parse_statement.c
-    ${CMAKE_SOURCE_DIR}/examples/parse_statement.cpp
-    ${CMAKE_SOURCE_DIR}/examples/CMakeLists.txt
-    DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT dev)
+    ${PROJECT_SOURCE_DIR}/examples/parse_statement.c
+    ${PROJECT_SOURCE_DIR}/examples/parse_statement.cpp
+    ${PROJECT_SOURCE_DIR}/examples/CMakeLists.txt
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtavoparser-dev/examples COMPONENT dev)
 endfunction()
 
 function(tavo_install_packages_of_build_tools)
   include(CMakePackageConfigHelpers)
   set(cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TAVOParser)
-  file(READ ${CMAKE_SOURCE_DIR}/include/TAVOApi.h api)
+  file(READ ${PROJECT_SOURCE_DIR}/include/TAVOApi.h api)
   string(REGEX MATCH "TAVO_ABI_VERSION ([0-9]+)" unused "${api}")
   set(TAVO_ABI_VERSION ${CMAKE_MATCH_1})
   # The embedded platform is installed next to libTAVOParser; another platform stays where it is.
@@ -34,30 +62,31 @@ function(tavo_install_packages_of_build_tools)
   endif()
   configure_package_config_file(
     ${TAVO_INSTALL_SOURCES}/TAVOParserConfig.cmake.in
-    ${CMAKE_BINARY_DIR}/package/TAVOParserConfig.cmake
+    ${PROJECT_BINARY_DIR}/package/TAVOParserConfig.cmake
     INSTALL_DESTINATION ${cmake_dir}
     PATH_VARS CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR)
   write_basic_package_version_file(
-    ${CMAKE_BINARY_DIR}/package/TAVOParserConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+    ${PROJECT_BINARY_DIR}/package/TAVOParserConfigVersion.cmake COMPATIBILITY SameMajorVersion)
   install(FILES
-    ${CMAKE_BINARY_DIR}/package/TAVOParserConfig.cmake
-    ${CMAKE_BINARY_DIR}/package/TAVOParserConfigVersion.cmake
+    ${PROJECT_BINARY_DIR}/package/TAVOParserConfig.cmake
+    ${PROJECT_BINARY_DIR}/package/TAVOParserConfigVersion.cmake
     DESTINATION ${cmake_dir} COMPONENT dev)
   file(RELATIVE_PATH TAVO_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
   configure_file(${TAVO_INSTALL_SOURCES}/tavoparser.pc.in
-                 ${CMAKE_BINARY_DIR}/package/tavoparser.pc @ONLY)
-  install(FILES ${CMAKE_BINARY_DIR}/package/tavoparser.pc
+                 ${PROJECT_BINARY_DIR}/package/tavoparser.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/package/tavoparser.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 endfunction()
 
 function(tavo_install_tools)
   install(TARGETS tavo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-  install(FILES ${CMAKE_SOURCE_DIR}/tools/tavo/tavo.1
+  tavo_compress(${PROJECT_SOURCE_DIR}/tools/tavo/tavo.1 tavo.1.gz)
+  install(FILES ${PROJECT_BINARY_DIR}/package/tavo.1.gz
           DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
-  install(FILES ${CMAKE_SOURCE_DIR}/docs/cli.md ${CMAKE_SOURCE_DIR}/docs/language.md
-                ${CMAKE_SOURCE_DIR}/docs/errors.md
-          DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
-  set(dir ${CMAKE_BINARY_DIR}/completions)
+  install(FILES ${PROJECT_SOURCE_DIR}/docs/cli.md ${PROJECT_SOURCE_DIR}/docs/language.md
+                ${PROJECT_SOURCE_DIR}/docs/errors.md
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tavo COMPONENT tools)
+  set(dir ${PROJECT_BINARY_DIR}/completions)
   set(files "")
   foreach(shell bash zsh fish)
     add_custom_command(OUTPUT ${dir}/tavo.${shell}
@@ -75,43 +104,6 @@ function(tavo_install_tools)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endfunction()
 
-function(tavo_describe_packages)
-  set(CPACK_GENERATOR DEB)
-  set(CPACK_PACKAGE_NAME tavoparser)
-  set(CPACK_PACKAGE_VENDOR "TAVOParser")
-  set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-  set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Parameter-string parser of the masking suite")
-  set(CPACK_PACKAGE_CONTACT "TAVOParser maintainers <maintainers@tavoparser.invalid>")
-  set(CPACK_COMPONENTS_ALL runtime dev)
-  if(TAVO_BUILD_TOOLS)
-    list(APPEND CPACK_COMPONENTS_ALL tools)
-  endif()
-  set(CPACK_COMPONENT_DEV_DEPENDS runtime)
-  set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
-  set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
-      "Shared library with the embedded platform.\nParses the parameter strings of the masking suite.")
-  set(CPACK_DEBIAN_DEV_DESCRIPTION
-      "Development files of the library.\nHeaders, CMake package and pkg-config file.")
-  set(CPACK_DEBIAN_TOOLS_DESCRIPTION
-      "The command line, tavo.\nParses, checks, explains and formats statements.")
-  set(CPACK_DEB_COMPONENT_INSTALL ON)
-  set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-  set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
-  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-  set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libtavoparser${PROJECT_VERSION_MAJOR})
-  set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-  set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-  set(CPACK_DEBIAN_DEV_PACKAGE_NAME libtavoparser-dev)
-  set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-  set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
-  set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS libantlr3c-dev)
-  set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tavo)
-  set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
-  set(CPACK_STRIP_FILES ON)
-  include(CPack)
-endfunction()
-
 function(tavo_install_everything)
   set(TAVO_PLATFORM_LIBRARY_NAMES
       TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
@@ -120,6 +112,8 @@ function(tavo_install_everything)
   if(TAVO_BUILD_TOOLS)
     tavo_install_tools()
   endif()
-  tavo_describe_packages()
+  if(TAVO_FOR_PACKAGES AND PROJECT_IS_TOP_LEVEL)
+    include(TavoPackages)
+  endif()
 endfunction()
-cmake_language(DEFER DIRECTORY ${CMAKE_SOURCE_DIR} CALL tavo_install_everything)
+cmake_language(DEFER DIRECTORY ${PROJECT_SOURCE_DIR} CALL tavo_install_everything)

@@ -1,11 +1,13 @@
 # Compiler settings shared by every target of this tree: link tavo_options (and tavo_hardening for
-# installed files). Warnings are errors; the runtime's headers are system headers.
+# installed files). Warnings are errors in our presets only, so that a package builds with another
+# compiler. The runtime's headers are system headers.
 set(TAVO_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
 option(TAVO_COVERAGE "Instrument for coverage" OFF)
 
 add_library(tavo_options INTERFACE)
 target_compile_options(tavo_options INTERFACE
-  -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Werror
+  -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion
+  $<$<BOOL:${TAVO_WERROR}>:-Werror>
   # GCC 12 reports overlapping copies inside std::string where there are none.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
@@ -20,6 +22,13 @@ if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
     target_compile_options(tavo_options INTERFACE -mtune=skylake)
   endif()
 endif()
+
+if(TAVO_LINKER)
+  target_link_options(tavo_options INTERFACE -fuse-ld=${TAVO_LINKER})
+endif()
+# ccache sees through precompiled headers only with this.
+target_compile_options(tavo_options INTERFACE
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<COMPILE_LANGUAGE:CXX>>:-fpch-preprocess>)
 
 if(TAVO_SANITIZE)
   target_compile_options(tavo_options INTERFACE

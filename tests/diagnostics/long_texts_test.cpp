@@ -43,9 +43,9 @@ INSTANTIATE_TEST_SUITE_P(Repeated, LongTexts,
                                          L"\nPRO=HASH, AGLO=2", L", FLDDEF=(NAME=x",
                                          L", FLDDEF=(NAME=x, SEED=\"y\"", L"\"\"1"));
 
-class Arguments : public LongTexts {};
+class DiagnoseArguments : public LongTexts {};
 
-TEST_F(Arguments, ThatAreMissingAreAnswered) {
+TEST_F(DiagnoseArguments, ThatAreMissingAreAnswered) {
   size_t recorded = 0;
   EXPECT_EQ(TAVO_DIAGNOSTICS_END, TAVOParser_Diagnose(nullptr, 1, count, &recorded));
   EXPECT_EQ(TAVO_DIAGNOSTICS_END, TAVOParser_Diagnose(L"x", 1, nullptr, &recorded));
@@ -61,7 +61,7 @@ TEST_F(Arguments, ThatAreMissingAreAnswered) {
   EXPECT_EQ(TAVO_DIAGNOSTICS_END, TAVODiagnostic_GetEdit(nullptr, 0, 0, nullptr));
 }
 
-TEST_F(Arguments, AVisitorEndsTheVisit) {
+TEST_F(DiagnoseArguments, AVisitorEndsTheVisit) {
   const auto stop = [](const TAVODiagnostic*, void* context) {
     ++*static_cast<size_t*>(context);
     return uint32_t{42};
@@ -71,7 +71,7 @@ TEST_F(Arguments, AVisitorEndsTheVisit) {
   EXPECT_EQ(1u, visits);
 }
 
-TEST_F(Arguments, EightBitTextIsToldInCharacters) {
+TEST_F(DiagnoseArguments, EightBitTextIsToldInCharacters) {
   const std::string text = "PRO=HASH, SRC=\"\xC3\x84\", AGLO=1, DSTFLD=X";
   const auto place = [](const TAVODiagnostic* diagnostic, void* context) {
     *static_cast<uint32_t*>(context) = diagnostic->offset;
@@ -83,7 +83,7 @@ TEST_F(Arguments, EightBitTextIsToldInCharacters) {
   EXPECT_EQ(19u, offset);
 }
 
-TEST_F(Arguments, RulesAreNumberedWithoutGapsAndNamed) {
+TEST_F(DiagnoseArguments, RulesAreNumberedWithoutGapsAndNamed) {
   EXPECT_EQ(nullptr, TAVODiagnostic_GetRuleName(0));
   EXPECT_STREQ("unknown-statement", TAVODiagnostic_GetRuleName(TAVO_DIAGNOSTIC_UNKNOWN_STATEMENT));
   uint32_t rule = 1;
@@ -92,7 +92,7 @@ TEST_F(Arguments, RulesAreNumberedWithoutGapsAndNamed) {
 }
 
 // What an option that takes free text holds never leaves the library, in no message and no edit.
-TEST_F(Arguments, SecretsAreInNoMessageAndNoEdit) {
+TEST_F(DiagnoseArguments, SecretsAreInNoMessageAndNoEdit) {
   for (const char* wrong : {"PRO=HASH, SEED=Geheim, DSTFLD=X", "PRO=HASH, SEED='Geheim', DSTFLD=X",
                             "PRO=HASH, SEED=\"Geheim, DSTFLD=X", "PRO=HASH, SEED Geheim, DSTFLD=X",
                             "PRO=HASH, SEED=Geheim\", DSTFLD=X", "PRO=AFF, KEY=(Geheim), MTD=REP",

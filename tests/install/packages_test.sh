@@ -3,10 +3,10 @@
 # from there; each package holds what its name says.
 set -euo pipefail
 build_dir=$1 work=$2
-command -v dpkg-deb >/dev/null && command -v dpkg-shlibdeps >/dev/null || {
+if ! command -v dpkg-deb >/dev/null || ! command -v dpkg-shlibdeps >/dev/null; then
   echo "no packaging tools here"
   exit 77
-}
+fi
 rm -rf "$work"
 mkdir -p "$work/root"
 (cd "$build_dir" && cpack -G DEB -B "$work") >"$work/cpack.log"
