@@ -38,6 +38,7 @@ int parse_and_run(int argc, char** argv, Output& output) {
   add_grep(app, output, &status);
   add_diff(app, output, &status);
   add_completion(app, output, &status);
+  add_lsp(app, output, &status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

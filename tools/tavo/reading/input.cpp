@@ -51,8 +51,16 @@ Input Input::of_text(std::string text, std::string name) {
   return input;
 }
 
+Input Input::of_source(std::function<bool(std::string& pending)> source, std::string name) {
+  Input input;
+  input.name_ = std::move(name);
+  input.source_ = std::move(source);
+  return input;
+}
+
 Input::Input(Input&& other) noexcept
     : name_(std::move(other.name_)),
+      source_(std::move(other.source_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
       owned_(std::exchange(other.owned_, false)),
       pending_(std::move(other.pending_)),
@@ -69,6 +77,12 @@ bool Input::fill() {
   if (given_ > kBlockBytes) {
     pending_.erase(0, given_);
     given_ = 0;
+  }
+  if (source_) {
+    const size_t before = pending_.size();
+    at_end_ = !source_(pending_);
+    bytes_read_ += pending_.size() - before;
+    return !at_end_;
   }
   std::array<char, kBlockBytes> block;
   ssize_t bytes = 0;

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -34,6 +35,9 @@ class Input {
   Input(const std::string& file, const InputOptions& options);
   // Text that is in memory already.
   static Input of_text(std::string text, std::string name = "text");
+  // Text that somebody hands in piece by piece: source appends some to `pending`, and answers false
+  // at the end. A byte-order mark is its own business.
+  static Input of_source(std::function<bool(std::string& pending)> source, std::string name);
   ~Input();
   Input(Input&& other) noexcept;
   Input& operator=(Input&&) = delete;
@@ -61,6 +65,7 @@ class Input {
   bool fill();
 
   std::string name_;
+  std::function<bool(std::string& pending)> source_;
   int descriptor_ = -1;
   bool owned_ = false;   // to be closed
   std::string pending_;  // read and not given away yet, from given_ on

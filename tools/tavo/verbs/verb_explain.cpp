@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "language/editor_grammars.h"
 #include "language/explain.h"
 #include "language/nearest.h"
 #include "language/reference.h"
@@ -175,7 +176,7 @@ class ExplainRun {
     const bool all = options.names.empty();
     if (options.format == "svg") return diagram(options.names);
     if (options.format != "text" && !all) {
-      output_.complain("explain: --format markdown and json are for the whole language");
+      output_.complain("explain: only --format text and svg are for a part of the language");
       return kCouldNotRun;
     }
     if (options.errors) {
@@ -185,6 +186,9 @@ class ExplainRun {
     }
     if (options.format == "markdown") return show(language_reference());
     if (options.format == "json") return show(language_json());
+    if (options.format == "textmate") return show(textmate_grammar());
+    if (options.format == "textmate-injection") return show(textmate_injection());
+    if (options.format == "vim") return show(vim_syntax());
     return all ? show(explain_.all()) : by_names(options.names);
   }
 
@@ -202,8 +206,10 @@ void add_explain(CLI::App& app, Output& output, int* status) {
                    "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, RULE, or NUMBER")
       ->expected(0, 3);
   verb->add_flag("--errors", options->errors, "Every error number of the library");
-  verb->add_option("--format", options->format, "text, markdown, json or svg")
-      ->check(CLI::IsMember({"text", "markdown", "json", "svg"}))
+  verb->add_option("--format", options->format,
+                   "text, markdown, json, svg, textmate, textmate-injection or vim")
+      ->check(CLI::IsMember(
+          {"text", "markdown", "json", "svg", "textmate", "textmate-injection", "vim"}))
       ->capture_default_str();
   verb->footer(
       "Examples:\n"

@@ -25,5 +25,6 @@ void add_list(CLI::App& app, Output& output, int* status);
 void add_grep(CLI::App& app, Output& output, int* status);
 void add_diff(CLI::App& app, Output& output, int* status);
 void add_completion(CLI::App& app, Output& output, int* status);
+void add_lsp(CLI::App& app, Output& output, int* status);
 
 }  // namespace tavo::cli

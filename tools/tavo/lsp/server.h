@@ -1,0 +1,78 @@
+// The dispatcher: takes messages in the order in which they arrive, hands each to its feature, and
+// keeps the rules of the protocol's life cycle.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "lsp/session.h"
+#include "lsp/transport.h"
+
+namespace tavo::cli::lsp {
+
+// How the server meets the world; nothing of it has to be a process.
+struct Streams {
+  // Waits for bytes and reads some; 0 at the end of the input.
+  std::function<size_t(char* buffer, size_t size)> read;
+  // Whether read would not wait. Looked at before a request is answered, so that one that was
+  // cancelled in the meantime is not.
+  std::function<bool()> readable = [] { return false; };
+  // False when nobody reads any more.
+  std::function<bool(std::string_view bytes)> write;
+};
+
+class Server {
+ public:
+  explicit Server(Streams streams);
+
+  // Until the client says exit, or dies. The exit status: 0 after a shutdown request, else 1.
+  int run();
+
+  const Session& session() const {
+    return session_;
+  }
+
+ private:
+  using Handler = Json (*)(Session&, const Json&);
+  struct Method {
+    std::string_view name;
+    Handler handler;
+  };
+  static const std::vector<Method>& methods();
+
+  enum class Phase { kNew, kReady, kShutDown };
+
+  bool fill();
+  void read_ahead();
+  void arrive(const std::string& content);
+  void handle(const Json& message);
+  void handle_request(const Json& id, const std::string& method, const Json& params);
+  void handle_notification(const std::string& method, const Json& params);
+  Json answer(const std::string& method, const Json& params);
+  Json initialize(const Json& params);
+  void open(const Json& params);
+  void change(const Json& params);
+  void close(const Json& params);
+  void configure(const Json* settings);
+  void publish();
+  void send(const Json& message);
+  void trace(const std::string& method);
+
+  Streams streams_;
+  Session session_;
+  FrameReader frames_;
+  std::deque<Json> queue_;           // messages that arrived and were not handled yet
+  std::set<std::string> cancelled_;  // ids of requests, as JSON texts
+  std::set<std::string> changed_;    // documents whose diagnostics are out of date
+  std::string current_;              // id of the request that is being answered
+  Phase phase_ = Phase::kNew;
+  bool ended_ = false;  // no more bytes arrive
+  bool deaf_ = false;   // nobody reads the answers any more
+  bool exit_ = false;
+  bool traces_ = false;
+};
+
+}  // namespace tavo::cli::lsp
