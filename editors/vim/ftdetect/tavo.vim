@@ -1,0 +1,2 @@
+" Files of masking statements.
+autocmd BufRead,BufNewFile *.tavo,*.masks setfiletype tavo
