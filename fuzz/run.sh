@@ -9,7 +9,7 @@ set -eu
 
 cd "$(dirname "$0")/.."
 every="statement read tokens request utilities diagnose"
-if [ -e tools/tavo/statement/format_statement.cpp ]; then every="$every format"; fi
+if [ -e tools/tavo/statement/format_statement.cpp ]; then every="$every format lsp"; fi
 target=${1:-all}
 seconds=${2:-60}
 [ "$target" = all ] && targets=$every || targets=$target

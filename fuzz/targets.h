@@ -21,12 +21,13 @@ void run_request(const uint8_t* data, size_t size);
 void run_utilities(const uint8_t* data, size_t size);
 void run_diagnose(const uint8_t* data, size_t size);
 void run_format(const uint8_t* data, size_t size);  // only where the command line is built
+void run_lsp(const uint8_t* data, size_t size);     // the same
 
 inline constexpr Target kTargets[] = {
     {"statement", run_statement}, {"read", run_read},           {"tokens", run_tokens},
     {"request", run_request},     {"utilities", run_utilities}, {"diagnose", run_diagnose},
 #ifdef TAVO_FUZZ_FORMATTER
-    {"format", run_format},
+    {"format", run_format},       {"lsp", run_lsp},
 #endif
 };
 
