@@ -174,6 +174,19 @@ def library_size(table, folder):
               entries == 1)
 
 
+def editor(table, folder, arguments):
+    """A keystroke, its diagnostics and a completion in the language server."""
+    times = measure(f"{folder}/bin/tavo_editor_bench", "^editor/", arguments.repetitions,
+                    arguments.min_time)
+    for what, title in (("keystroke", "a keystroke"), ("newline", "a line end typed")):
+        many = times[f"editor/{what}/10000"][0]
+        ratio = many / times[f"editor/{what}/100"][0]
+        table.row(f"{title} in 10,000 statements : in 100", f"{ratio:.2f}", "at most 3", ratio <= 3)
+        share = times["editor/whole/10000"][0] / many
+        table.row(f"reading 10,000 statements : {title} in them", f"{share:.0f}", "at least 20",
+                  share >= 20)
+
+
 def machine():
     model = next((line.split(":")[1].strip() for line in open("/proc/cpuinfo")
                   if line.startswith("model name")), "unknown")
@@ -238,6 +251,7 @@ def main():
         print(f"| instructions of a filling run, 130 characters | {with_frames:.0f} "
               f"({without:.0f} without trace frames) | | |")
     library_size(table, folder)
+    editor(table, folder, arguments)
     peers(times)
     save(times, where, arguments, folder)
     print(f"\n{table.missed} targets missed")
