@@ -30,7 +30,7 @@ def bash_replies(*words):
     return done.stdout.split("\n")[:-1]
 
 
-verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "completion"]
+verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "completion", "lsp"]
 expect(bash_replies("tavo", "") == verbs + ["--help", "--version"], bash_replies("tavo", ""))
 expect(bash_replies("tavo", "ch") == ["check"], "a verb")
 expect("--layout" in bash_replies("tavo", "check", "--"), "the options of a verb")

@@ -6,9 +6,11 @@ usage: format_test.py TAVO CORPUS
 import json
 import os
 import pathlib
+import queue
 import subprocess
 import sys
 import tempfile
+import threading
 
 TAVO = sys.argv[1]
 
@@ -42,6 +44,14 @@ class Server:
         self.process = subprocess.Popen([TAVO, "lsp"], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
         self.number = 0
+        # Read all the time: the server may tell something while it is being told.
+        self.messages = queue.Queue()
+        threading.Thread(target=self.listen, daemon=True).start()
+
+    def listen(self):
+        while (message := self.receive()) is not None:
+            self.messages.put(message)
+        self.messages.put(None)
 
     def send(self, message):
         body = json.dumps(dict(message, jsonrpc="2.0")).encode("utf-8")
@@ -52,6 +62,8 @@ class Server:
         length = 0
         while True:
             line = self.process.stdout.readline().strip()
+            if not line and length == 0:
+                return None
             if not line:
                 break
             name, value = line.split(b":")
@@ -63,7 +75,9 @@ class Server:
         self.number += 1
         self.send({"id": self.number, "method": method, "params": params})
         while True:
-            message = self.receive()
+            message = self.messages.get(timeout=60)
+            if message is None:
+                sys.exit("the server ended")
             if message.get("id") == self.number:
                 return message["result"]
 
