@@ -138,6 +138,24 @@ TEST_F(TraceLevel, CharactersThatTakeMoreThanAByteNeverOverrun) {
   EXPECT_TRUE(status == 7175 || status == by_platform) << status;
 }
 
+// Such a text would fill the byte of its terminator, and the platform would read on behind it.
+TEST_F(TraceLevel, OfOneByteMoreThanCharactersIs7175AndNotHandedOnWithoutATerminator) {
+  for (const std::u16string text : {u"\"\u00E9\"", u"\"DETAIL\u00E9\"", u"\"\u00E90\""}) {
+    EXPECT_EQ(7175u, set(text, 251));
+    EXPECT_TRUE(front::platform().trace_levels.empty());
+  }
+  EXPECT_EQ(Error({7175, {}}), held_errors().at(0));
+  EXPECT_EQ(1, request_.errorFlag);
+  EXPECT_EQ(7148u, tavo_test::fill_statement(L"PRO=CCN, TRCLEVEL=\"\u00E9\"").status);
+}
+
+TEST_F(TraceLevel, WithoutAValueIsAFailureAndNothingIsHandedOn) {
+  EXPECT_EQ(0xFFFFFFFFu, SetTraceLevel(&request_, nullptr, 94, nullptr, 251, nullptr));
+  EXPECT_TRUE(front::platform().trace_levels.empty());
+  EXPECT_EQ(0, request_.errorFlag);
+  EXPECT_TRUE(held_errors().empty());
+}
+
 TEST_F(TraceLevel, ThePlatformsRefusalIsRecordedUnderItsOwnNumber) {
   front::fail("TAVOSetTraceLevel", 1, 4711);
   EXPECT_EQ(4711u, set(u"\"0\"", 251));

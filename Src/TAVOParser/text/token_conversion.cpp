@@ -27,11 +27,13 @@ uint32_t set_trace_level(RequestRecord* request, TokenText level, uint32_t value
     level.units += level.count != 0 ? 1 : 0;
     level.count = level.count < 2 ? 0 : level.count - 2;
   }
-  // A character that needs more than one byte makes the conversion fail, never overrun.
   const ByteText text(static_cast<char*>(std::calloc(size_t{level.count} + 1, 1)));
   if (text == nullptr) return reject(request, TAVO_STATUS_NO_MEMORY_FOR_TRACE_LEVEL);
   uint32_t produced = 0;
-  if (Convert16To8(text.get(), level.count + 1, level.units, level.count, &produced) != 0) {
+  const uint32_t converted =
+      Convert16To8(text.get(), level.count + 1, level.units, level.count, &produced);
+  // A text of more bytes than characters can fill the last byte, which is to stay the terminator.
+  if (converted != 0 || produced > level.count) {
     trace.note(__LINE__, "Func Convert16To8 failed");
     return reject(request, TAVO_STATUS_TRACE_LEVEL_NOT_CONVERTIBLE);
   }
@@ -69,7 +71,7 @@ uint32_t SetTraceLevel(RequestRecord* request, pANTLR3_COMMON_TOKEN, uint32_t,
   constexpr uint32_t kFailure = 0xFFFFFFFF;
   TAVO_TRACE_FUNCTION(tavo::kIdSetTraceLevel, uint32_t);
   TAVO_TRACE_ENTRY(tavo::trace_pointer("pParamDef", request));
-  if (request == nullptr) TAVO_TRACE_RETURN(kFailure);
+  if (request == nullptr || value == nullptr) TAVO_TRACE_RETURN(kFailure);
   if (request->pKeyValueArr == nullptr && request->capacity == 0) TAVO_TRACE_RETURN(0);
   TAVO_TRACE_RETURN(tavo::set_trace_level(request, tavo::token_text(value), valueId, trace));
 }
