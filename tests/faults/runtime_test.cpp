@@ -13,7 +13,18 @@
 
 namespace {
 
-std::string refused;  // the constructor that returns null
+std::string refused;   // the constructor that returns null
+uint32_t vectors = 0;  // that were asked for since the last reset
+uint32_t refused_vector = 0;
+// A part that the runtime leaves out: null in its place, or the number of the error.
+std::string missing_part;
+bool as_number = false;
+
+template <typename Part>
+void leave_out(const char* name, Part*& part) {
+  if (missing_part != name) return;
+  part = as_number ? static_cast<Part*>(ANTLR3_FUNC_PTR(ANTLR3_ERR_NOMEM)) : nullptr;
+}
 
 // The runtime's definition, which this program's overrides; null when it is the one that fails.
 template <typename Function>
@@ -31,22 +42,57 @@ Function* original(const char* name, Function*) {
 extern "C" {
 pANTLR3_INPUT_STREAM antlr3StringStreamNew(pANTLR3_UINT8 data, ANTLR3_UINT32 encoding,
                                            ANTLR3_UINT32 size, pANTLR3_UINT8 name) {
-  IN_FRONT(antlr3StringStreamNew, data, encoding, size, name);
+  const auto constructor = behind("antlr3StringStreamNew", antlr3StringStreamNew);
+  if (constructor == nullptr) return nullptr;
+  pANTLR3_INPUT_STREAM stream = constructor(data, encoding, size, name);
+  if (missing_part == "istream") stream->istream->free(stream->istream);
+  if (missing_part == "strFactory") stream->strFactory->close(stream->strFactory);
+  if (missing_part == "markers") stream->markers->free(stream->markers);
+  leave_out("istream", stream->istream);
+  leave_out("strFactory", stream->strFactory);
+  leave_out("markers", stream->markers);
+  return stream;
 }
 pANTLR3_LEXER antlr3LexerNewStream(ANTLR3_UINT32 hint, pANTLR3_INPUT_STREAM input,
                                    pANTLR3_RECOGNIZER_SHARED_STATE state) {
-  IN_FRONT(antlr3LexerNewStream, hint, input, state);
+  const auto constructor = behind("antlr3LexerNewStream", antlr3LexerNewStream);
+  if (constructor == nullptr) return nullptr;
+  pANTLR3_LEXER lexer = constructor(hint, input, state);
+  if (missing_part == "lexer->rec") ANTLR3_FREE(lexer->rec);
+  leave_out("lexer->rec", lexer->rec);
+  return lexer;
 }
 pANTLR3_COMMON_TOKEN_STREAM antlr3CommonTokenStreamSourceNew(ANTLR3_UINT32 hint,
                                                              pANTLR3_TOKEN_SOURCE source) {
-  IN_FRONT(antlr3CommonTokenStreamSourceNew, hint, source);
+  const auto constructor =
+      behind("antlr3CommonTokenStreamSourceNew", antlr3CommonTokenStreamSourceNew);
+  if (constructor == nullptr) return nullptr;
+  pANTLR3_COMMON_TOKEN_STREAM tokens = constructor(hint, source);
+  if (missing_part == "tstream") {
+    tokens->tstream->istream->free(tokens->tstream->istream);
+    tokens->tstream->free(tokens->tstream);
+  }
+  leave_out("tstream", tokens->tstream);
+  return tokens;
 }
 pANTLR3_PARSER antlr3ParserNew(ANTLR3_UINT32 hint, pANTLR3_RECOGNIZER_SHARED_STATE state) {
-  IN_FRONT(antlr3ParserNew, hint, state);
+  const auto constructor = behind("antlr3ParserNew", antlr3ParserNew);
+  if (constructor == nullptr) return nullptr;
+  pANTLR3_PARSER parser = constructor(hint, state);
+  if (missing_part == "parser->rec") ANTLR3_FREE(parser->rec);
+  leave_out("parser->rec", parser->rec);
+  return parser;
 }
 pANTLR3_EXCEPTION antlr3ExceptionNew(ANTLR3_UINT32 exception, void* name, void* message,
                                      ANTLR3_BOOLEAN freeMessage) {
   IN_FRONT(antlr3ExceptionNew, exception, name, message, freeMessage);
+}
+// One that got no memory is the number of the error, cast to an address.
+pANTLR3_VECTOR antlr3VectorNew(ANTLR3_UINT32 hint) {
+  if (++vectors == refused_vector) {
+    return static_cast<pANTLR3_VECTOR>(ANTLR3_FUNC_PTR(ANTLR3_ERR_NOMEM));
+  }
+  return behind("antlr3VectorNew", antlr3VectorNew)(hint);
 }
 }
 #pragma GCC visibility pop
@@ -57,6 +103,8 @@ class RefusedByTheRuntime : public testing::Test {
  protected:
   void TearDown() override {
     refused.clear();
+    refused_vector = 0;
+    missing_part.clear();
     EXPECT_EQ(0u, tavo_test::fill_statement(L"PRO=CCN, PAT=6C").status) << "the next call works";
   }
 };
@@ -70,6 +118,40 @@ TEST_F(RefusedByTheRuntime, APartOfTheChainIsNoMemoryForTheText) {
     ASSERT_EQ(1u, run.errors.size()) << constructor;
     EXPECT_EQ(7089u, run.errors[0].id) << constructor;
     EXPECT_TRUE(run.pairs.empty()) << constructor;
+  }
+}
+
+// The stream's markers and the token stream's tokens. Between them stands the vector of the string
+// factory, which the runtime itself uses at once and does not survive.
+TEST_F(RefusedByTheRuntime, AVectorOfAPartIsNoMemoryForTheTextAndNothingIsCalledThroughIt) {
+  constexpr uint32_t kMarkers = 1;
+  constexpr uint32_t kTokens = 3;
+  vectors = 0;
+  ASSERT_EQ(0u, tavo_test::size_statement(L"PRO=CCN, PAT=6C").status);
+  ASSERT_EQ(kTokens, vectors);
+  for (const uint32_t nth : {kMarkers, kTokens}) {
+    vectors = 0;
+    refused_vector = nth;
+    const tavo_test::ServiceRun run = tavo_test::size_statement(L"PRO=CCN, PAT=6C");
+    EXPECT_EQ(nth == kMarkers ? 2 : nth, vectors) << "nothing of the chain is made after it";
+    EXPECT_EQ(7089u, run.status) << nth;
+    ASSERT_EQ(1u, run.errors.size()) << nth;
+    EXPECT_EQ(7089u, run.errors[0].id) << nth;
+    EXPECT_TRUE(run.pairs.empty()) << nth;
+  }
+}
+
+TEST_F(RefusedByTheRuntime, AnyPartThatIsMissingIsNoMemoryForTheText) {
+  for (const char* part :
+       {"istream", "strFactory", "markers", "lexer->rec", "tstream", "parser->rec"}) {
+    for (const bool number : {false, true}) {
+      missing_part = part;
+      as_number = number;
+      const tavo_test::ServiceRun run = tavo_test::size_statement(L"PRO=CCN, PAT=6C");
+      EXPECT_EQ(7089u, run.status) << part;
+      ASSERT_EQ(1u, run.errors.size()) << part;
+      EXPECT_EQ(7089u, run.errors[0].id) << part;
+    }
   }
 }
 

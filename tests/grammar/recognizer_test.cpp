@@ -266,6 +266,16 @@ TEST_F(ParserByHand, StoresThroughTheStorePointer) {
   }
 }
 
+TEST_F(ParserByHand, WithoutARequestDoesNothing) {
+  Chain chain(u"PRO=HASH, DSTFLD=A, NONSENSE");
+  pTAVOParser parser = TAVOParserNew(chain.tokens());
+  ASSERT_NE(nullptr, parser);
+  parser->parse_tavo_provider_syntax(parser, nullptr);
+  EXPECT_TRUE(g_stored.empty());
+  EXPECT_TRUE(front::platform().opened.empty());
+  parser->free(parser);
+}
+
 TEST_F(ParserByHand, AFullArrayDoesNotStopTheGrammarNorRejectDeliberately) {
   g_store_result = 7093;
   EXPECT_EQ(0, parse(u"PRO=HASH, DSTFLD=A, SEED=HMAC").errorFlag);

@@ -7,6 +7,7 @@
 #include "Grammar/engine/engine.h"
 #include "Grammar/engine/table_engine.h"
 #include "Grammar/lexer/lexer.h"
+#include "Grammar/lexer/runtime_parts.h"
 
 namespace tavo {
 namespace {
@@ -91,6 +92,7 @@ void ParserObject::finish_statement() {
 }
 
 void ParserObject::parse_tavo_provider_syntax(RequestRecord* request) {
+  if (request == nullptr) return;
   request_ = request;
   const bool accepted = window_ != nullptr ? run_grammar(*window_, *this, request)
                                            : run_grammar(tokens_->tstream, *this, request);
@@ -129,7 +131,7 @@ bool ParserObject::open(pANTLR3_COMMON_TOKEN_STREAM tokens, pANTLR3_RECOGNIZER_S
   context_.free = free_parser;
   // Needs no stack of follow sets, which only the runtime's recovery reads.
   context_.pParser = antlr3ParserNew(kSizeHint, state != nullptr ? state : &own_state_);
-  if (context_.pParser == nullptr) return false;
+  if (!is_whole(context_.pParser)) return false;
   context_.pParser->super = this;
   context_.pParser->tstream = tokens->tstream;
   recognizer()->recoverFromMismatchedToken = mismatched_token;

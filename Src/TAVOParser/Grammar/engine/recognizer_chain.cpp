@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "Grammar/lexer/runtime_parts.h"
+
 namespace tavo {
 namespace {
 
@@ -18,10 +20,10 @@ pANTLR3_UINT8 as_bytes(const void* text) {
 bool RecognizerChain::open(uint16_t* text, uint32_t units, size_t zeros_after) {
   stream_ = antlr3StringStreamNew(as_bytes(text), ANTLR3_ENC_UTF16,
                                   units * uint32_t{sizeof(uint16_t)}, as_bytes(kStreamName));
-  if (stream_ == nullptr) return false;
+  if (!is_whole(stream_)) return false;
   if (!lexer_.open(stream_, nullptr, zeros_after)) return false;
   tokens_ = antlr3CommonTokenStreamSourceNew(kTokenStreamSizeHint, lexer_.token_source());
-  if (tokens_ == nullptr) return false;
+  if (!is_whole(tokens_)) return false;
   window_.open(lexer_);
   parser_.read_through(&window_);
   return parser_.open(tokens_, nullptr);

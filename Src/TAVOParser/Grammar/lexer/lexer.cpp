@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "Grammar/lexer/runtime_parts.h"
 #include "text/utf16_characters.h"
 
 namespace tavo {
@@ -234,7 +235,7 @@ bool LexerObject::open(pANTLR3_INPUT_STREAM input, pANTLR3_RECOGNIZER_SHARED_STA
 
   context_ = {nullptr, nullptr, grammar_file_name, free_lexer};
   context_.pLexer = antlr3LexerNewStream(kSizeHint, input, used);
-  if (context_.pLexer == nullptr) return false;
+  if (!is_whole(context_.pLexer)) return false;
   used->tokSource->super = context_.pLexer;
   context_.mTokens = [](pTAVOLexer ctx) { from_context(ctx)->match_one_token(); };
   context_.pLexer->ctx = &context_;
