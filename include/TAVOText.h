@@ -93,7 +93,8 @@ TAVO_API int32_t StringWNCaseCompare(const wchar_t* first, const wchar_t* second
  * text: the list; start: where to begin, in characters, at most the length of the text; separator:
  * ends an element outside quotes.
  * out: the element, terminated; must have space for the rest of the text and a terminator.
- * outLength: out, characters of the element, its quotes counted; 0 with -2 and -3.
+ * outLength: out, characters of the element, its quotes counted.
+ * With -2 and -3 the element is empty and its length 0.
  * Blanks before an element are skipped; blanks after an unquoted element are dropped. A backslash
  * is dropped and escapes the next character. An element that begins with a quote keeps its quotes
  * and its case, and the text between its closing quote and the separator is skipped; any other
@@ -108,8 +109,8 @@ TAVO_API int32_t TAVO_GetNextElement(const wchar_t* text, wchar_t* out, uint32_t
  * text: is split in the process, as by wcstok; work: receives the concatenated pieces, terminated,
  * and must be as large as the text; delimiters: a set of characters.
  * replaceFlag 1: the result is also copied back over the text and *length is set to its characters.
- * Any other flag: the text stays split, *length is unchanged (and may be null), and only the work
- * buffer has the result.
+ * Any other flag: the text stays split, *length is unchanged, and only the work buffer has the
+ * result.
  * Returns 0, or 0xFFFFFFFF for a null argument. */
 TAVO_API uint32_t TrimSourceW(wchar_t* text, uint32_t* length, const wchar_t* delimiters,
                               wchar_t* work, int32_t replaceFlag) TAVO_NOEXCEPT;

@@ -74,11 +74,14 @@ TEST(Sizing, NeedsBothNoArrayAndNoCapacity) {
   EXPECT_EQ(0, request.maxKeySize);
 }
 
-TEST(Sizing, OfNullTokensNeedsTheTerminators) {
+TEST(Sizing, ANullTokenIsAFailureAndMeasuresNothing) {
+  tavo_test::RuntimeToken token(u"KEY");
   RequestRecord request{};
-  EXPECT_EQ(0u, SetKeyValuePairW(&request, nullptr, kKey, nullptr, 0, nullptr));
-  EXPECT_EQ(4, request.maxKeySize);
-  EXPECT_EQ(4, request.maxValueSize);
+  EXPECT_EQ(0xFFFFFFFFu, SetKeyValuePairW(&request, nullptr, kKey, token.get(), 0, nullptr));
+  EXPECT_EQ(0xFFFFFFFFu, SetKeyValuePairW(&request, token.get(), kKey, nullptr, 0, nullptr));
+  EXPECT_EQ(0, request.count);
+  EXPECT_EQ(0, request.maxKeySize);
+  EXPECT_EQ(0, request.maxValueSize);
 }
 
 // ---- filling -----------------------------------------------------------------------------------
@@ -97,6 +100,20 @@ TEST(Storing, WritesTextsAndIdentifiers) {
   EXPECT_EQ(64u, array[0].valueSize);
   EXPECT_EQ(0, array.request().maxKeySize);
   EXPECT_EQ(0, array.request().errorFlag);
+  array.expect_intact();
+}
+
+TEST(Storing, ANullTokenIsAFailureAndStoresNothing) {
+  GuardedArray array(2, 64, 64);
+  tavo_test::RuntimeToken token(u"KEY");
+  EXPECT_EQ(0xFFFFFFFFu,
+            SetKeyValuePairW(&array.request(), nullptr, kKey, token.get(), 0, nullptr));
+  EXPECT_EQ(0xFFFFFFFFu,
+            SetKeyValuePairW(&array.request(), token.get(), kKey, nullptr, 0, nullptr));
+  EXPECT_EQ(0, array.request().count);
+  EXPECT_EQ(0u, array[0].keyId);
+  EXPECT_STREQ(L"", array[0].key);
+  EXPECT_STREQ(L"", array[0].value);
   array.expect_intact();
 }
 

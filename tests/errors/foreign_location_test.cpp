@@ -111,6 +111,17 @@ TEST_F(ForeignLocation, OfALexerIsTheCharacter) {
   expect_at(11, 0, 3, 4);
 }
 
+TEST_F(ForeignLocation, OfALexerWithoutAnInputIsNoneAndTheMessageIsRecordedAllTheSame) {
+  fail_in_lexer(4);
+  lexer_.input = nullptr;
+  EXPECT_FALSE(record().has_value());
+  recognizer_.super = nullptr;
+  EXPECT_FALSE(record().has_value());
+  const auto errors = tavo_test::held_errors();
+  ASSERT_EQ(2u, errors.size());
+  EXPECT_EQ(7139u, errors[1].id);
+}
+
 TEST_F(ForeignLocation, OfAnotherKindOfRecognizerIsNone) {
   recognizer_.type = ANTLR3_TYPE_TREE_PARSER;
   EXPECT_FALSE(record().has_value());

@@ -153,6 +153,19 @@ TEST_F(Message, ATextThatIsGoneHasTheFixedTextForItsExcerpt) {
   EXPECT_EQ(syntax_error(L"3", L"<Failed to convert parameter string>"), record(2, 1));
 }
 
+TEST_F(Message, ANegativeTextLengthCountsAsNone) {
+  for (const int32_t length : {-1, -4, -64, INT32_MIN}) {
+    request_.textLength = length;
+    EXPECT_EQ(syntax_error(L"3", L""), record(2, 1)) << length;
+    EXPECT_EQ(syntax_error(L"0", L""), record(3, 0)) << length << ": at the string's length";
+  }
+  const ParmTextM bytes{0, {}, 0, "PRO"};
+  request_.form = 'M';
+  request_.parmText = const_cast<ParmTextM*>(&bytes);
+  request_.textLength = -1;
+  EXPECT_EQ(syntax_error(L"3", L""), record(2, 1));
+}
+
 TEST_F(Message, WithoutAThreadBlockNothingIsRecordedAndTheFlagStays) {
   front::fail("TAVOGetThreadBlock", 1, 4711);
   request_.errorFlag = 0;

@@ -25,10 +25,6 @@ Element read(const std::wstring& text, int32_t start = 0, wchar_t separator = L'
   uint32_t length = 99;
   const int32_t next =
       TAVO_GetNextElement(text.c_str(), out.data(), &length, separator, nullptr, start);
-  if (next == TAVO_ELEMENT_NONE) {
-    EXPECT_EQ(L'~', out[0]) << "nothing is written at the end of the text";
-    return {next, L"", length};
-  }
   return {next, out.data(), length};
 }
 
@@ -96,6 +92,22 @@ TEST(ElementReader, DeliversAnUnterminatedQuotedElementWithItsCase) {
 TEST(ElementReader, TakesAnySeparator) {
   EXPECT_EQ((Element{2, L"A", 1}), read(L"a b", 0, L' '));
   EXPECT_EQ((Element{4, L"A,B", 3}), read(L"a,b;c", 0, L';'));
+}
+
+TEST(ElementReader, EmptiesTheOutputOnEveryFailure) {
+  const auto refused = [](const wchar_t* text, int32_t start) {
+    wchar_t out[8] = L"before";
+    uint32_t length = 99;
+    const int32_t result = TAVO_GetNextElement(text, out, &length, L',', nullptr, start);
+    EXPECT_STREQ(L"", out) << result;
+    EXPECT_EQ(0u, length) << result;
+    return result;
+  };
+  EXPECT_EQ(-2, refused(L"", 0));
+  EXPECT_EQ(-2, refused(L"  ", 1));
+  EXPECT_EQ(-3, refused(L"ab\"c", 0));
+  EXPECT_EQ(-3, refused(L"a", -1));
+  EXPECT_EQ(-3, refused(nullptr, 0));
 }
 
 TEST(ElementReader, RefusesNullsAndANegativeStart) {

@@ -33,7 +33,9 @@ TEST(TrimSource, AnyOtherFlagIsLikeZero) {
   for (const int32_t flag : {2, -1}) {
     wchar_t text[] = L"a-b";
     wchar_t work[4] = {};
-    EXPECT_EQ(0u, TrimSourceW(text, nullptr, L"-", work, flag));
+    uint32_t length = 9;
+    EXPECT_EQ(0u, TrimSourceW(text, &length, L"-", work, flag));
+    EXPECT_EQ(9u, length);
     EXPECT_STREQ(L"a", text);
     EXPECT_STREQ(L"ab", work);
   }
@@ -75,6 +77,8 @@ TEST(TrimSource, RefusesAnAbsentTextAndOtherNulls) {
   EXPECT_EQ(kFailed, TrimSourceW(text, &length, nullptr, work, 1));
   EXPECT_EQ(kFailed, TrimSourceW(text, &length, L"-", nullptr, 1));
   EXPECT_EQ(kFailed, TrimSourceW(text, nullptr, L"-", work, 1));
+  EXPECT_EQ(kFailed, TrimSourceW(text, nullptr, L"-", work, 0)) << "whatever the flag";
+  EXPECT_STREQ(L"~", work);
   EXPECT_STREQ(L"a-b", text);
   EXPECT_EQ(9u, length);
 }

@@ -181,7 +181,7 @@ uint32_t SetKeyValuePairW(RequestRecord* request, pANTLR3_COMMON_TOKEN key, uint
   TAVO_TRACE_FUNCTION(tavo::kIdSetKeyValuePairW, uint32_t);
   TAVO_TRACE_ENTRY(tavo::trace_pointer("pParamDef", request), tavo::trace_number("keyId", keyId),
                    tavo::trace_number("valueId", valueId));
-  if (request == nullptr) TAVO_TRACE_RETURN(kFailure);
+  if (request == nullptr || key == nullptr || value == nullptr) TAVO_TRACE_RETURN(kFailure);
   if (tavo::is_sizing_run(request)) {
     TAVO_TRACE_RETURN(
         tavo::measure(request, tavo::token_text(key), tavo::token_text(value), prefix));

@@ -37,7 +37,9 @@ Place place_of(pANTLR3_BASE_RECOGNIZER recognizer, const ANTLR3_EXCEPTION& excep
       place.stop = text.units + text.count;
     }
   } else if (recognizer->type == ANTLR3_TYPE_LEXER) {
-    place.input = static_cast<pANTLR3_LEXER>(recognizer->super)->input;
+    auto* lexer = static_cast<pANTLR3_LEXER>(recognizer->super);
+    if (lexer == nullptr || lexer->input == nullptr) return place;
+    place.input = lexer->input;
     if (exception.c != ANTLR3_CHARSTREAM_EOF) {
       place.start = reinterpret_cast<const uint16_t*>(static_cast<intptr_t>(exception.index));
       place.stop = next_character(place.start, end_of(*place.input));

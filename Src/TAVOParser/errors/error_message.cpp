@@ -21,10 +21,10 @@ void record_plain(ErrorState* state, uint32_t message_id) {
   capture_error(state, 0, message_id, 0);
 }
 
-// Characters of the whole string; bytes for 8-bit text.
+// Characters of the whole string; bytes for 8-bit text. A negative length counts as 0.
 int32_t string_length(const RequestRecord& request) {
-  return request.form == 'M' ? request.textLength
-                             : request.textLength / static_cast<int32_t>(sizeof(wchar_t));
+  const int32_t bytes = std::max(request.textLength, 0);
+  return request.form == 'M' ? bytes : bytes / static_cast<int32_t>(sizeof(wchar_t));
 }
 
 void add_excerpt(ErrorState* state, const RequestRecord& request, int32_t position) {

@@ -6,6 +6,14 @@
 #include "platform/platform.h"
 
 namespace tavo {
+namespace {
+
+// A negative length counts as 0.
+uint32_t bytes_of(const RequestRecord& request) {
+  return request.textLength < 0 ? 0u : static_cast<uint32_t>(request.textLength);
+}
+
+}  // namespace
 
 ParameterText::~ParameterText() {
   std::free(owned_);
@@ -20,14 +28,14 @@ uint32_t ParameterText::fetch(const RequestRecord& request) {
   }
   const auto* descriptor = static_cast<const ParmTextW*>(request.parmText);
   text_ = descriptor == nullptr ? nullptr : descriptor->text;
-  characters_ = static_cast<uint32_t>(request.textLength) / uint32_t{sizeof(wchar_t)};
+  characters_ = bytes_of(request) / uint32_t{sizeof(wchar_t)};
   return text_ == nullptr ? uint32_t{TAVO_STATUS_TEXT_POINTER_NULL} : 0u;
 }
 
 uint32_t ParameterText::convert(const RequestRecord& request) {
   const auto* descriptor = static_cast<const ParmTextM*>(request.parmText);
   if (descriptor == nullptr || descriptor->text == nullptr) return TAVO_STATUS_TEXT_POINTER_NULL;
-  const size_t room = static_cast<size_t>(request.textLength) + 1;
+  const size_t room = size_t{bytes_of(request)} + 1;
   wchar_t* wide = short_;
   if (room > kShort) {
     wide = owned_ = static_cast<wchar_t*>(std::calloc(room, sizeof(wchar_t)));
@@ -38,7 +46,7 @@ uint32_t ParameterText::convert(const RequestRecord& request) {
   ConversionDescriptor conversion{};
   conversion.kind = descriptor->kind;
   conversion.code_page = descriptor->codePage;
-  int32_t length = request.textLength;
+  auto length = static_cast<int32_t>(bytes_of(request));
   converter_code_ = TAVOCnvCharToWVarcharSz(descriptor->text, &length, wide,
                                             static_cast<uint32_t>(room * sizeof(wchar_t)),
                                             &characters_, &conversion);

@@ -85,14 +85,16 @@ class ElementReader {
 extern "C" int32_t TAVO_GetNextElement(const wchar_t* text, wchar_t* out, uint32_t* outLength,
                                        wchar_t separator, void* /*unused*/,
                                        int32_t start) noexcept {
+  // Whatever the failure, no element of an earlier call is left to be taken for this one.
   if (outLength != nullptr) *outLength = 0;
+  if (out != nullptr) *out = L'\0';
   if (text == nullptr || out == nullptr || outLength == nullptr || start < 0) {
     return TAVO_ELEMENT_MALFORMED;
   }
   ElementReader reader(text, start, separator, out);
   if (!reader.skip_blanks()) return TAVO_ELEMENT_NONE;
   if (!reader.read()) {
-    *out = L'\0';
+    *out = L'\0';  // what stands before the quote has been read already
     return TAVO_ELEMENT_MALFORMED;
   }
   *outLength = reader.finish();

@@ -36,8 +36,9 @@ extern "C" {
 
 uint32_t TrimSourceW(wchar_t* text, uint32_t* length, const wchar_t* delimiters, wchar_t* work,
                      int32_t replaceFlag) noexcept {
-  if (text == nullptr || delimiters == nullptr || work == nullptr) return tavo::kFailed;
-  if (replaceFlag == kCopyBack && length == nullptr) return tavo::kFailed;
+  if (text == nullptr || length == nullptr || delimiters == nullptr || work == nullptr) {
+    return tavo::kFailed;
+  }
   const size_t joined = join_pieces(text, delimiters, work);
   // Deliberate: with any other flag the text stays split and the length is unchanged; callers read
   // only the work buffer then.
