@@ -1,6 +1,10 @@
 // Field definitions that contradict each other, with prefixes from statements and invented ones.
 #include <gtest/gtest.h>
 
+#include <cwchar>
+#include <utility>
+#include <vector>
+
 #include "support/fronting_platform.h"
 #include "validation/caller_array.h"
 
@@ -84,6 +88,78 @@ TEST(FieldDefinitions, OfAStatementInEitherCase) {
   ASSERT_EQ(1u, run.errors.size());
   EXPECT_EQ(7147u, run.errors[0].id);
   EXPECT_EQ(L"flddef1:NAME", run.errors[0].inserts.at(0).text);
+}
+
+// Prefixes that callers made up, each once or twice, in one array.
+class ManyPrefixes {
+ public:
+  explicit ManyPrefixes(size_t count) : keys_(count * kKeyCharacters), entries_(count + 1) {
+    tavo_test::size_statement(L"PRO=CCN");  // an empty error state
+    entries_[0].keyId = TAVO_PARSER_PROVIDER;
+    entries_[0].valueId = TAVO_PARSER_PROVIDER_CCN;
+    for (size_t i = 0; i < count; ++i) {
+      KeyValueEntry& entry = entries_[i + 1];
+      entry.key = &keys_[i * kKeyCharacters];
+      entry.keySize = kKeyCharacters * sizeof(wchar_t);
+      set_number(i, i);
+      entry.keyId = kType;
+      entry.valueId = 1;
+    }
+  }
+  KeyValueEntry& operator[](size_t index) {
+    return entries_[index + 1];
+  }
+  // Makes the prefix of a pair that of a number.
+  void set_number(size_t index, size_t number) {
+    std::swprintf((*this)[index].key, kKeyCharacters, L"F%07zu:T", number);
+  }
+  // The violation, and the key text it names.
+  std::pair<uint32_t, std::wstring> validate() {
+    RequestRecord request{};
+    request.sStructVer = 21;
+    request.pKeyValueArr = entries_.data();
+    request.count = static_cast<int32_t>(entries_.size());
+    const uint32_t status = Provider_Validate(&request);
+    const auto errors = held_errors();
+    return {status, errors.empty() ? L"" : errors.back().inserts.at(0).text};
+  }
+
+ private:
+  static constexpr size_t kKeyCharacters = 12;
+  std::vector<wchar_t> keys_;
+  std::vector<KeyValueEntry> entries_;
+};
+
+TEST(FieldDefinitions, TheFirstContradictionInTheArrayIsNamedHoweverManyPrefixesThereAre) {
+  ManyPrefixes array(3000);
+  EXPECT_EQ(0u, array.validate().first);
+  array.set_number(2900, 10);
+  array.set_number(2000, 2500);  // the one at 2500 is the second of its prefix now
+  array.set_number(2999, 2500);
+  EXPECT_EQ(0u, array.validate().first) << "twice the same";
+  array[2900].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"F0000010:T")), array.validate());
+  array[2999].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"F0000010:T")), array.validate());
+  array[2500].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"F0002500:T")), array.validate());
+  std::wcscpy(array[2400].key, L"FLDDEF7:N");
+  std::wcscpy(array[2450].key, L"flddef7:N");
+  array[2450].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"flddef7:N")), array.validate());
+  array.set_number(2300, 2299);
+  array[2300].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"F0002299:T")), array.validate());
+}
+
+// Each pair compared with all before it, this would take the better part of an hour.
+TEST(FieldDefinitions, OfAMillionPrefixesAreLookedThroughWithoutComparingEachWithEach) {
+  constexpr size_t kMany = 1000000;
+  ManyPrefixes array(kMany);
+  array.set_number(kMany - 1, 0);
+  EXPECT_EQ(0u, array.validate().first);
+  array[kMany - 1].valueId = 2;
+  EXPECT_EQ(std::pair(7146u, std::wstring(L"F0000000:T")), array.validate());
 }
 
 TEST(FieldDefinitions, WithPrefixesThatOnlyLookLikeNumberedOnes) {

@@ -1,6 +1,9 @@
 #include "validation/field_definitions.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cwchar>
+#include <memory>
 
 namespace tavo {
 namespace {
@@ -44,14 +47,72 @@ bool has_another(const StoredPairs& pairs, const KeyValueEntry& first) {
   return false;
 }
 
-// The first pair with the same key type and prefix. Only needed for prefixes that a caller
-// invented.
-const KeyValueEntry* find_first_alike(const StoredPairs& pairs, const KeyValueEntry& entry,
-                                      const StoredText& prefix) {
-  for (const KeyValueEntry* other = pairs.begin(); other != &entry; ++other) {
-    if (other->keyId == entry.keyId && same_prefix(prefix_of(*other), prefix)) return other;
+// ---- prefixes that a caller made up ------------------------------------------------------------
+
+using Differ = bool (*)(const KeyValueEntry&, const KeyValueEntry&);
+
+struct PrefixedPair {
+  StoredText prefix;
+  const KeyValueEntry* entry;
+};
+
+// By prefix, shorter ones first; under one prefix in the order of the array.
+bool comes_before(const PrefixedPair& a, const PrefixedPair& b) {
+  if (a.prefix.length != b.prefix.length) return a.prefix.length < b.prefix.length;
+  for (size_t i = 0; i < a.prefix.length; ++i) {
+    const wchar_t character_a = ascii_lower(a.prefix.characters[i]);
+    const wchar_t character_b = ascii_lower(b.prefix.characters[i]);
+    if (character_a != character_b) return character_a < character_b;
+  }
+  return a.entry < b.entry;
+}
+
+struct FreeMemory {
+  void operator()(PrefixedPair* memory) const {
+    std::free(memory);
+  }
+};
+
+// Compares each pair with all before it.
+const KeyValueEntry* find_one_by_one(const KeyValueEntry* begin, const KeyValueEntry* end,
+                                     uint32_t key, Differ differ) {
+  for (const KeyValueEntry* entry = begin; entry != end; ++entry) {
+    if (entry->keyId != key) continue;
+    const StoredText prefix = prefix_of(*entry);
+    const KeyValueEntry* earlier = begin;
+    while (earlier != entry &&
+           (earlier->keyId != key || !same_prefix(prefix_of(*earlier), prefix))) {
+      ++earlier;
+    }
+    if (earlier != entry && differ(*earlier, *entry)) return entry;
   }
   return nullptr;
+}
+
+// The first pair from begin to end, `count` of which have this key and a made-up prefix, that
+// contradicts an earlier one. In time n log n; without memory for that one by one.
+const KeyValueEntry* find_among_made_up(const KeyValueEntry* begin, const KeyValueEntry* end,
+                                        size_t count, uint32_t key, Differ differ) {
+  if (count < 2) return nullptr;
+  const std::unique_ptr<PrefixedPair[], FreeMemory> sorted(
+      static_cast<PrefixedPair*>(std::calloc(count, sizeof(PrefixedPair))));
+  if (sorted == nullptr) return find_one_by_one(begin, end, key, differ);
+  PrefixedPair* last = sorted.get();
+  for (const KeyValueEntry* entry = begin; entry != end; ++entry) {
+    if (entry->keyId != key) continue;
+    const StoredText prefix = prefix_of(*entry);
+    if (definition_number(prefix) == kNumbers) *last++ = {prefix, entry};
+  }
+  std::sort(sorted.get(), last, comes_before);
+  const PrefixedPair* first = sorted.get();  // of those with the present prefix
+  const KeyValueEntry* found = nullptr;
+  for (const PrefixedPair* pair = first; pair != last; ++pair) {
+    if (!same_prefix(first->prefix, pair->prefix)) first = pair;
+    if ((found == nullptr || pair->entry < found) && differ(*first->entry, *pair->entry)) {
+      found = pair->entry;
+    }
+  }
+  return found;
 }
 
 }  // namespace
@@ -71,25 +132,28 @@ bool value_texts_differ(const KeyValueEntry& a, const KeyValueEntry& b) {
 const KeyValueEntry* find_contradiction(const StoredPairs& pairs, uint32_t key,
                                         bool (*differ)(const KeyValueEntry&,
                                                        const KeyValueEntry&)) {
-  const KeyValueEntry* entry = pairs.find(key);
-  if (entry == nullptr || !has_another(pairs, *entry)) return nullptr;
+  const KeyValueEntry* const begin = pairs.find(key);
+  if (begin == nullptr || !has_another(pairs, *begin)) return nullptr;
   // The first pair of each numbered definition, so that each pair is looked at only once.
   const KeyValueEntry* first[kNumbers] = {};
+  size_t made_up = 0;
+  const KeyValueEntry* entry = begin;
   for (; entry != pairs.end(); ++entry) {
     if (entry->keyId != key) continue;
-    const StoredText prefix = prefix_of(*entry);
-    const size_t number = definition_number(prefix);
-    const KeyValueEntry* earlier = nullptr;
+    const size_t number = definition_number(prefix_of(*entry));
     if (number == kNumbers) {
-      earlier = find_first_alike(pairs, *entry, prefix);
+      ++made_up;
     } else if (first[number] == nullptr) {
       first[number] = entry;
-    } else {
-      earlier = first[number];
+    } else if (differ(*first[number], *entry)) {
+      break;
     }
-    if (earlier != nullptr && differ(*earlier, *entry)) return entry;
   }
-  return nullptr;
+  // One of the others counts only if it comes before that.
+  if (const KeyValueEntry* found = find_among_made_up(begin, entry, made_up, key, differ)) {
+    return found;
+  }
+  return entry != pairs.end() ? entry : nullptr;
 }
 
 }  // namespace tavo

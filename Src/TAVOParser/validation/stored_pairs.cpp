@@ -1,7 +1,6 @@
 #include "validation/stored_pairs.h"
 
 #include <cwchar>
-#include <cwctype>
 
 #include "platform/platform.h"
 
@@ -45,11 +44,7 @@ StoredText StoredText::trimmed() const {
 bool StoredText::begins_with(std::wstring_view text) const {
   if (length < text.size()) return false;
   for (size_t i = 0; i < text.size(); ++i) {
-    // Identical characters, by far most of them, need no locale lookup.
-    if (characters[i] != text[i] &&
-        towlower(static_cast<wint_t>(characters[i])) != towlower(static_cast<wint_t>(text[i]))) {
-      return false;
-    }
+    if (ascii_lower(characters[i]) != ascii_lower(text[i])) return false;
   }
   return true;
 }

@@ -12,6 +12,12 @@
 
 namespace tavo {
 
+// ASCII letters only, whatever the locale: the texts that are compared here are all ASCII.
+constexpr wchar_t ascii_lower(wchar_t character) {
+  return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character | 0x20)
+                                                : character;
+}
+
 // A stored text up to its terminator, never past its buffer.
 struct StoredText {
   const wchar_t* characters = nullptr;
