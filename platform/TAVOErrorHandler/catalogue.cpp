@@ -1,9 +1,9 @@
 #include "catalogue.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "TAVOEnvLib/env.h"
+#include "common/ascii.h"
 #include "common/platform_status.h"
 
 namespace tavo::platform {
@@ -12,9 +12,8 @@ namespace {
 
 // Whether a setting such as de, de_DE.UTF-8 or de-AT names a language.
 bool names_language(const char* setting, const char* code) noexcept {
-  const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-  return lower(setting[0]) == code[0] && lower(setting[1]) == code[1] &&
-         std::isalpha(static_cast<unsigned char>(setting[2])) == 0;
+  return ascii_lower(setting[0]) == code[0] && ascii_lower(setting[1]) == code[1] &&
+         !is_ascii_letter(setting[2]);
 }
 
 const wchar_t* find(const Language& language, uint32_t number) noexcept {

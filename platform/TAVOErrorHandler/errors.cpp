@@ -6,6 +6,7 @@
 #include "common/platform_status.h"
 #include "format.h"
 #include "platform/platform.h"
+#include "thread_blocks.h"
 
 using namespace tavo::platform;
 
@@ -17,10 +18,28 @@ bool is_error_block(const ErrorBlock& block) noexcept {
   return std::memcmp(block.eye, "ECBD", sizeof block.eye) == 0 && block.version == 21;
 }
 
+const ErrorBlock* find_block(const ErrorState& errors, uint32_t index, ListPlace* place) noexcept {
+  const ErrorBlock* block = errors.first;
+  uint32_t i = 0;
+  if (place != nullptr && place->block != nullptr && place->index <= index) {
+    block = place->block;
+    i = place->index;
+  }
+  for (; i < index && block != nullptr; ++i) {
+    block = block->next;
+  }
+  if (place != nullptr) {
+    place->block = block;
+    place->index = index;
+  }
+  return block;
+}
+
 }  // namespace
 
 TAVO_PLATFORM_API uint32_t GetErrorCount(void* state, void* a, void* b) {
   if (state == nullptr) return kArgumentInvalid;
+  place_in_own_list(state);  // looking at the numbers alone does not lose the place
   const auto* errors = static_cast<const ErrorState*>(state);
   if (a != nullptr) *static_cast<uint32_t*>(a) = errors->blocks;
   if (b != nullptr) *static_cast<uint32_t*>(b) = errors->largestEstimate;
@@ -29,16 +48,14 @@ TAVO_PLATFORM_API uint32_t GetErrorCount(void* state, void* a, void* b) {
 
 TAVO_PLATFORM_API uint32_t GetError(void* state, void* request) {
   if (state == nullptr) return kArgumentInvalid;
+  ListPlace* place = place_in_own_list(state);
   auto* error = static_cast<TAVOErrorRequest*>(request);
   if (error == nullptr || error->version != kRequestVersion || error->size != sizeof *error) {
     return TAVO_ERROR_REQUEST_INVALID;
   }
   const auto* errors = static_cast<const ErrorState*>(state);
   if (error->index >= errors->blocks) return TAVO_ERROR_INDEX_OUT_OF_RANGE;
-  const ErrorBlock* block = errors->first;
-  for (uint32_t i = 0; i < error->index && block != nullptr; ++i) {
-    block = block->next;
-  }
+  const ErrorBlock* block = find_block(*errors, error->index, place);
   if (block == nullptr || !is_error_block(*block)) return kErrorListDamaged;
   error->messageId = block->messageId;
   error->auxiliary = block->auxiliary;

@@ -14,6 +14,7 @@
 #include "common/platform_status.h"
 #include "common/thread_exit.h"
 #include "platform/platform.h"
+#include "thread_blocks.h"
 
 using namespace tavo::platform;
 
@@ -23,6 +24,7 @@ struct ThreadBlock {
   ErrorState* errors;       // the library's slot
   uint8_t reserved[48];     // reserved for more slots
   ThreadBlock* next_taken;  // while the blocks of all threads are cleaned
+  ListPlace place;
 };
 static_assert(offsetof(ThreadBlock, errors) == kErrorStateSlotOffset);
 
@@ -109,6 +111,15 @@ __attribute__((noinline)) uint32_t make_block(Anchor& anchor, ThreadBlock*& bloc
 
 }  // namespace
 
+ListPlace* tavo::platform::place_in_own_list(const void* state) noexcept {
+  ThreadBlock* own = t_anchor.block.load(std::memory_order_acquire);
+  if (own == nullptr || own->errors != state) return nullptr;
+  ListPlace& place = own->place;
+  if (place.fetches != 1) place.block = nullptr;
+  place.fetches = 0;
+  return &place;
+}
+
 TAVO_PLATFORM_API uint32_t TAVOGetThreadBlock(void** block) {
   if (block == nullptr) return kArgumentInvalid;
   Anchor& anchor = t_anchor;
@@ -116,6 +127,7 @@ TAVO_PLATFORM_API uint32_t TAVOGetThreadBlock(void** block) {
   if (own == nullptr) {
     if (const uint32_t status = make_block(anchor, own); status != kOk) return status;
   }
+  if (own->place.fetches < 2) ++own->place.fetches;
   *block = own;
   return kOk;
 }

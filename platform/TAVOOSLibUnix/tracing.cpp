@@ -1,7 +1,6 @@
 // Tracing: the level, the frames, and where the lines go.
 #include <fcntl.h>
 #include <pthread.h>
-#include <strings.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -10,6 +9,7 @@
 #include <cstring>
 
 #include "TAVOEnvLib/env.h"
+#include "common/ascii.h"
 #include "common/guard.h"
 #include "common/platform_status.h"
 #include "platform/platform.h"
@@ -42,7 +42,7 @@ thread_local constinit uint32_t t_depth = 0;
 bool read_level(const char* text, uint32_t& level) noexcept {
   for (uint32_t i = 0; i <= kDetail; ++i) {
     const bool is_number = text[0] == static_cast<char>('0' + i) && text[1] == '\0';
-    if (is_number || strcasecmp(text, kLevelNames[i]) == 0) {
+    if (is_number || same_word(text, kLevelNames[i])) {
       level = i;
       return true;
     }
@@ -166,7 +166,7 @@ TAVO_PLATFORM_API uint32_t KNL_Trace_RecordDiagnostic(void* record) {
 TAVO_PLATFORM_API uint32_t TAVOSetTraceLevel(const char* text) {
   if (text == nullptr) return kArgumentInvalid;
   uint32_t level = g_configured_level;
-  if (strcasecmp(text, kConfiguredLevel) != 0 && !read_level(text, level)) {
+  if (!same_word(text, kConfiguredLevel) && !read_level(text, level)) {
     return kTraceLevelUnknown;
   }
   g_level.store(level, std::memory_order_relaxed);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -94,6 +95,98 @@ TEST(Error, IsFoundByItsIndex) {
   EXPECT_EQ(request.slots, 2);
   request.index = 2;
   EXPECT_EQ(GetError(&state, &request), uint32_t{TAVO_ERROR_INDEX_OUT_OF_RANGE});
+}
+
+// The list of the thread's own block, as the library fills and fetches it.
+class OwnList : public testing::Test {
+ protected:
+  static constexpr uint32_t kBlocks = 6;
+
+  OwnList() {
+    for (uint32_t i = 0; i < kBlocks; ++i) {
+      blocks_.push_back(std::make_unique<Block>(7100 + i, 0));
+      if (i > 0) blocks_[i - 1]->get().next = &blocks_[i]->get();
+    }
+    state_.first = &blocks_.front()->get();
+    state_.last = &blocks_.back()->get();
+    state_.blocks = kBlocks;
+    EXPECT_EQ(TAVOGetThreadBlock(&thread_block_), kOk);
+    set_slot(&state_);
+  }
+  ~OwnList() override {
+    set_slot(nullptr);
+  }
+  void set_slot(ErrorState* state) {
+    std::memcpy(static_cast<char*>(thread_block_) + kErrorStateSlotOffset, &state, sizeof state);
+  }
+  // As the library does it for a caller. Returns the message's number, 0 when it is not found.
+  uint32_t fetch(uint32_t index) {
+    void* block = nullptr;
+    EXPECT_EQ(TAVOGetThreadBlock(&block), kOk);
+    TAVOErrorRequest request = {};
+    request.version = 21;
+    request.size = sizeof request;
+    request.index = index;
+    return GetError(&state_, &request) == kOk ? request.messageId : 0;
+  }
+  static void fetch_block() {
+    void* block = nullptr;
+    EXPECT_EQ(TAVOGetThreadBlock(&block), kOk);
+  }
+  // From here on nothing behind the first message is found from the start of the list.
+  void cut_behind_the_first() {
+    blocks_[0]->get().next = nullptr;
+  }
+
+  std::vector<std::unique_ptr<Block>> blocks_;
+  ErrorState state_ = {};
+  void* thread_block_ = nullptr;
+};
+
+TEST_F(OwnList, IsReadOnFromTheMessageBefore) {
+  for (uint32_t i = 0; i < 3; ++i) EXPECT_EQ(fetch(i), 7100 + i);
+  cut_behind_the_first();
+  for (uint32_t i = 3; i < kBlocks; ++i) EXPECT_EQ(fetch(i), 7100 + i);
+  EXPECT_EQ(fetch(kBlocks - 1), 7105U) << "the same once more";
+  EXPECT_EQ(fetch(1), 0U) << "an earlier one is looked for from the start";
+}
+
+TEST_F(OwnList, IsReadOnAfterItsNumbersWereAskedFor) {
+  EXPECT_EQ(fetch(2), 7102U);
+  cut_behind_the_first();
+  fetch_block();
+  uint32_t count = 0;
+  EXPECT_EQ(GetErrorCount(&state_, &count, nullptr), kOk);
+  EXPECT_EQ(fetch(4), 7104U);
+}
+
+// The library renews a list after fetching the block, and not a word comes to the platform.
+TEST_F(OwnList, IsReadFromItsStartWhenItMayBeAnotherOne) {
+  EXPECT_EQ(fetch(2), 7102U);
+  cut_behind_the_first();
+  fetch_block();
+  EXPECT_EQ(fetch(3), 0U) << "the block was fetched in between";
+  blocks_[0]->get().next = &blocks_[1]->get();
+  EXPECT_EQ(fetch(2), 7102U);
+  cut_behind_the_first();
+  for (int i = 0; i < 300; ++i) fetch_block();
+  EXPECT_EQ(fetch(3), 0U) << "many times";
+  blocks_[0]->get().next = &blocks_[1]->get();
+  EXPECT_EQ(fetch(2), 7102U);
+  cut_behind_the_first();
+  fetch_block();
+  EXPECT_EQ(GetErrorCount(&state_, nullptr, nullptr), kOk);
+  fetch_block();
+  fetch_block();
+  EXPECT_EQ(GetErrorCount(&state_, nullptr, nullptr), kOk);
+  EXPECT_EQ(fetch(3), 0U) << "between two looks at the numbers";
+}
+
+TEST_F(OwnList, OfAnotherStateIsReadFromItsStart) {
+  EXPECT_EQ(fetch(2), 7102U);
+  cut_behind_the_first();
+  set_slot(nullptr);
+  EXPECT_EQ(fetch(3), 0U) << "a state that is not the thread's own";
 }
 
 TEST(Error, RequestIsCheckedForItsVersionAndSize) {
