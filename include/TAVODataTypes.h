@@ -39,7 +39,7 @@ typedef enum TAVODataType {
   TAVO_TYPE_DATETIME_VARCHAR = 26,
   TAVO_TYPE_DATETIME_WCHAR = 27,
   TAVO_TYPE_DATETIME_WVARCHAR = 28,
-  TAVO_TYPE_UNNAMED_101 = 101 /* has sizes, but no name and no row in the table */
+  TAVO_TYPE_ORA_VARNUM = 101 /* has sizes, but no name and no row in the table */
 } TAVODataType;
 
 #define TAVO_DATA_TYPE_COUNT 29 /* codes 0 to 28 */
@@ -122,9 +122,9 @@ TAVO_API uint32_t TAVOGetSourceDataLen(const void* fieldDef, const void* data,
  * so the answer is no in case of doubt.
  * Zero: integers of value 0, DOUBLE and FLOAT of value 0 or -0, DECIMAL_K48 of 16 zero bytes.
  * Length zero: TAVOGetSourceDataLen is 0; CHAR and WCHAR also when all their characters are zero
- * (blanks are characters). Dates and times in binary form are neither.
- * Returns 0 for yes, -1 for no, and for refused input 48 (no field definition), 49 (unknown code,
- * 101 included) or 50 (null data, or a text that TAVOGetSourceDataLen refuses). */
+ * (blanks are characters). Dates and times in binary form and ORA_VARNUM are neither.
+ * Returns 0 for yes, -1 for no, and for refused input 48 (no field definition), 49 (unknown code)
+ * or 50 (null data, or a text that TAVOGetSourceDataLen refuses). */
 TAVO_API int32_t TAVO_IsZeroOrZeroLength(const void* fieldDef, const void* data) TAVO_NOEXCEPT;
 
 TAVO_END_DECLS

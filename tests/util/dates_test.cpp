@@ -183,6 +183,61 @@ TEST(LocalTime, IsWrittenAsDayMonthYearAndTime) {
   EXPECT_GE(after, read_back(buffer));
 }
 
+// Sets the time zone of the process for a test.
+class TimeZone {
+ public:
+  TimeZone() : had_one_(std::getenv("TZ") != nullptr), before_(had_one_ ? std::getenv("TZ") : "") {}
+  ~TimeZone() {
+    had_one_ ? setenv("TZ", before_.c_str(), 1) : unsetenv("TZ");
+    tzset();
+  }
+  static void set(const char* zone) {
+    setenv("TZ", zone, 1);
+  }
+
+ private:
+  bool had_one_;
+  std::string before_;
+};
+
+// Nobody else calls tzset in between: both functions have to see the change themselves.
+TEST(LocalTime, FollowsATimeZoneThatTheProcessChanged) {
+  const TimeZone zone;
+  const std::time_t now = std::time(nullptr);
+  for (const int hours : {9, -7, 3}) {
+    TimeZone::set(
+        ("TAVO" + std::to_string(-hours)).c_str());  // east of Greenwich is negative there
+    const std::time_t shown = now + hours * 3600;
+    std::tm time{};
+    gmtime_r(&shown, &time);
+    char buffer[32] = {};
+    TAVOGetLocalTime(buffer, sizeof buffer);
+    std::tm read{};
+    ASSERT_NE(nullptr, strptime(buffer, "%d/%b/%Y %H:%M:%S", &read)) << buffer;
+    EXPECT_LE(timegm(&read) - shown, 60) << hours;
+    EXPECT_GE(timegm(&read) - shown, 0) << hours;
+  }
+}
+
+TEST(LocalTimestamp, FollowsATimeZoneThatTheProcessChanged) {
+  const TimeZone zone;
+  const std::time_t now = std::time(nullptr);
+  for (const int hours : {-8, 5}) {
+    TimeZone::set(("TAVO" + std::to_string(-hours)).c_str());
+    TimestampRecord record{};
+    TAVOGetCurLocalTimeTS(&record, 0);
+    std::tm read{};
+    read.tm_year = record.year - 1900;
+    read.tm_mon = record.month - 1;
+    read.tm_mday = record.day;
+    read.tm_hour = record.hour;
+    read.tm_min = record.minute;
+    read.tm_sec = record.second;
+    EXPECT_LE(timegm(&read) - now - hours * 3600, 60) << hours;
+    EXPECT_GE(timegm(&read) - now - hours * 3600, 0) << hours;
+  }
+}
+
 TEST(LocalTime, ThatDoesNotFitLeavesAnEmptyText) {
   char buffer[32] = "~~~~~~~~~~~~~~~~~~~~~~";
   EXPECT_EQ(buffer, TAVOGetLocalTime(buffer, 20));

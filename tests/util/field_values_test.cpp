@@ -215,7 +215,7 @@ TEST(SourceDataLength, OfAnythingElseIsItsSize) {
   EXPECT_EQ(8u, Value(TAVO_TYPE_LONG_LONG).data_length());
   EXPECT_EQ(1u, Value(TAVO_TYPE_TINYINT).data_length());
   EXPECT_EQ(24u, Value(TAVO_TYPE_ODBC_TIMESTAMP).data_length());
-  EXPECT_EQ(50u, Value(TAVO_TYPE_UNNAMED_101).data_length());
+  EXPECT_EQ(50u, Value(TAVO_TYPE_ORA_VARNUM).data_length());
 }
 
 TEST(SourceDataLength, RefusesNullsAndUnknownTypes) {
@@ -274,13 +274,17 @@ TEST(ZeroOrEmpty, ADateInBinaryFormIsNeither) {
   for (const int code : {14, 15, 16}) EXPECT_EQ(-1, Value(code).zero()) << code;
 }
 
+TEST(ZeroOrEmpty, TheTypeOutsideTheTableIsKnownAndNeither) {
+  EXPECT_EQ(101, TAVO_TYPE_ORA_VARNUM) << "as the grammar stores it";
+  EXPECT_EQ(-1, Value(TAVO_TYPE_ORA_VARNUM).zero());
+}
+
 TEST(ZeroOrEmpty, RefusesWhatItCannotJudge) {
   const int32_t value = 0;
   const TAVOFieldType integer = field(TAVO_TYPE_INTEGER);
   const TAVOFieldType unknown = field(12);
   EXPECT_EQ(48, TAVO_IsZeroOrZeroLength(nullptr, &value));
   EXPECT_EQ(49, TAVO_IsZeroOrZeroLength(&unknown, &value));
-  EXPECT_EQ(49, Value(TAVO_TYPE_UNNAMED_101).zero());
   EXPECT_EQ(50, TAVO_IsZeroOrZeroLength(&integer, nullptr));
   EXPECT_EQ(50, Value(TAVO_TYPE_VARCHAR).prefixed(11).zero());
 }

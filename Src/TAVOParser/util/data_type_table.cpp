@@ -24,7 +24,7 @@ constexpr bool is_consistent(const std::array<DataType, kCount>& table) {
   return true;
 }
 
-constexpr DataType kUnnamed101 = {101, nullptr, Form::kBinary, 0, 50, kOk, 51};
+constexpr DataType kOraVarnum = {101, nullptr, Form::kBinary, 0, 50, kOk, 51};
 
 }  // namespace
 
@@ -65,7 +65,7 @@ constexpr std::array<DataType, TAVO_DATA_TYPE_COUNT> gTAVO_DataTypes = {{
 static_assert(is_consistent(gTAVO_DataTypes));
 
 const DataType* find_data_type(int16_t code) {
-  if (code == kUnnamed101.code) return &kUnnamed101;
+  if (code == kOraVarnum.code) return &kOraVarnum;
   if (code < 0 || code >= TAVO_DATA_TYPE_COUNT) return nullptr;
   const DataType& type = gTAVO_DataTypes[static_cast<size_t>(code)];
   return type.form == Form::kNone ? nullptr : &type;

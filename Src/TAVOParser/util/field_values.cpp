@@ -143,9 +143,8 @@ uint32_t TAVOGetSourceDataLen(const void* fieldDef, const void* data, uint32_t* 
 int32_t TAVO_IsZeroOrZeroLength(const void* fieldDef, const void* data) noexcept {
   Field field{};
   const uint32_t status = read(fieldDef, field);
-  if (status == TAVO_TYPE_STATUS_NO_FIELD) return static_cast<int32_t>(status);
-  if (status == TAVO_TYPE_STATUS_UNKNOWN || (status == 0 && field.type->name == nullptr)) {
-    return static_cast<int32_t>(TAVO_TYPE_STATUS_UNKNOWN);
+  if (status == TAVO_TYPE_STATUS_NO_FIELD || status == TAVO_TYPE_STATUS_UNKNOWN) {
+    return static_cast<int32_t>(status);
   }
   if (status != 0 || data == nullptr) return kRefusedValue;
   return zero_or_empty(field, static_cast<const std::byte*>(data));

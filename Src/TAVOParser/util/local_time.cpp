@@ -8,6 +8,7 @@ namespace {
 // Returns false when the system cannot tell the local time.
 bool local_now(std::tm& now) {
   const std::time_t seconds = std::time(nullptr);
+  tzset();  // localtime_r alone need not see that the environment names another time zone by now
   return localtime_r(&seconds, &now) != nullptr;
 }
 
