@@ -252,6 +252,19 @@ TEST(CleanCallBack, AcceptsABlockWithoutErrorsAndNoBlock) {
   EXPECT_EQ(nullptr, PsrCleanCallBack(3, nullptr, nullptr));
 }
 
+TEST(CleanCallBack, ClearsTheSlotAndFreesTheErrorsEvenWhenTheFrameOfTermErrorsIsRefused) {
+  hold_errors();
+  void* block = nullptr;
+  ASSERT_EQ(0u, TAVOGetThreadBlock(&block));
+  front::reset();
+  front::fail("KNL_FuncPro", 1, 4711);
+  EXPECT_EQ(block, PsrCleanCallBack(3, nullptr, block));
+  EXPECT_EQ(1u, platform().frames_asked);
+  EXPECT_EQ(nullptr, *static_cast<void**>(block));
+  front::reset();
+  EXPECT_EQ(72u, Parser_GetErrorCount(nullptr, nullptr));
+}
+
 TEST(CleanCallBack, OpensNoFrame) {
   void* slot = nullptr;
   front::reset();

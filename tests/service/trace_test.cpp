@@ -338,6 +338,17 @@ TEST(Trace, TheServiceTracesItsRequestAndArray) {
             first.values);
 }
 
+TEST(Trace, OfANullRequestBeginsWithItsEntryToo) {
+  front::reset();
+  platform().tracing = true;
+  EXPECT_EQ(96u, Parser_Service(nullptr));
+  std::vector<uint32_t> probes;
+  for (const front::Record& record : platform().records) probes.push_back(record.probe);
+  EXPECT_EQ((std::vector<uint32_t>{kProbeEntry, kProbeExit, kProbeExit}), probes);
+  EXPECT_EQ((std::vector<std::string>{"pParamDef", "pKeyValueArr"}), platform().records[0].names);
+  EXPECT_EQ((std::vector<uint64_t>{0, 0}), platform().records[0].values);
+}
+
 bool is_noted(const std::string& text) {
   for (const front::Record& record : platform().records) {
     for (const std::string& noted : record.texts) {

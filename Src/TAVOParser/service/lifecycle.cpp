@@ -89,8 +89,10 @@ void* PsrCleanCallBack(uint64_t reason, void*, void* threadBlock) noexcept {
   if ((reason & 0xFFFF) != kReasonCleanUp) {
     return reinterpret_cast<void*>(static_cast<uintptr_t>(reason));
   }
-  // A state that could not be freed stays in its slot, so that it is not lost.
-  if (threadBlock != nullptr && TermErrors(tavo::error_state_of(threadBlock)) == 0) {
+  if (threadBlock != nullptr) {
+    ErrorState* state = tavo::error_state_of(threadBlock);
+    // A platform that refuses the frame of TermErrors must not make the block lose its state.
+    if (TermErrors(state) != 0) tavo::free_error_state(state);
     tavo::set_error_state_of(threadBlock, nullptr);
   }
   return threadBlock;

@@ -70,9 +70,10 @@ uint32_t parse(RequestRecord* request, ErrorState* state) {
 
 extern "C" uint32_t Parser_Service(RequestRecord* request) noexcept {
   TAVO_TRACE_FUNCTION(tavo::kIdParserService, uint32_t);
+  TAVO_TRACE_ENTRY(
+      tavo::trace_pointer("pParamDef", request),
+      tavo::trace_pointer("pKeyValueArr", request == nullptr ? nullptr : request->pKeyValueArr));
   if (request == nullptr) TAVO_TRACE_RETURN(TAVO_STATUS_REQUEST_TOO_OLD);
-  TAVO_TRACE_ENTRY(tavo::trace_pointer("pParamDef", request),
-                   tavo::trace_pointer("pKeyValueArr", request->pKeyValueArr));
   if (request->sStructVer <= TAVO_REQUEST_VERSION_REFUSED) {
     TAVO_TRACE_RETURN(TAVO_STATUS_REQUEST_TOO_OLD);
   }
