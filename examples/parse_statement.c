@@ -17,6 +17,8 @@ static KeyValueEntry* allocate_array(const RequestRecord* sized, uint32_t entrie
     array[i].key = calloc(1, key_size);
     array[i].value = calloc(1, value_size);
     if (array[i].key == NULL || array[i].value == NULL) exit(2);
+    /* How far the library writes, and how far Provider_Validate reads: set them also when you fill
+     * an array yourself. Neither goes any further. */
     array[i].keySize = (uint32_t)key_size;
     array[i].valueSize = (uint32_t)value_size;
   }
@@ -31,9 +33,11 @@ static void free_array(KeyValueEntry* array, uint32_t entries) {
   free(array);
 }
 
-static void print_errors(void) {
+static void print_errors(uint32_t status) {
   uint32_t count = 0;
-  if (Parser_GetErrorCount(&count, NULL) != 0) return;
+  if (Parser_GetErrorCount(&count, NULL) != 0) count = 0;
+  /* Nothing is recorded for some statuses, and for any when the platform refused to. */
+  if (count == 0) fprintf(stderr, "error %u\n", status);
   for (uint32_t i = 0; i < count; ++i) {
     wchar_t text[1024];
     TAVOErrorRequest error = {.version = 21, .size = sizeof error, .index = i};
@@ -84,7 +88,7 @@ int main(int argc, char** argv) {
       printf("%u %ls = %u %ls\n", array[i].keyId, array[i].key, array[i].valueId, array[i].value);
     }
   } else {
-    print_errors();
+    print_errors(status);
   }
   free_array(array, entries);
   Parser_Term();

@@ -192,7 +192,9 @@ TAVO_API uint32_t Parser_Term(void) TAVO_NOEXCEPT;
  * Returns 0 when the string was accepted; 96 (request too old, nothing recorded); 7089 to 7092 and
  * 7095 (also recorded); 7143 (nothing recorded); 7148 when the string was rejected: the reasons are
  * in the calling thread's error state until its next call. Platform codes are returned unchanged.
- */
+ * After 7148 the error state can be empty: when the platform refused to record the error. The string
+ * is rejected all the same. The caller then reports 7148 itself, or calls again with the same
+ * request to have the error recorded. */
 TAVO_API uint32_t Parser_Service(RequestRecord* request) TAVO_NOEXCEPT;
 
 /* Clean-up routine for TAVOCleanThreadBlock. When the low 16 bits of reason are 3 it frees the
@@ -203,12 +205,14 @@ TAVO_API void* PsrCleanCallBack(uint64_t reason, void* ignored, void* threadBloc
 
 /* Stores one pair, or measures it when the request has neither array nor capacity.
  * key, value: tokens of the runtime; prefix: wide text put before the key text, or null.
- * Returns 0, 7093 (array full, nothing stored), 7100 or 7101 (stored, truncated). */
+ * Returns 0, 7093 (array full, nothing stored), 7100 or 7101 (stored, truncated), or 0xFFFFFFFF for
+ * a null request, key or value (nothing stored). */
 TAVO_API uint32_t SetKeyValuePairW(RequestRecord* request, struct ANTLR3_COMMON_TOKEN_struct* key,
                                    uint32_t keyId, struct ANTLR3_COMMON_TOKEN_struct* value,
                                    uint32_t valueId, const wchar_t* prefix) TAVO_NOEXCEPT;
 
-/* Returns the index of the first stored pair with that key, or TAVO_NO_KEY_INDEX. */
+/* Returns the index of the first of the `count` stored pairs with that key, or TAVO_NO_KEY_INDEX.
+ * Goes by the count alone: a caller who fills an array need not set its capacity. */
 TAVO_API uint32_t GetKeyIndex(RequestRecord* request, uint32_t keyId) TAVO_NOEXCEPT;
 
 /* Replaces every backslash-quote pair of a wide text by a quote, in place.
@@ -253,7 +257,8 @@ TAVO_API uint32_t TokenCapture(void* threadBlock, const void* data, int16_t data
 
 /* Records a message for the calling thread and raises the request's error flag. With 7139 and a
  * recognizer the position and the text before it come from the recognizer's exception.
- * recognizer: or null. Returns 0 or the code of TAVOGetThreadBlock. */
+ * recognizer: or null. Returns 0, the code of TAVOGetThreadBlock, or 0xFFFFFFFF for a null
+ * request. */
 TAVO_API uint32_t TAVO_SetErrMsg(RequestRecord* request, uint32_t messageId,
                                  struct ANTLR3_BASE_RECOGNIZER_struct* recognizer) TAVO_NOEXCEPT;
 
@@ -284,7 +289,8 @@ TAVO_API uint32_t TAVO_CnvANTLRTokenUtf16ToUtf32(RequestRecord* request,
 
 /* Switches the trace level to the text of the value token (without its quotes when valueId says
  * that it is quoted); does nothing in the sizing run. Arguments as for SetKeyValuePairW.
- * Returns 0, 7174, 7175 or the platform's code; failures are recorded and raise the error flag. */
+ * Returns 0, 7174, 7175 or the platform's code; failures are recorded and raise the error flag. A
+ * null request or value is 0xFFFFFFFF: nothing is recorded, and no level switched. */
 TAVO_API uint32_t SetTraceLevel(RequestRecord* request, struct ANTLR3_COMMON_TOKEN_struct* key,
                                 uint32_t keyId, struct ANTLR3_COMMON_TOKEN_struct* value,
                                 uint32_t valueId, const wchar_t* prefix) TAVO_NOEXCEPT;
@@ -292,8 +298,10 @@ TAVO_API uint32_t SetTraceLevel(RequestRecord* request, struct ANTLR3_COMMON_TOK
 /* ---- validation ------------------------------------------------------------------------------*/
 
 /* Checks the stored pairs of a request against the rules of its provider. Never changes the array.
- * Returns 0, or the number of the first violation, which is recorded and raises the error flag;
- * a failure of the platform is returned unchanged. */
+ * A caller who fills the array sets `count`, and keySize and valueSize of every entry: texts are
+ * read up to their terminator and never further than that. The capacity need not be set. Returns 0,
+ * or the number of the first violation, which is recorded and raises the error flag; a failure of
+ * the platform is returned unchanged. */
 TAVO_API uint32_t Provider_Validate(RequestRecord* request) TAVO_NOEXCEPT;
 
 TAVO_END_DECLS

@@ -278,7 +278,11 @@ inline std::vector<Error> read_errors(uint32_t status) {
   if (errors.empty()) {
     Error& error = errors.emplace_back();
     error.number = status;
-    error.message = format(status, nullptr);
+    // The platform's text for 7148 points to recorded errors, and it refused to record any.
+    error.message = status == TAVO_STATUS_STATEMENT_REJECTED
+                        ? L"The parameter string was rejected, and what is wrong with it could not "
+                          L"be recorded. Parse it again to learn it."
+                        : format(status, nullptr);
   }
   return errors;
 }
