@@ -12,3 +12,4 @@ add_library(tavo_platform INTERFACE)
 # All five are loaded, even those without called functions.
 target_link_libraries(tavo_platform INTERFACE "-Wl,--push-state,--no-as-needed"
   TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider "-Wl,--pop-state")
+target_include_directories(tavo_platform INTERFACE ${PROJECT_SOURCE_DIR}/include)

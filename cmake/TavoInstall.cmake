@@ -1,6 +1,7 @@
 # Installation. Include before the first install() so that rules without a component belong to the
 # runtime; the rest is deferred until every target exists.
-#   runtime  libTAVOParser and the embedded platform
+#   runtime  libTAVOParser and the embedded platform, or the one of TAVO_PLATFORM_DIR if
+#            TAVO_INSTALL_PLATFORM is on
 #   dev      headers, link names, CMake package, pkg-config file, examples
 #   tools    tavo, its manual page and completions
 # With the prefix /usr, as packages have it, libraries lie where the loader looks for them and nothing
@@ -34,8 +35,12 @@ endfunction()
 function(tavo_install_library)
   if(NOT TAVO_PLATFORM_DIR)
     tavo_set_run_path(TAVOParser "$ORIGIN")
-  elseif(NOT TAVO_FOR_PACKAGES)
-    set_target_properties(TAVOParser PROPERTIES INSTALL_RPATH "$ORIGIN")
+  elseif(NOT TAVO_FOR_PACKAGES OR TAVO_PLATFORM_RPATH)
+    set(run_path "$ORIGIN")
+    if(TAVO_PLATFORM_RPATH)
+      list(APPEND run_path ${TAVO_PLATFORM_RPATH})
+    endif()
+    set_target_properties(TAVOParser PROPERTIES INSTALL_RPATH "${run_path}")
   endif()
   install(TARGETS TAVOParser
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev)
@@ -49,16 +54,25 @@ function(tavo_install_library)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libtavoparser-dev/examples COMPONENT dev)
 endfunction()
 
+# The libraries of another platform, with the links by which the loader and the linker find them.
+function(tavo_install_other_platform)
+  foreach(name IN LISTS TAVO_PLATFORM_LIBRARY_NAMES)
+    list(APPEND files "${TAVO_PLATFORM_DIR}/lib${name}.so")
+  endforeach()
+  install(CODE "file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\"
+    TYPE SHARED_LIBRARY FOLLOW_SYMLINK_CHAIN FILES ${files})" COMPONENT runtime)
+endfunction()
+
 function(tavo_install_packages_of_build_tools)
   include(CMakePackageConfigHelpers)
   set(cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TAVOParser)
   file(READ ${PROJECT_SOURCE_DIR}/include/TAVOApi.h api)
   string(REGEX MATCH "TAVO_ABI_VERSION ([0-9]+)" unused "${api}")
   set(TAVO_ABI_VERSION ${CMAKE_MATCH_1})
-  # The embedded platform is installed next to libTAVOParser; another platform stays where it is.
-  set(TAVO_INSTALLED_PLATFORM "")
-  if(NOT TAVO_PLATFORM_DIR)
-    set(TAVO_INSTALLED_PLATFORM ${TAVO_PLATFORM_LIBRARY_NAMES})
+  # Whether the platform is installed next to libTAVOParser; otherwise the package looks for it.
+  set(TAVO_PLATFORM_IS_BESIDE ON)
+  if(TAVO_PLATFORM_DIR AND NOT TAVO_INSTALL_PLATFORM)
+    set(TAVO_PLATFORM_IS_BESIDE OFF)
   endif()
   configure_package_config_file(
     ${TAVO_INSTALL_SOURCES}/TAVOParserConfig.cmake.in
@@ -71,6 +85,10 @@ function(tavo_install_packages_of_build_tools)
     ${PROJECT_BINARY_DIR}/package/TAVOParserConfig.cmake
     ${PROJECT_BINARY_DIR}/package/TAVOParserConfigVersion.cmake
     DESTINATION ${cmake_dir} COMPONENT dev)
+  set(TAVO_PC_PLATFORM_DIR "\${libdir}")
+  if(TAVO_PLATFORM_RPATH)
+    set(TAVO_PC_PLATFORM_DIR ${TAVO_PLATFORM_RPATH})
+  endif()
   file(RELATIVE_PATH TAVO_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
   configure_file(${TAVO_INSTALL_SOURCES}/tavoparser.pc.in
                  ${PROJECT_BINARY_DIR}/package/tavoparser.pc @ONLY)
@@ -109,6 +127,9 @@ function(tavo_install_everything)
       TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler TAVOEnvLib TAVOProvider)
   tavo_install_library()
   tavo_install_packages_of_build_tools()
+  if(TAVO_PLATFORM_DIR AND TAVO_INSTALL_PLATFORM)
+    tavo_install_other_platform()
+  endif()
   if(TAVO_BUILD_TOOLS)
     tavo_install_tools()
   endif()

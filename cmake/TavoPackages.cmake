@@ -46,18 +46,28 @@ set(CPACK_DEBIAN_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    ${CMAKE_LIBRARY_OUTPUT_DIRECTORY} ${TAVO_PLATFORM_DIR})
 # What tells dpkg-shlibdeps which package a program needs that is linked with ours, and ldconfig that
 # there are new libraries.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(contents "the shared library and its embedded platform.")
+if(TAVO_PLATFORM_DIR AND TAVO_INSTALL_PLATFORM)
+  set(contents "the shared library and the platform it was built for.")
+elseif(TAVO_PLATFORM_DIR)
+  list(TRANSFORM TAVO_PLATFORM_LIBRARY_NAMES REPLACE "(.+)" " lib\\1" OUTPUT_VARIABLE needed)
+  list(JOIN needed "\n" needed)
+  set(contents "the shared library. It needs the platform:\n${needed}")
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS ${TAVO_PLATFORM_PACKAGE})
+endif()
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "parameter-string parser of the masking suite
  Reads the statements that configure the providers of a data-masking suite and
  hands back key/value pairs, or errors with number, position and inserts.
  .
- This package holds the shared library and its embedded platform.")
+ This package holds ${contents}")
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 # A public header names types of the runtime.
