@@ -40,8 +40,16 @@ if(TAVO_COVERAGE)
   target_link_options(tavo_options INTERFACE --coverage)
 endif()
 
-# Hardening of installed files: read-only relocations, no lazy binding, no executable stack.
+# Hardening of installed files: read-only relocations, no lazy binding, no executable stack; large
+# frames touch every page of the stack, and functions mark where indirect calls may land.
 add_library(tavo_hardening INTERFACE)
+foreach(flag -fstack-clash-protection -fcf-protection=full -mbranch-protection=standard)
+  string(MAKE_C_IDENTIFIER "TAVO_HAS${flag}" has_flag)
+  check_cxx_compiler_flag(${flag} ${has_flag}) # the last two are each of one kind of machine
+  if(${has_flag})
+    target_compile_options(tavo_hardening INTERFACE ${flag})
+  endif()
+endforeach()
 if(NOT TAVO_SANITIZE AND NOT TAVO_COVERAGE)
   target_compile_options(tavo_hardening INTERFACE
     -fstack-protector-strong

@@ -1,5 +1,6 @@
 # Read-only relocations, no lazy binding, no executable stack, no relocations in the text; in the
-# parser's own library also stack protector and fortified C library functions.
+# parser's own library also stack protector and fortified C library functions. Exported functions mark
+# their start as the target of indirect calls, and large frames touch every page of the stack.
 string(REPLACE "," ";" LIBRARIES "${LIBRARIES}")
 
 function(read output)
@@ -40,3 +41,44 @@ endif()
 if(NOT symbols MATCHES "UND [a-z_]+_chk[@ \n]" AND NOT symbols MATCHES "__[a-z]+_chk")
   message(SEND_ERROR "${MAIN_LIBRARY}: no checked functions of the C library")
 endif()
+
+# ---- in the code, where the compiler has the flags ----------------------------------------------
+if(MACHINE STREQUAL "x86_64")
+  set(landing "endbr64")
+  set(probe "or[ql] +\\$0x0,\\(%[re]sp\\)")
+elseif(MACHINE STREQUAL "aarch64")
+  set(landing "(bti\tc|paciasp)")
+  set(probe "str\txzr, \\[sp")
+else()
+  return()
+endif()
+foreach(library IN LISTS LIBRARIES)
+  execute_process(COMMAND ${OBJDUMP} -d --no-show-raw-insn --section=.text ${library}
+                  OUTPUT_VARIABLE code RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${OBJDUMP} does not read ${library}")
+  endif()
+  string(REGEX REPLACE "[][;]" " " code "${code}") # list separators and quotes to CMake
+  read(symbols --dyn-syms -W ${library})
+  string(REGEX MATCHALL "FUNC +GLOBAL +DEFAULT +[0-9]+ [A-Za-z_0-9]+" exports "${symbols}")
+  # The first instruction of every function that has a name.
+  string(REGEX MATCHALL "<[A-Za-z_0-9]+(@@[A-Za-z_0-9]+)?>:\n[^\n]*" starts "${code}")
+  foreach(start IN LISTS starts)
+    if(start MATCHES "^<([A-Za-z_0-9]+)" AND NOT start MATCHES "${landing}")
+      set(bare_${CMAKE_MATCH_1} ON)
+    endif()
+  endforeach()
+  if(NOT exports OR NOT starts)
+    message(SEND_ERROR "${library}: no exported functions were found")
+  endif()
+  foreach(export IN LISTS exports)
+    string(REGEX REPLACE ".* " "" name "${export}")
+    if(bare_${name})
+      message(SEND_ERROR "${library}: ${name} does not mark its start as the target of a call")
+    endif()
+    unset(bare_${name})
+  endforeach()
+  if(library STREQUAL MAIN_LIBRARY AND NOT code MATCHES "${probe}")
+    message(SEND_ERROR "${library}: large frames do not touch every page of the stack")
+  endif()
+endforeach()
