@@ -10,6 +10,12 @@ namespace {
 
 using tavo::WordRun;
 
+#if defined(TAVO_SSE2) || defined(TAVO_NEON)
+constexpr bool kReadsInSteps = true;
+#else
+constexpr bool kReadsInSteps = false;  // the fast one never has a result then
+#endif
+
 // Compares both results for the beginning of a text; true when the fast one has a result.
 bool compare(const std::vector<uint16_t>& text) {
   const uint16_t* end = text.data() + text.size();
@@ -42,7 +48,7 @@ TEST(WordRun, IsTheSameForEveryLengthAndEveryDistanceToTheEnd) {
       text.insert(text.end(), rest, u'=');
       // Every step needs sixteen characters, but one of fewer than eight only eight.
       const bool in_steps = text.size() >= (length / 16 + 1) * 16;
-      EXPECT_EQ(in_steps || (text.size() >= 8 && length < 8), compare(text))
+      EXPECT_EQ(kReadsInSteps && (in_steps || (text.size() >= 8 && length < 8)), compare(text))
           << length << " and " << rest;
     }
   }
@@ -54,10 +60,10 @@ TEST(WordRun, IsTheSameForEveryCodeUnitAtEveryPlace) {
     const size_t place = unit % 15;
     text[place] = static_cast<uint16_t>(unit);
     text[15] = u',';
-    ASSERT_TRUE(compare(text)) << unit;
+    ASSERT_EQ(kReadsInSteps, compare(text)) << unit;
     text.assign(16, u',');
     text[0] = static_cast<uint16_t>(unit);
-    ASSERT_TRUE(compare(text)) << unit;
+    ASSERT_EQ(kReadsInSteps, compare(text)) << unit;
   }
 }
 

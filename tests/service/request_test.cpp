@@ -263,7 +263,8 @@ TEST_F(Request, TheKindOfCodePageReachesTheConverter) {
 }
 
 TEST_F(Request, WideTextThatIsNoTextIsToldAfterTheRequestWasCleared) {
-  for (const wchar_t wrong : {wchar_t{0xD800}, wchar_t{0xDFFF}, wchar_t{0x110000}, wchar_t{-1}}) {
+  const auto none = static_cast<wchar_t>(-1);  // whether or not the machine's wide text has a sign
+  for (const wchar_t wrong : {wchar_t{0xD800}, wchar_t{0xDFFF}, wchar_t{0x110000}, none}) {
     FilledRequest request(std::wstring(L"PRO=CCN") + wrong);
     EXPECT_EQ(7095u, request.run());
     EXPECT_EQ(std::vector<uint32_t>{7095}, error_ids());

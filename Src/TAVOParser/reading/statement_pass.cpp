@@ -138,7 +138,9 @@ class PassActions {
     uint32_t produced = 0;
     ++pass_.trace_levels_;
     option.trace_level = StoredOption::kSet;
-    if (Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) != 0) {
+    // As in SetTraceLevel: one byte more than characters would fill the byte of the terminator.
+    if (Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) != 0 ||
+        produced > count) {
       option.trace_level = StoredOption::kNotConvertible;
       ++pass_.refused_trace_levels_;
     }

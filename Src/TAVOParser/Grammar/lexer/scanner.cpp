@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Grammar/lexer/character_class.h"
+#include "Grammar/lexer/vector_unit.h"
 #include "Grammar/lexer/vocabulary.h"
 #include "Grammar/lexer/word_run.h"
 #include "TAVOParserTokens.h"
@@ -129,7 +130,7 @@ constexpr Lexeme token_or_broken(Match match, uint32_t type) {
 // The first character in a string that needs attention: a quote, a backslash, a line end or a
 // surrogate.
 const Unit* end_of_plain_text(const Unit* text, const Unit* end) {
-#ifdef __SSE2__
+#if defined(TAVO_SSE2)
   for (; end - text >= 8; text += 8) {
     const void* place = text;
     const __m128i units = _mm_loadu_si128(static_cast<const __m128i*>(place));
@@ -140,6 +141,17 @@ const Unit* end_of_plain_text(const Unit* text, const Unit* end) {
     const auto mask = static_cast<uint32_t>(_mm_movemask_epi8(stops));
     if (mask == 0) continue;
     text += std::countr_zero(mask) / 2;
+    break;
+  }
+#elif defined(TAVO_NEON)
+  for (; end - text >= 8; text += 8) {
+    const uint16x8_t units = vld1q_u16(text);
+    const auto is = [units](Unit c) { return vceqq_u16(units, vdupq_n_u16(c)); };
+    const uint16x8_t high = vcgeq_u16(units, vdupq_n_u16(0x8000));  // surrogates among them
+    const uint16x8_t stops = vorrq_u16(vorrq_u16(is('"'), is('\\')), vorrq_u16(is('\n'), high));
+    const uint64_t mask = vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(stops, 4)), 0);
+    if (mask == 0) continue;
+    text += std::countr_zero(mask) / 8;
     break;
   }
 #endif

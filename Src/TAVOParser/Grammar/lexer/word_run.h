@@ -7,10 +7,7 @@
 #include <cstdint>
 
 #include "Grammar/lexer/character_class.h"
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
+#include "Grammar/lexer/vector_unit.h"
 
 namespace tavo {
 
@@ -38,7 +35,7 @@ inline WordRun read_word_by_character(const uint16_t* text, const uint16_t* end)
   return run;
 }
 
-#ifdef __SSE2__
+#if defined(TAVO_SSE2) || defined(TAVO_NEON)
 
 // Sixteen characters, word characters in uppercase, and the length of the run at their beginning.
 struct SixteenCharacters {
@@ -46,6 +43,8 @@ struct SixteenCharacters {
   uint64_t second;
   unsigned word_length;
 };
+
+#ifdef TAVO_SSE2
 
 // The last eight are 0 when only eight may be read.
 inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
@@ -72,6 +71,36 @@ inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
           static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(folded, folded))),
           static_cast<unsigned>(std::countr_one(word))};
 }
+
+#else
+
+// The last eight are 0 when only eight may be read.
+inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
+  uint16x8_t second = vdupq_n_u16(0);
+  if (!only_eight) [[likely]] {
+    second = vld1q_u16(text + 8);
+  }
+  // A unit that does not fit in a byte becomes 255, which is not a word character.
+  const uint8x16_t c = vqmovn_high_u16(vqmovn_u16(vld1q_u16(text)), second);
+  const auto in_range = [](uint8x16_t bytes, char first, char last) {
+    const uint8x16_t from_first = vsubq_u8(bytes, vdupq_n_u8(static_cast<uint8_t>(first)));
+    return vcleq_u8(from_first, vdupq_n_u8(static_cast<uint8_t>(last - first)));
+  };
+  const auto is = [c](char character) {
+    return vceqq_u8(c, vdupq_n_u8(static_cast<uint8_t>(character)));
+  };
+  const uint8x16_t case_bit = vdupq_n_u8(0x20);
+  const uint8x16_t letter = in_range(vorrq_u8(c, case_bit), 'a', 'z');
+  const uint64x2_t folded = vreinterpretq_u64_u8(vbicq_u8(c, vandq_u8(letter, case_bit)));
+  const uint8x16_t other = vorrq_u8(is('_'), vbicq_u8(in_range(c, '-', ':'), is('/')));
+  // Four bits of each byte that is all ones or all zeros.
+  const uint8x8_t word = vshrn_n_u16(vreinterpretq_u16_u8(vorrq_u8(letter, other)), 4);
+  const uint64_t mask = vget_lane_u64(vreinterpret_u64_u8(word), 0);
+  return {vgetq_lane_u64(folded, 0), vgetq_lane_u64(folded, 1),
+          static_cast<unsigned>(std::countr_one(mask)) / 4};
+}
+
+#endif
 
 // Reads a run in one step. Returns false when the readable memory ends too early for that or the
 // run is longer than one step.
