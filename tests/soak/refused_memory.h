@@ -1,0 +1,19 @@
+// Refuses allocations of the library's own code, in the calling thread only.
+#pragma once
+
+#include <cstdint>
+
+namespace soak {
+
+// While it lives, the nth allocation (from 1) is refused; 0 refuses none.
+class RefusedMemory {
+ public:
+  explicit RefusedMemory(uint64_t nth);
+  ~RefusedMemory();
+  RefusedMemory(const RefusedMemory&) = delete;
+  RefusedMemory& operator=(const RefusedMemory&) = delete;
+
+  bool happened() const;
+};
+
+}  // namespace soak
