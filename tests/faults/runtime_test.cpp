@@ -42,7 +42,7 @@ Function* original(const char* name, Function*) {
 extern "C" {
 pANTLR3_INPUT_STREAM antlr3StringStreamNew(pANTLR3_UINT8 data, ANTLR3_UINT32 encoding,
                                            ANTLR3_UINT32 size, pANTLR3_UINT8 name) {
-  const auto constructor = behind("antlr3StringStreamNew", antlr3StringStreamNew);
+  const auto constructor = original("antlr3StringStreamNew", antlr3StringStreamNew);
   if (constructor == nullptr) return nullptr;
   pANTLR3_INPUT_STREAM stream = constructor(data, encoding, size, name);
   if (missing_part == "istream") stream->istream->free(stream->istream);
@@ -55,7 +55,7 @@ pANTLR3_INPUT_STREAM antlr3StringStreamNew(pANTLR3_UINT8 data, ANTLR3_UINT32 enc
 }
 pANTLR3_LEXER antlr3LexerNewStream(ANTLR3_UINT32 hint, pANTLR3_INPUT_STREAM input,
                                    pANTLR3_RECOGNIZER_SHARED_STATE state) {
-  const auto constructor = behind("antlr3LexerNewStream", antlr3LexerNewStream);
+  const auto constructor = original("antlr3LexerNewStream", antlr3LexerNewStream);
   if (constructor == nullptr) return nullptr;
   pANTLR3_LEXER lexer = constructor(hint, input, state);
   if (missing_part == "lexer->rec") ANTLR3_FREE(lexer->rec);
@@ -65,7 +65,7 @@ pANTLR3_LEXER antlr3LexerNewStream(ANTLR3_UINT32 hint, pANTLR3_INPUT_STREAM inpu
 pANTLR3_COMMON_TOKEN_STREAM antlr3CommonTokenStreamSourceNew(ANTLR3_UINT32 hint,
                                                              pANTLR3_TOKEN_SOURCE source) {
   const auto constructor =
-      behind("antlr3CommonTokenStreamSourceNew", antlr3CommonTokenStreamSourceNew);
+      original("antlr3CommonTokenStreamSourceNew", antlr3CommonTokenStreamSourceNew);
   if (constructor == nullptr) return nullptr;
   pANTLR3_COMMON_TOKEN_STREAM tokens = constructor(hint, source);
   if (missing_part == "tstream") {
@@ -76,7 +76,7 @@ pANTLR3_COMMON_TOKEN_STREAM antlr3CommonTokenStreamSourceNew(ANTLR3_UINT32 hint,
   return tokens;
 }
 pANTLR3_PARSER antlr3ParserNew(ANTLR3_UINT32 hint, pANTLR3_RECOGNIZER_SHARED_STATE state) {
-  const auto constructor = behind("antlr3ParserNew", antlr3ParserNew);
+  const auto constructor = original("antlr3ParserNew", antlr3ParserNew);
   if (constructor == nullptr) return nullptr;
   pANTLR3_PARSER parser = constructor(hint, state);
   if (missing_part == "parser->rec") ANTLR3_FREE(parser->rec);
@@ -92,7 +92,7 @@ pANTLR3_VECTOR antlr3VectorNew(ANTLR3_UINT32 hint) {
   if (++vectors == refused_vector) {
     return static_cast<pANTLR3_VECTOR>(ANTLR3_FUNC_PTR(ANTLR3_ERR_NOMEM));
   }
-  return behind("antlr3VectorNew", antlr3VectorNew)(hint);
+  return original("antlr3VectorNew", antlr3VectorNew)(hint);
 }
 }
 #pragma GCC visibility pop
