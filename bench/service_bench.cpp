@@ -162,6 +162,7 @@ int main(int argc, char** argv) {
   bench::register_failing_ones();
   bench::register_parts();
   bench::register_peers();
+  bench::register_reads();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

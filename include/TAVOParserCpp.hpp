@@ -16,6 +16,10 @@
 #ifndef TAVO_PARSER_CPP_HPP
 #define TAVO_PARSER_CPP_HPP
 
+#if __cplusplus < 202002L
+#error "TAVOParserCpp.hpp needs C++20 (-std=c++20); the CMake target asks for it by itself"
+#else
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -27,11 +31,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "TAVOBuilder.h"
 #include "TAVOErrorHandler.h"
 #include "TAVOParser.h"
 #include "TAVOParserExt.h"
+#include "TAVOParserSimple.h"
 
 namespace tavo {
 inline namespace cpp1 {
@@ -74,7 +81,10 @@ struct Error {
 struct ParseResult {
   uint32_t status = 0;        // of Parser_Service; 0 when the string was accepted
   std::vector<Pair> pairs;    // empty unless accepted
-  std::vector<Error> errors;  // in the order in which they were recorded
+  std::vector<Error> errors;  // in the order in which they are recorded
+  // Trace levels that the statement asks for, in UTF-8; nobody is switched. Empty when the text was
+  // parsed with the service.
+  std::vector<std::string> trace_levels;
 
   explicit operator bool() const {
     return status == 0;
@@ -361,19 +371,110 @@ inline ParseResult parse_both_runs(char form, void* descriptor, size_t bytes) {
 
 }  // namespace detail
 
-// Parses wide text, which need not be terminated.
-inline ParseResult parse(std::wstring_view text) {
-  ParmTextW descriptor{text.data() != nullptr ? text.data() : L""};
-  return detail::parse_both_runs('W', &descriptor, text.size() * sizeof(wchar_t));
+namespace detail {
+
+struct ResultFreer {
+  void operator()(TAVOReadResult* result) const noexcept {
+    TAVOParser_FreeResult(result);
+  }
+};
+using ReadResult = std::unique_ptr<TAVOReadResult, ResultFreer>;
+
+inline std::vector<Pair> pairs_of(const TAVOReadResult* result) {
+  std::vector<Pair> pairs;
+  const uint32_t count = TAVOResult_CountPairs(result);
+  pairs.reserve(count);
+  for (uint32_t i = 0; i < count; ++i) {
+    pairs.push_back(
+        Pair{TAVOResult_GetKeyType(result, i),
+             {TAVOResult_GetWideKey(result, i), TAVOResult_GetKeyLength(result, i)},
+             TAVOResult_GetValueType(result, i),
+             {TAVOResult_GetWideValue(result, i), TAVOResult_GetValueLength(result, i)}});
+  }
+  return pairs;
 }
 
-// Parses UTF-8. Malformed bytes are refused with 7095.
+inline std::wstring message_of(const TAVOReadResult* result, uint32_t error) {
+  const size_t characters = TAVOResult_GetWideErrorMessage(result, error, nullptr, 0);
+  if (characters == 0) return {};
+  std::wstring message(characters, L'\0');
+  TAVOResult_GetWideErrorMessage(result, error, message.data(), characters);
+  message.resize(characters - 1);
+  return message;
+}
+
+inline Error error_of(const TAVOReadResult* result, uint32_t index) {
+  Error error;
+  error.number = TAVOResult_GetErrorNumber(result, index);
+  error.message = message_of(result, index);
+  uint32_t id = 0;
+  for (uint32_t i = 0; const wchar_t* text = TAVOResult_GetErrorInsert(result, index, i, &id);
+       ++i) {
+    error.inserts.push_back(Insert{id, text});
+    if (id == TAVO_TOKID_CHAR_POS) {
+      error.position = static_cast<int32_t>(TAVOResult_GetErrorPosition(result, index));
+    }
+    if (id == TAVO_TOKID_SUBSTR) error.excerpt = text;
+    if (id == TAVO_TOKID_PARMKEY) error.key = text;
+  }
+  TAVOPlace place{};
+  const bool is_syntax_error =
+      error.number == TAVO_STATUS_SYNTAX_ERROR || error.number == TAVO_STATUS_BAD_SEPARATOR;
+  if (is_syntax_error && TAVOResult_GetErrorPlace(result, index, &place) == 0) {
+    error.location = Location{place.offset, place.length, place.line, place.column};
+  }
+  return error;
+}
+
+inline ParseResult read(const void* text, size_t bytes, uint32_t encoding, CodePage page = {}) {
+  TAVOReadOptions options{};
+  options.size = sizeof options;
+  options.encoding = encoding;
+  options.codePageKind = page.kind;
+  options.codePage = page.number;
+  TAVOReadResult* raw = nullptr;
+  ParseResult parsed;
+  parsed.status = TAVOParser_Read(text, bytes, &options, &raw);
+  const ReadResult result(raw);
+  if (result == nullptr) throw std::bad_alloc();
+  parsed.pairs = pairs_of(raw);
+  const uint32_t errors = TAVOResult_CountErrors(raw);
+  for (uint32_t i = 0; i < errors; ++i) parsed.errors.push_back(error_of(raw, i));
+  const uint32_t levels = TAVOResult_CountTraceLevels(raw);
+  for (uint32_t i = 0; i < levels; ++i) {
+    parsed.trace_levels.emplace_back(TAVOResult_GetTraceLevel(raw, i));
+  }
+  return parsed;
+}
+
+}  // namespace detail
+
+// Parses wide text, which need not be terminated. Like all forms of parse it needs no Library.
+inline ParseResult parse(std::wstring_view text) {
+  return detail::read(text.data() != nullptr ? text.data() : L"", text.size() * sizeof(wchar_t),
+                      TAVO_TEXT_WIDE);
+}
+
+// Parses UTF-8. Bytes that are none are refused with 7095.
 inline ParseResult parse(std::string_view utf8) {
-  return parse(std::wstring_view(from_utf8(utf8)));
+  return detail::read(utf8.data() != nullptr ? utf8.data() : "", utf8.size(), TAVO_TEXT_UTF8);
 }
 
 // Parses 8-bit text in a code page.
 inline ParseResult parse(std::string_view bytes, CodePage page) {
+  return detail::read(bytes.data() != nullptr ? bytes.data() : "", bytes.size(),
+                      TAVO_TEXT_CODE_PAGE, page);
+}
+
+// The same through both runs of Parser_Service, as the suite's libraries parse: a trace level in
+// the statement is switched on, and one that the platform does not know is an error. Needs a
+// Library.
+inline ParseResult parse_with_service(std::wstring_view text) {
+  ParmTextW descriptor{text.data() != nullptr ? text.data() : L""};
+  return detail::parse_both_runs('W', &descriptor, text.size() * sizeof(wchar_t));
+}
+
+inline ParseResult parse_with_service(std::string_view bytes, CodePage page) {
   ParmTextM descriptor{};
   descriptor.kind = page.kind;
   descriptor.codePage = page.number;
@@ -381,7 +482,92 @@ inline ParseResult parse(std::string_view bytes, CodePage page) {
   return detail::parse_both_runs('M', &descriptor, bytes.size());
 }
 
+// ---- building -----------------------------------------------------------------------------------
+
+// A statement in the making, see TAVOBuilder.h. What is refused leaves it as it was; problem()
+// tells why. Texts are UTF-8.
+class Builder {
+ public:
+  // Of a provider, such as "HASH".
+  explicit Builder(const std::string& provider) {
+    status_ = TAVOBuilder_New(provider.c_str(), &builder_);
+    throw_without_memory(status_);
+  }
+  // Of a user's own provider, by its library.
+  static Builder of_library(const std::string& library) {
+    Builder made;
+    made.status_ = TAVOBuilder_NewLibrary(library.c_str(), &made.builder_);
+    throw_without_memory(made.status_);
+    return made;
+  }
+  ~Builder() {
+    TAVOBuilder_Free(builder_);
+  }
+  Builder(Builder&& other) noexcept
+      : builder_(std::exchange(other.builder_, nullptr)), status_(other.status_) {}
+  Builder& operator=(Builder&& other) noexcept {
+    std::swap(builder_, other.builder_);
+    std::swap(status_, other.status_);
+    return *this;
+  }
+
+  // False when the provider is none, or since a call was refused.
+  explicit operator bool() const noexcept {
+    return status_ == TAVO_BUILD_OK;
+  }
+  // The first refusal, a TAVOBuildStatus.
+  uint32_t status() const noexcept {
+    return status_;
+  }
+
+  // Each returns whether the option was added. key: as the keys of a Pair, such as "FLDDEF1:NAME".
+  bool add(const std::string& key, const std::string& value) {
+    return note(TAVOBuilder_Add(builder_, key.c_str(), value.c_str()));
+  }
+  bool add(const std::string& key, int64_t value) {
+    return note(TAVOBuilder_AddNumber(builder_, key.c_str(), value));
+  }
+  bool add(uint32_t key_type, const std::string& value) {
+    return note(TAVOBuilder_AddType(builder_, key_type, value.c_str()));
+  }
+  bool add(uint32_t key_type, int64_t value) {
+    return note(TAVOBuilder_AddTypeNumber(builder_, key_type, value));
+  }
+
+  // The statement; empty when it would be rejected.
+  std::string statement() {
+    const size_t bytes = TAVOBuilder_GetStatement(builder_, nullptr, 0);
+    if (bytes == 0) return {};
+    std::string text(bytes, '\0');
+    TAVOBuilder_GetStatement(builder_, text.data(), bytes);
+    text.resize(bytes - 1);
+    return text;
+  }
+  // Why the last call was refused, such as "unknown-option: AGLO is no option of HASH".
+  std::string problem() const {
+    if (builder_ == nullptr) return "unknown-provider: no such provider";
+    return TAVOBuilder_GetProblem(builder_);
+  }
+
+ private:
+  Builder() = default;
+
+  static void throw_without_memory(uint32_t status) {
+    if (status == TAVO_BUILD_NO_MEMORY) throw std::bad_alloc();
+  }
+  bool note(uint32_t status) {
+    throw_without_memory(status);
+    if (status_ == TAVO_BUILD_OK) status_ = status;
+    return status == TAVO_BUILD_OK;
+  }
+
+  TAVOBuilder* builder_ = nullptr;
+  uint32_t status_ = TAVO_BUILD_OK;
+};
+
 }  // namespace cpp1
 }  // namespace tavo
+
+#endif  // C++20
 
 #endif  // TAVO_PARSER_CPP_HPP

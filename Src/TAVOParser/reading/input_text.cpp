@@ -1,9 +1,13 @@
 #include "reading/input_text.h"
 
-#include <algorithm>
+#include <cstring>
 
 #include "TAVOParserSimple.h"
 #include "text/utf16_characters.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace tavo {
 namespace {
@@ -12,33 +16,130 @@ constexpr bool is_character(uint32_t c) {
   return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF);
 }
 
+#ifdef __SSE2__
+
+constexpr size_t kStep = 16;
+
+__m128i load(const void* place) {
+  return _mm_loadu_si128(static_cast<const __m128i*>(place));
+}
+void store(void* place, __m128i units) {
+  _mm_storeu_si128(static_cast<__m128i*>(place), units);
+}
+
+#endif
+
+// What is counted of a text, unit by unit.
+template <typename Unit>
+struct Tally {
+  size_t equals = 0;
+  bool has_parenthesis = false;
+  Unit bits = 0;
+
+  void count(const Unit* text, size_t units) {
+    for (size_t i = 0; i < units; ++i) {
+      equals += text[i] == '=' ? 1 : 0;
+      has_parenthesis = has_parenthesis || text[i] == '(';
+      bits = static_cast<Unit>(bits | text[i]);
+    }
+  }
+  InputMeasure result() const {
+    return {equals, has_parenthesis, bits<0x80, bits> 0xFFFF};
+  }
+};
+
 // In blocks, whose counts fit a unit of any size: loops that the machine does many units at a time.
 template <typename Unit>
 InputMeasure measure_units(const Unit* text, size_t count) {
-  constexpr size_t kBlock = 128;
-  InputMeasure result;
-  Unit bits = 0;
+  constexpr size_t kBlock = 64;
+  Tally<Unit> tally;
+  size_t done = 0;
   Unit parentheses = 0;
-  for (size_t begin = 0; begin < count; begin += kBlock) {
-    const size_t end = std::min(begin + kBlock, count);
+  for (; count - done >= kBlock; done += kBlock) {
     Unit equals = 0;
-    for (size_t i = begin; i < end; ++i) {
+    for (size_t i = done; i < done + kBlock; ++i) {
       equals = static_cast<Unit>(equals + (text[i] == '=' ? 1 : 0));
       parentheses = static_cast<Unit>(parentheses | (text[i] == '(' ? 1 : 0));
-      bits = static_cast<Unit>(bits | text[i]);
+      tally.bits = static_cast<Unit>(tally.bits | text[i]);
     }
-    result.equals += equals;
+    tally.equals += equals;
   }
-  result.has_parenthesis = parentheses != 0;
-  result.is_ascii = bits < 0x80;
-  result.may_have_pairs = bits > 0xFFFF;
-  return result;
+  tally.has_parenthesis = parentheses != 0;
+  tally.count(text + done, count - done);
+  return tally.result();
 }
+
+#ifdef __SSE2__
+
+// Sixteen bytes at a time; what is left over is counted with zeros after it.
+template <>
+InputMeasure measure_units(const uint8_t* text, size_t count) {
+  const __m128i zero = _mm_setzero_si128();
+  __m128i equals = zero;
+  __m128i parentheses = zero;
+  __m128i bits = zero;
+  const auto tally = [&](const void* place) {
+    const __m128i bytes = load(place);
+    const __m128i found = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('='));
+    equals = _mm_add_epi64(equals, _mm_sad_epu8(_mm_sub_epi8(zero, found), zero));
+    parentheses = _mm_or_si128(parentheses, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('(')));
+    bits = _mm_or_si128(bits, bytes);
+  };
+  size_t done = 0;
+  for (; count - done >= kStep; done += kStep) tally(text + done);
+  if (done != count) {
+    uint8_t rest[kStep] = {};
+    std::memcpy(rest, text + done, count - done);
+    tally(rest);
+  }
+  const auto halves = static_cast<size_t>(_mm_cvtsi128_si64(equals)) +
+                      static_cast<size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(equals, equals)));
+  return {halves, _mm_movemask_epi8(parentheses) != 0, _mm_movemask_epi8(bits) == 0, false};
+}
+
+#endif
 
 template <typename From, typename To>
 void copy_units(const From* from, size_t count, To* to) {
   for (size_t i = 0; i < count; ++i) to[i] = static_cast<To>(from[i]);
 }
+
+// ASCII into both forms.
+template <typename Unit>
+void widen(const Unit* text, size_t count, uint16_t* units, wchar_t* wide) {
+  copy_units(text, count, units);
+  copy_units(text, count, wide);
+}
+
+#ifdef __SSE2__
+
+void widen_step(const uint8_t* text, uint16_t* units, wchar_t* wide) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i bytes = load(text);
+  const __m128i first = _mm_unpacklo_epi8(bytes, zero);
+  const __m128i second = _mm_unpackhi_epi8(bytes, zero);
+  store(units, first);
+  store(units + 8, second);
+  store(wide, _mm_unpacklo_epi16(first, zero));
+  store(wide + 4, _mm_unpackhi_epi16(first, zero));
+  store(wide + 8, _mm_unpacklo_epi16(second, zero));
+  store(wide + 12, _mm_unpackhi_epi16(second, zero));
+}
+
+// What is left over is widened with a step that begins in what is widened already.
+template <>
+void widen(const uint8_t* text, size_t count, uint16_t* units, wchar_t* wide) {
+  if (count < kStep) {
+    copy_units(text, count, units);
+    copy_units(text, count, wide);
+    return;
+  }
+  const size_t last = count - kStep;
+  for (size_t i = 0; i < last; i += kStep) widen_step(text + i, units + i, wide + i);
+  widen_step(text + last, units + last, wide + last);
+}
+
+#endif
 
 constexpr uint32_t kNoCharacter = 0xD800;
 
@@ -73,8 +174,7 @@ ConvertedText convert_units(const Unit* text, size_t count, bool is_ascii, uint1
                             wchar_t* wide) {
   ConvertedText result;
   if (is_ascii) {
-    copy_units(text, count, units);
-    copy_units(text, count, wide);
+    widen(text, count, units, wide);
     result.unit_count = result.characters = static_cast<uint32_t>(count);
     return result;
   }
@@ -132,6 +232,22 @@ void to_wide(const uint16_t* units, uint32_t count, wchar_t* wide) {
   for (const uint16_t* end = units + count; units != end;) {
     *wide++ = static_cast<wchar_t>(next_of(units, end));
   }
+}
+
+void narrow(const wchar_t* text, size_t characters, char* bytes) {
+#ifdef __SSE2__
+  if (characters >= kStep) {
+    const auto step = [&](size_t i) {
+      const __m128i first = _mm_packs_epi32(load(text + i), load(text + i + 4));
+      const __m128i second = _mm_packs_epi32(load(text + i + 8), load(text + i + 12));
+      store(bytes + i, _mm_packus_epi16(first, second));
+    };
+    const size_t last = characters - kStep;
+    for (size_t i = 0; i < last; i += kStep) step(i);
+    return step(last);
+  }
+#endif
+  copy_units(text, characters, bytes);
 }
 
 char* to_utf8(const wchar_t* text, size_t characters, char* bytes) {

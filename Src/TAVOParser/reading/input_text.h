@@ -41,6 +41,9 @@ ConvertedText convert(const InputText& input, bool is_ascii, uint16_t* units, wc
 // UTF-16 without lone halves of pairs to wide text.
 void to_wide(const uint16_t* units, uint32_t count, wchar_t* wide);
 
+// Wide text of ASCII to bytes.
+void narrow(const wchar_t* text, size_t characters, char* bytes);
+
 // Writes wide text, which has valid characters only, as UTF-8. Returns one past what was written.
 char* to_utf8(const wchar_t* text, size_t characters, char* bytes);
 constexpr uint32_t utf8_length(uint32_t c) {

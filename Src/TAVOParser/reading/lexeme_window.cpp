@@ -24,7 +24,7 @@ LexemeToken* LexemeWindow::read_from(const uint16_t* place, const uint16_t* stop
       }
       if (next != end_) next = next_character(next, end_);
     } else if (!lexeme.hidden()) {
-      token = keep(place, lexeme.stop, lexeme.type);
+      token = keep(place, lexeme.stop, lexeme.type, true);
     }
     if (lexeme.type == 0 || lexeme.multi_line()) pairs_ += count_pairs(place, next);
     next_ = next;

@@ -12,7 +12,8 @@ namespace tavo {
 // A token of the text, or the end of the input: TAVO_TOKEN_END_OF_INPUT, without characters.
 struct LexemeToken {
   uint32_t type;
-  uint32_t pairs;  // surrogate pairs before it
+  uint32_t pairs;   // surrogate pairs before it
+  bool may_escape;  // a quoted string in which quotes may be escaped
   const uint16_t* start;
   const uint16_t* stop;
 };
@@ -32,7 +33,7 @@ class LexemeWindow {
       : next_(units != 0 && *text == kByteOrderMark ? text + 1 : text),
         end_(text + units),
         readable_(end_ + zeros_after),
-        end_of_input_{TAVO_TOKEN_END_OF_INPUT, 0, end_, end_} {}
+        end_of_input_{TAVO_TOKEN_END_OF_INPUT, 0, false, end_, end_} {}
   LexemeWindow(const LexemeWindow&) = delete;
   LexemeWindow& operator=(const LexemeWindow&) = delete;
 
@@ -93,11 +94,11 @@ class LexemeWindow {
     if (lexeme.traits != 0) [[unlikely]] {
       return read_from(place, lexeme.stop, lexeme.type, lexeme.traits);
     }
-    return keep(place, lexeme.stop, lexeme.type);
+    return keep(place, lexeme.stop, lexeme.type, false);
   }
-  LexemeToken* keep(const uint16_t* start, const uint16_t* stop, uint32_t type) {
+  LexemeToken* keep(const uint16_t* start, const uint16_t* stop, uint32_t type, bool may_escape) {
     LexemeToken* token = &slots_[newest_++ % kSlots];
-    *token = {type, pairs_, start, stop};
+    *token = {type, pairs_, may_escape, start, stop};
     next_ = stop;
     return token;
   }

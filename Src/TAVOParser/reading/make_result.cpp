@@ -122,7 +122,7 @@ class ResultMaker {
     result_.trace_levels = pass.trace_levels();
     result_.refused_trace_levels = pass.refused_trace_levels();
     if (result_.error.insert != nullptr) tell_insert();
-    tell_options();
+    tell_options(pass.keys_end());
   }
 
   // The wide text was ended at stored texts: it is written anew and ended where the excerpt ends.
@@ -145,17 +145,31 @@ class ResultMaker {
     set_place(option.key, option.value + option.value_length - option.key);
   }
 
-  void tell_options() {
+  void tell_options(const wchar_t* keys_end) {
+    char* utf8 = at<char>(memory_, layout_.utf8);
+    result_.wide = wide_;
+    result_.utf8 = utf8;
+    if (layout_.is_ascii()) return narrow_texts(keys_end, utf8);
     result_.texts = at<OptionText>(memory_, layout_.texts);
-    write_texts({result_.pairs, result_.options, result_.texts, result_.option_count},
-                {wide_, text_.characters, layout_.is_ascii()}, at<char>(memory_, layout_.utf8),
+    write_texts({result_.pairs, result_.options, result_.texts, result_.option_count}, wide_, utf8,
                 at<char>(memory_, layout_.utf8_keys));
-    if (layout_.is_ascii() || request_.unit == TAVO_COUNT_CHARACTERS) return;
+    if (request_.unit == TAVO_COUNT_CHARACTERS) return;
     OffsetMap map = offset_map();
     for (uint32_t i = 0; i < result_.option_count; ++i) {
       StoredOption& option = result_.options[i];
       map.move(option.key, option.key_length);
       map.move(option.value, option.value_length);
+    }
+  }
+
+  // The wide text and the keys with prefixes after it, with the ends of the stored texts in them. A
+  // trace level that is not stored is ended here.
+  void narrow_texts(const wchar_t* keys_end, char* utf8) {
+    narrow(wide_, static_cast<size_t>(keys_end - wide_), utf8);
+    for (uint32_t i = 0; i < result_.trace_levels; ++i) {
+      const WideOption texts =
+          wide_option(result_.pairs, *find_trace_level(result_, i, false), wide_);
+      utf8[texts.value - wide_ + texts.value_length] = 0;
     }
   }
 
@@ -182,6 +196,7 @@ ResultLayout::ResultLayout(const InputText& input, const InputMeasure& measure)
   pairs = add(measure.equals, sizeof(KeyValueEntry));
   texts = add(measure.equals, sizeof(OptionText));
   options = add(measure.equals, sizeof(StoredOption));
+  // Keys with prefixes lie after the text, so that a text of ASCII can be narrowed with them.
   wide = add(count + 1, sizeof(wchar_t));
   wide_keys = add(keys, sizeof(wchar_t));
   units = add((two_units_each ? 2 : 1) * count + PassText::kZeros, sizeof(uint16_t));

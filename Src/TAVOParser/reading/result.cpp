@@ -1,7 +1,7 @@
 // Looking into a result.
 #include "reading/result.h"
 
-#include "array/key_value_array.h"
+#include "reading/option_texts.h"
 
 namespace tavo {
 namespace {
@@ -10,9 +10,9 @@ const KeyValueEntry* find_pair(const TAVOReadResult* result, uint32_t pair) {
   return result == nullptr || pair >= result->pair_count ? nullptr : result->pairs + pair;
 }
 
-const OptionText* find_text(const TAVOReadResult* result, uint32_t pair) {
+OptionText find_text(const TAVOReadResult* result, uint32_t pair) {
   const KeyValueEntry* entry = find_pair(result, pair);
-  return entry == nullptr ? nullptr : result->texts + option_of(*entry);
+  return entry == nullptr ? OptionText{} : text_of(*result, *entry);
 }
 
 const StoredOption* find_option(const TAVOReadResult* result, uint32_t pair) {
@@ -30,6 +30,13 @@ uint32_t tell(TAVORange* range, uint32_t offset, uint32_t length) {
 }
 
 }  // namespace
+
+OptionText text_of(const TAVOReadResult& result, const KeyValueEntry& pair) {
+  if (result.texts != nullptr) return result.texts[option_of(pair)];
+  return {result.utf8 + (pair.key - result.wide), result.utf8 + (pair.value - result.wide),
+          static_cast<uint32_t>(length_of(pair.keySize)),
+          static_cast<uint32_t>(length_of(pair.valueLength))};
+}
 
 const StoredOption* find_trace_level(const TAVOReadResult& result, uint32_t index, bool refused) {
   const StoredOption* const end = result.options + result.option_count;
@@ -77,23 +84,19 @@ uint32_t TAVOResult_GetValueType(const TAVOReadResult* result, uint32_t pair) no
 }
 
 const char* TAVOResult_GetKey(const TAVOReadResult* result, uint32_t pair) noexcept {
-  const tavo::OptionText* text = tavo::find_text(result, pair);
-  return text == nullptr ? nullptr : text->key;
+  return tavo::find_text(result, pair).key;
 }
 
 size_t TAVOResult_GetKeyBytes(const TAVOReadResult* result, uint32_t pair) noexcept {
-  const tavo::OptionText* text = tavo::find_text(result, pair);
-  return text == nullptr ? 0 : text->key_bytes;
+  return tavo::find_text(result, pair).key_bytes;
 }
 
 const char* TAVOResult_GetValue(const TAVOReadResult* result, uint32_t pair) noexcept {
-  const tavo::OptionText* text = tavo::find_text(result, pair);
-  return text == nullptr ? nullptr : text->value;
+  return tavo::find_text(result, pair).value;
 }
 
 size_t TAVOResult_GetValueBytes(const TAVOReadResult* result, uint32_t pair) noexcept {
-  const tavo::OptionText* text = tavo::find_text(result, pair);
-  return text == nullptr ? 0 : text->value_bytes;
+  return tavo::find_text(result, pair).value_bytes;
 }
 
 const wchar_t* TAVOResult_GetWideKey(const TAVOReadResult* result, uint32_t pair) noexcept {
@@ -139,7 +142,10 @@ uint32_t TAVOResult_CountTraceLevels(const TAVOReadResult* result) noexcept {
 const char* TAVOResult_GetTraceLevel(const TAVOReadResult* result, uint32_t index) noexcept {
   if (result == nullptr) return nullptr;
   const tavo::StoredOption* option = tavo::find_trace_level(*result, index, false);
-  return option == nullptr ? nullptr : result->texts[option - result->options].value;
+  if (option == nullptr) return nullptr;
+  if (result->texts != nullptr) return result->texts[option - result->options].value;
+  return result->utf8 +
+         (tavo::wide_option(result->pairs, *option, result->wide).value - result->wide);
 }
 
 uint32_t TAVOResult_GetTraceLevelRange(const TAVOReadResult* result, uint32_t index,

@@ -37,8 +37,12 @@ struct TAVOReadResult {
   uint32_t insert_count;  // of the error, not of a refused trace level
   KeyValueEntry* pairs;   // caller1 holds the index of the pair's option
   tavo::StoredOption* options;
-  tavo::OptionText* texts;  // of each option
-  tavo::PassError error;    // after the refused trace levels; the number is 0 without one
+  // Of each option; null when the statement is ASCII: then a text lies in utf8 where it lies in
+  // wide.
+  tavo::OptionText* texts;
+  const wchar_t* wide;
+  const char* utf8;
+  tavo::PassError error;  // after the refused trace levels; the number is 0 without one
   bool has_place;
   TAVOPlace place;  // of the error
   tavo::ErrorInsert inserts[kInserts];
@@ -52,6 +56,9 @@ inline uint32_t option_of(const KeyValueEntry& pair) {
   __builtin_memcpy(&option, pair.caller1, sizeof option);
   return option;
 }
+
+// The texts of the option of a pair.
+OptionText text_of(const TAVOReadResult& result, const KeyValueEntry& pair);
 
 inline uint32_t count_errors(const TAVOReadResult& result) {
   return result.refused_trace_levels + (result.error.number != 0 ? 1 : 0);

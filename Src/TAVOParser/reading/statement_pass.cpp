@@ -18,8 +18,7 @@ class PassActions {
  public:
   using Prefix = const LexemeToken*;  // the keyword before the parenthesis
 
-  explicit PassActions(StatementPass& pass)
-      : pass_(pass), wide_(pass.text_.wide), next_key_(pass.memory_.keys) {}
+  explicit PassActions(StatementPass& pass) : pass_(pass), wide_(pass.text_.wide) {}
   PassActions(const PassActions&) = delete;
   PassActions& operator=(const PassActions&) = delete;
 
@@ -31,9 +30,9 @@ class PassActions {
     if (!is_new(key_type)) return;
     option.pair = pass_.pair_count_++;
     KeyValueEntry& pair = pass_.memory_.pairs[option.pair];
-    pair = {};
     const uint32_t index = pass_.option_count_ - 1;
     std::memcpy(pair.caller1, &index, sizeof index);
+    pair.status = 0;
     if (prefix == nullptr) [[likely]] {
       pair.key = wide_ + option.key;
       pair.key[option.key_length] = 0;
@@ -52,7 +51,7 @@ class PassActions {
     pair.value[length] = 0;
     pair.valueId = value_type;
     pair.valueSize = pair.valueLength = bytes(length);
-    if (quoted && has_backslash(pair.value, length)) {
+    if (quoted && value->may_escape) [[unlikely]] {
       unescape_quotes(pair.value, &pair.valueLength);
     }
   }
@@ -86,10 +85,6 @@ class PassActions {
   static uint32_t length_of(const LexemeToken& token) {
     return static_cast<uint32_t>(token.stop - token.start);
   }
-  static bool has_backslash(const wchar_t* text, uint32_t length) {
-    return std::find(text, text + length, L'\\') != text + length;
-  }
-
   // No token that is stored holds a surrogate pair: its units are its characters.
   StoredOption& add_option(const LexemeToken& key, uint32_t key_type, const LexemeToken& value,
                            uint32_t value_type) {
@@ -117,14 +112,16 @@ class PassActions {
   void store_prefixed_key(KeyValueEntry& pair, const StoredOption& option,
                           const LexemeToken& prefix) {
     // Read from the UTF-16 text: the wide one may have been ended there.
-    wchar_t* key = next_key_;
+    wchar_t* key = pass_.keys_end_;
+    wchar_t* next = key;
     const uint32_t prefix_length = std::min(length_of(prefix), uint32_t{kLongestKeyPrefix});
-    next_key_ = std::copy_n(prefix.start, prefix_length, next_key_);
-    *next_key_++ = L':';
-    next_key_ = std::copy_n(wide_ + option.key, option.key_length, next_key_);
+    next = std::copy_n(prefix.start, prefix_length, next);
+    *next++ = L':';
+    next = std::copy_n(wide_ + option.key, option.key_length, next);
     pair.key = key;
-    pair.keySize = bytes(static_cast<uint32_t>(next_key_ - key));
-    *next_key_++ = 0;
+    pair.keySize = bytes(static_cast<uint32_t>(next - key));
+    *next++ = 0;
+    pass_.keys_end_ = next;
   }
 
   // Whether the level has the 8-bit form that the platform would be handed.
@@ -148,7 +145,6 @@ class PassActions {
 
   StatementPass& pass_;
   wchar_t* wide_;
-  wchar_t* next_key_;
   uint64_t stored_[(TAVO_TOKEN_NAME_COUNT + 63) / 64] = {};
   LexemeToken prefix_;
 };

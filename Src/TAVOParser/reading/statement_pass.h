@@ -73,7 +73,8 @@ struct PassError {
 
 class StatementPass {
  public:
-  StatementPass(const PassText& text, const PassMemory& memory) : text_(text), memory_(memory) {}
+  StatementPass(const PassText& text, const PassMemory& memory)
+      : text_(text), memory_(memory), keys_end_(memory.keys) {}
   StatementPass(const StatementPass&) = delete;
   StatementPass& operator=(const StatementPass&) = delete;
 
@@ -81,6 +82,10 @@ class StatementPass {
   // converted.
   bool run();
 
+  // One past the keys with a prefix that are in the memory for them.
+  const wchar_t* keys_end() const {
+    return keys_end_;
+  }
   // What is stored. After a syntax error: what had been stored before.
   uint32_t pair_count() const {
     return pair_count_;
@@ -111,6 +116,7 @@ class StatementPass {
 
   PassText text_;
   PassMemory memory_;
+  wchar_t* keys_end_;
   uint32_t pair_count_ = 0;
   uint32_t option_count_ = 0;
   uint32_t trace_levels_ = 0;

@@ -10,12 +10,10 @@ namespace {
 
 // Key text up to its ":".
 StoredText prefix_of(const KeyValueEntry& entry) {
-  StoredText text = key_text(entry);
-  for (size_t i = 0; i < text.length; ++i) {
-    if (text.characters[i] == L':') {
-      text.length = i;
-      break;
-    }
+  StoredText text = {entry.key, 0, false};
+  const size_t room = entry.key == nullptr ? 0 : entry.keySize / sizeof(wchar_t);
+  while (text.length < room && entry.key[text.length] != 0 && entry.key[text.length] != L':') {
+    ++text.length;
   }
   return text;
 }
@@ -30,7 +28,10 @@ constexpr size_t kNumbers = 100;  // FLDDEF and FLDDEF1 to FLDDEF99
 size_t definition_number(const StoredText& prefix) {
   constexpr std::wstring_view kKeyword = L"FLDDEF";
   constexpr size_t kStem = kKeyword.size();
-  if (!prefix.begins_with(kKeyword) || prefix.length > kStem + 2) return kNumbers;
+  if (prefix.length < kStem || prefix.length > kStem + 2) return kNumbers;
+  // In upper case, as most are, it need not be folded.
+  const bool is_keyword = std::wmemcmp(prefix.characters, kKeyword.data(), kStem) == 0;
+  if (!is_keyword && !prefix.begins_with(kKeyword)) return kNumbers;
   size_t number = 0;
   for (size_t i = kStem; i < prefix.length; ++i) {
     const auto digit = static_cast<uint32_t>(prefix.characters[i]) - L'0';

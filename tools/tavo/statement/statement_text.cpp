@@ -49,8 +49,8 @@ std::wstring ascii_only(const std::string& bytes) {
 // Keeps the trace lines that a statement asks for off the terminal, unless tracing was configured.
 class QuietTrace {
  public:
-  explicit QuietTrace(bool wanted) {
-    if (!wanted || std::getenv("TAVO_TRACE") != nullptr) return;
+  QuietTrace() {
+    if (std::getenv("TAVO_TRACE") != nullptr) return;
     if (std::getenv("TAVO_TRACE_FILE") != nullptr) return;
     std::fflush(stderr);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -91,15 +91,20 @@ StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_pag
 }
 
 ParseResult StatementText::parse() const {
-  // A trace level is the statement's wish for the process that masks, not for this one. The
-  // statement that only sets the level goes back to the configured one.
+  // A trace level is the statement's wish for the process that masks, not for this one. Only the
+  // service tells what the platform says of it; the statement that only sets the level goes back to
+  // the configured one.
   const bool sets_level = std::any_of(
       tokens_.begin(), tokens_.end(),
       [](const TAVOTextToken& token) { return token.type == TAVO_PARSER_CMN_PARM_TRCLEVEL; });
-  const QuietTrace quiet(sets_level);
-  ParseResult result = code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
-                                  : tavo::parse(std::wstring_view(text_));
-  if (sets_level) tavo::parse(std::wstring_view(L"TRCLEVEL=\"\""));
+  if (!sets_level) {
+    return code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
+                      : tavo::parse(std::wstring_view(text_));
+  }
+  const QuietTrace quiet;
+  ParseResult result = code_page_ ? tavo::parse_with_service(bytes_, CodePage{*code_page_, 0})
+                                  : tavo::parse_with_service(text_);
+  tavo::parse_with_service(L"TRCLEVEL=\"\"");
   return result;
 }
 
