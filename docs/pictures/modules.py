@@ -23,7 +23,7 @@ PICTURE = "docs/pictures/modules.svg"
 PAGE = "docs/architecture.md"
 BEGIN, END = "<!-- modules: begin -->", "<!-- modules: end -->"
 CODE = (".h", ".hpp", ".c", ".cpp", ".def")
-CHECKED = ("Src/", "tools/", "platform/", "include/")
+CHECKED = ("Src/", "tools/", "platform/", "shared/", "include/")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+([<"])([^>"\n]+)[>"]', re.MULTILINE)
 
 

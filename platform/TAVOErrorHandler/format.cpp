@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <string_view>
 
-#include "redact.h"
+#include "redaction/redact.h"
 
 namespace tavo::platform {
 
@@ -46,12 +46,21 @@ class Writer {
     }
   }
   void put_redacted(std::wstring_view text) noexcept {
-    Redactor redactor;
-    for (const wchar_t c : text) {
-      const Redactor::Action action = redactor.next(c);
-      if (action == Redactor::kShow) put(c);
-      if (action == Redactor::kStars) put(std::wstring_view(L"***"));
-    }
+    struct Shown {
+      Writer& writer;
+      std::wstring_view text;
+      size_t at;
+    } shown{*this, text, 0};
+    redaction::find_hidden(
+        text, redaction::TextKind::kExcerpt,
+        [](void* context, size_t begin, size_t end) {
+          auto& to = *static_cast<Shown*>(context);
+          to.writer.put(to.text.substr(to.at, begin - to.at));
+          to.writer.put(redaction::kHiddenText);
+          to.at = end;
+        },
+        &shown);
+    put(text.substr(shown.at));
   }
   size_t finish() noexcept {
     if (room_ != 0) dst_[used_ < room_ ? used_ : room_ - 1] = L'\0';

@@ -15,6 +15,7 @@ PRO=EML,
   DOM=x
 PRO=HASH, DSTFLD="\u00e9", ALG=SHA256
 PRO=HASH, DSTFLD=X SEED="1"
+PRO=HASH, DSTFLD=X, DSTFLD=Y
 """
 
 
@@ -38,7 +39,7 @@ with tempfile.TemporaryDirectory() as folder:
     expect(text.returncode == as_json.returncode == sarif.returncode == 1, "exit status 1")
     told = re.findall(r"^(.*):(\d+):(\d+): (?:error(?:\[(\d+)\])?|(warning)) [a-z-]+: ", text.stdout, re.M)
     expect([(int(line), int(column), number or "0") for _, line, column, number, _ in told] ==
-           [(5, 3, "7112"), (7, 23, "7139"), (8, 20, "0")], told)
+           [(5, 3, "7112"), (7, 23, "7139"), (8, 20, "0"), (9, 21, "0")], told)
 
     report = json.loads(as_json.stdout)
     expect([(f["file"], str(f["line"]), str(f["column"]), f["number"]) for f in report["findings"]]
@@ -51,8 +52,8 @@ with tempfile.TemporaryDirectory() as folder:
     expect((finding["rule"], finding["recorded"], finding["offset"], finding["length"]) ==
            ("unknown-option", True, 22, 3), finding)
     expect("ALGO" in finding["expected"], finding["expected"])
-    expect(report["summary"] == {"files": 1, "filesNotRead": 0, "statements": 4,
-                                 "wrongStatements": 3, "errors": 3, "warnings": 0},
+    expect(report["summary"] == {"files": 1, "filesNotRead": 0, "statements": 5,
+                                 "wrongStatements": 3, "errors": 3, "warnings": 1},
            report["summary"])
 
     run = json.loads(sarif.stdout)["runs"][0]

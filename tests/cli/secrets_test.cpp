@@ -13,6 +13,7 @@ const Library g_library;
 
 std::wstring shown(const std::string& bytes) {
   const StatementText text(bytes, std::nullopt);
+  text.parse();
   return masked(text.text(), text.secrets(), {0, text.text().size()}, false);
 }
 
@@ -28,19 +29,53 @@ std::string everything(const std::string& bytes) {
   return said;
 }
 
-TEST(Secrets, AreMaskedAndTheRestIsShown) {
-  EXPECT_EQ(shown("PRO=LKP, PASS=\"a,b\", CONN=\"c\" , USER=me"),
-            L"PRO=LKP, PASS=***, CONN=*** , USER=me");
-  EXPECT_EQ(shown("PRO=AFF, KEY=\"k\", KEY=@NAME"), L"PRO=AFF, KEY=***, KEY=***");
-  EXPECT_EQ(shown("PRO=EML, SEED=\"1\", DOM=KEY"), L"PRO=EML, SEED=***, DOM=KEY");
+TEST(Secrets, OfAnAcceptedStatementAreThoseOfTheTables) {
+  EXPECT_EQ(
+      shown("PRO=LKP, SEARCH=\"a\", DEST=\"c\", REPLACE=\"b\", PASS=\"a,b\", CONN=c , USER=me"),
+      L"PRO=LKP, SEARCH=\"a\", DEST=\"c\", REPLACE=\"b\", PASS=***, CONN=*** , USER=me");
+  EXPECT_EQ(shown("PRO=AFF, MTD=REP, ALGO=FPE, KEY=@NAME, LEN=4"),
+            L"PRO=AFF, MTD=REP, ALGO=FPE, KEY=***, LEN=4");
+  EXPECT_EQ(shown("PRO=HASH, SEED=/* a */\"1\", DSTFLD=KEY"), L"PRO=HASH, SEED=***, DSTFLD=KEY");
+  EXPECT_EQ(shown("LIB=mine, color=red, pin=5, FLDDEF1=(NAME=x, DT=CHAR)"),
+            L"LIB=mine, color=***, pin=***, FLDDEF1=(NAME=x, DT=CHAR)");
 }
 
 TEST(Secrets, AreNoNamesOfVariablesFieldsAndMethodsThatGiveASeed) {
-  for (const char* text :
-       {"PRO=HASH, SEED=@NAME", "PRO=HASH, SEED=#FIELD", "PRO=HASH, SEED=HMAC",
-        "PRO=HASH, SEED=RANDOM", "PRO=HASH_LKP, SEEDFLD=\"x\"", "PRO=CDS, CONTROL=\"x\""}) {
+  for (const char* seed : {"@NAME", "#FIELD", "#\"a field\"", "RANDOM"}) {
+    const std::string text = std::string("PRO=HASH, DSTFLD=X, SEED=") + seed;
+    ASSERT_TRUE(StatementText(text, std::nullopt).parse()) << text;
     EXPECT_EQ(to_utf8(shown(text)), text);
+    EXPECT_EQ(to_utf8(shown(text + ", X=1")), "PRO=HASH, DSTFLD=X, SEED=***, ***=***");
   }
+}
+
+TEST(Secrets, AreSoughtInWhatAnAcceptedStatementIgnores) {
+  EXPECT_EQ(shown("PRO=HASH, DSTFLD=X SEED=\"1\", ID=y, ALGO=DEF"),
+            L"PRO=HASH, DSTFLD=X SEED=***, ID=***, ALGO=DEF");
+  EXPECT_EQ(shown("PRO=HASH, DSTFLD=X /* plain words */ // SEED=1"),
+            L"PRO=HASH, DSTFLD=X /* plain words */ //***");
+}
+
+TEST(Secrets, AreSoughtInQuotedTextThatSwallowedOne) {
+  EXPECT_EQ(shown("PRO=HASH, DSTFLD=\"X\\\", SEED=\\\"1\""), L"PRO=HASH, DSTFLD=***");
+}
+
+TEST(Secrets, AreFewerOnceTheStatementIsKnownToBeRight) {
+  const StatementText text("PRO=HASH, SRC=\"a\", DSTFLD=X", std::nullopt);
+  EXPECT_FALSE(text.secrets().empty());
+  ASSERT_TRUE(text.parse());
+  EXPECT_TRUE(text.secrets().empty());
+}
+
+TEST(Masked, TakesThePartThatIsAskedFor) {
+  const std::vector<Range> secrets = {{2, 4}, {6, 8}};
+  EXPECT_EQ(masked(L"0123456789", secrets, {0, 10}, false), L"01***45***89");
+  EXPECT_EQ(masked(L"0123456789", secrets, {3, 7}, false), L"***45***");
+  EXPECT_EQ(masked(L"0123456789", secrets, {4, 6}, false), L"45");
+  EXPECT_EQ(masked(L"0123456789", secrets, {4, 4}, false), L"");
+  EXPECT_EQ(masked(L"0123456789", secrets, {3, 7}, true), L"3456");
+  EXPECT_TRUE(is_masked(secrets, {3, 5}));
+  EXPECT_FALSE(is_masked(secrets, {4, 6}));
 }
 
 TEST(Secrets, StayMaskedAfterAQuoteThatIsMissing) {

@@ -66,6 +66,57 @@ TEST(StatementReader, SkipsAByteOrderMarkAndCarriageReturns) {
             (Names{"1:A", "3:B"}));
 }
 
+TEST(StatementReader, BeginsAStatementHoweverFarItIsIndented) {
+  for (const Layout layout : {Layout::kAuto, Layout::kParagraphs}) {
+    EXPECT_EQ(statements_of("  PRO=A\n  PRO=B\n\tprovider =C\n", layout),
+              (Names{"1:  PRO=A", "2:  PRO=B", "3:\tprovider =C"}));
+    EXPECT_EQ(statements_of("PRO=A,\nLIB=B,\n TRCLEVEL=C\n", layout),
+              (Names{"1:PRO=A,\nLIB=B,\n TRCLEVEL=C"}));
+    EXPECT_EQ(statements_of("PRO=A\n LIBRARY=B\nTRCLEVEL=C\n", layout),
+              (Names{"1:PRO=A", "2: LIBRARY=B", "3:TRCLEVEL=C"}));
+    EXPECT_EQ(statements_of("PRO=A\n PROX=B\n PRO\n", layout), (Names{"1:PRO=A\n PROX=B\n PRO"}));
+    EXPECT_EQ(statements_of("PRO=A, // ,\n LIB=B // ,\n LIB=C\n", layout),
+              (Names{"1:PRO=A, // ,\n LIB=B // ,", "3: LIB=C"}));
+  }
+}
+
+TEST(StatementReader, LetsWhatIsClosedHideABeginning) {
+  for (const Layout layout : {Layout::kAuto, Layout::kParagraphs}) {
+    for (const std::string text :
+         {"PRO=A, SRC=\"x\nPRO=B\ny\", ID=c", "PRO=A, SRC=\"x\nPRO=\\\"B\"\n, ID=c",
+          "PRO=A, /* x\nPRO=B */\n ID=c", "PRO=A, F=(NAME=x\nLIB=B\n)", "PRO=A, S=\"x\n\"",
+          "PRO=A, F=(NAME=\")\nLIB=x\"\n, X=y)"}) {
+      EXPECT_EQ(statements_of(text + "\nPRO=C\n", layout),
+                (Names{"1:" + text,
+                       std::to_string(std::count(text.begin(), text.end(), '\n') + 2) + ":PRO=C"}));
+    }
+  }
+}
+
+TEST(StatementReader, EndsWhatNeverClosesBeforeTheNextStatement) {
+  for (const Layout layout : {Layout::kAuto, Layout::kParagraphs}) {
+    for (const std::string first :
+         {"PRO=A, S=\"x", "PRO=A, /* x", "PRO=A, F=(N=x", "PRO=A, S=\"x\\\"", "PRO=A, S=\"x\n y"}) {
+      const std::string line = std::to_string(std::count(first.begin(), first.end(), '\n') + 2);
+      for (const std::string second :
+           {"PRO=B, S=\"y\"", " PRO=B, S=\"\", T=\"z\"", "PRO=B /* c */", "PRO=B, F=(N=y)", "PRO=B",
+            "PRO=B, C=(1,2,\"X\")", "PRO=B, S=#\"x\""}) {
+        EXPECT_EQ(statements_of(first + "\n" + second + "\n", layout),
+                  (Names{"1:" + first, line + ":" + second}));
+      }
+    }
+    EXPECT_EQ(statements_of("PRO=A, S=\"x\n\nPRO=B\"\n", layout),
+              (Names{"1:PRO=A, S=\"x", "3:PRO=B\""}));
+  }
+}
+
+TEST(StatementReader, ReadsEveryBeginningInTimeThatGrowsWithTheFile) {
+  std::string file = "PRO=A, S=\"\n";
+  for (int i = 0; i < 20000; ++i) file += "PRO=B\n";
+  EXPECT_EQ(statements_of(file + "\"\n", Layout::kAuto).size(), 1U);
+  EXPECT_EQ(statements_of(file, Layout::kAuto).size(), 20001U);
+}
+
 TEST(Complete, KnowsWhatMayFollow) {
   const Library library;
   EXPECT_EQ(complete_statement("PRO=EM"), Names{"PRO=EML"});

@@ -222,10 +222,10 @@ using FormattedMessage = Language;
 TEST_F(FormattedMessage, HoldsTheInsertsOfItsBlock) {
   Block block(7139, 2);
   block.insert(0, TAVO_TOKID_CHAR_POS, L"5");
-  block.insert(1, TAVO_TOKID_SUBSTR, L"PRO=X");
+  block.insert(1, TAVO_TOKID_SUBSTR, L"PRO=CCN");
   const std::wstring text = message_of(&block.get(), 0);
   EXPECT_NE(text.find(L"at character 5."), std::wstring::npos) << "text";
-  EXPECT_NE(text.find(L"PRO=X"), std::wstring::npos);
+  EXPECT_NE(text.find(L"PRO=CCN"), std::wstring::npos);
   EXPECT_EQ(text.find(L'{'), std::wstring::npos);
 }
 
@@ -260,10 +260,10 @@ TEST_F(FormattedMessage, TakesBracesAndBracketsInAnInsertAsText) {
 TEST_F(FormattedMessage, QuotesNoSecretOfTheParameterString) {
   Block block(7139, 2);
   block.insert(0, TAVO_TOKID_CHAR_POS, L"26");
-  block.insert(1, TAVO_TOKID_SUBSTR, L"PRO=AFF, KEY=\"hunter2\", X");
+  block.insert(1, TAVO_TOKID_SUBSTR, L"PRO=AFF, KEY=\"hunter2\", C");
   const std::wstring text = message_of(&block.get(), 0);
   EXPECT_EQ(text.find(L"hunter2"), std::wstring::npos);
-  EXPECT_NE(text.find(L"KEY=\"***\", X"), std::wstring::npos);
+  EXPECT_NE(text.find(L"KEY=***, C"), std::wstring::npos);
 }
 
 TEST_F(FormattedMessage, IsCutAndTerminatedInASmallBuffer) {

@@ -61,10 +61,10 @@ TEST(MessagesOfTheWrapper, HoldTheInsertsOfAParse) {
 
 TEST(MessagesOfTheWrapper, HoldTheInsertsOfTheCaller) {
   const std::vector<tavo::Insert> inserts = {{TAVO_TOKID_CHAR_POS, L"7"},
-                                             {TAVO_TOKID_SUBSTR, L"[x]"}};
+                                             {TAVO_TOKID_SUBSTR, L"PRO=CCN, "}};
   const std::wstring message = tavo::format_message(7139, inserts);
   EXPECT_NE(message.find(L" 7"), std::wstring::npos);
-  EXPECT_NE(message.find(L"[x]"), std::wstring::npos);
+  EXPECT_NE(message.find(L"PRO=CCN, "), std::wstring::npos);
   EXPECT_NE(tavo::format_message(7139).find(L"{CHAR_POS}"), std::wstring::npos);
 }
 

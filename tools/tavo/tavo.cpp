@@ -24,7 +24,7 @@ int parse_and_run(int argc, char** argv, Output& output) {
   int status = kClean;
   app.set_version_flag("--version", version_text, "Show the versions of tool and library");
   app.add_flag("--show-secrets", output.show_secrets,
-               "Show values of PASS, CONN, KEY and literal SEED");
+               "Show secrets instead of ***");
   add_choice(app, "--color", color, "auto, always or never", kColorChoices);
   app.require_subcommand(1);
   app.fallthrough();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "language/nearest.h"
 #include "statement/statement_text.h"
 
 namespace tavo::cli {
@@ -14,38 +13,13 @@ bool is_blank(const std::string& line) {
   return line.find_first_not_of(kBlanks) == std::string::npos;
 }
 
-bool begins_provider_statement(const std::string& line) {
-  const std::string word = upper(line.substr(0, line.find_first_of(" \t=")));
-  if (word != "PRO" && word != "PROVIDER") return false;
-  const size_t next = line.find_first_not_of(kBlanks, word.size());
-  return next != std::string::npos && line[next] == '=';
+bool is_comment(const std::string& line) {
+  return line.starts_with('#');
 }
 
-// Whether the last token of a line asks for more.
-bool ends_open(const std::string& before) {
-  const size_t start = before.rfind('\n');
-  const std::string line = start == std::string::npos ? before : before.substr(start + 1);
-  if (line.find('/') == std::string::npos) {
-    const size_t last = line.find_last_not_of(kBlanks);
-    return last != std::string::npos &&
-           std::string_view(",=(").find(line[last]) != std::string_view::npos;
-  }
-  // A comment may follow it.
-  const StatementText text(line, std::nullopt);
-  const std::vector<TAVOTextToken> tokens = text.visible_tokens();
-  if (tokens.empty()) return false;
-  const uint32_t type = tokens.back().type;
-  return type == COMMA || type == EQUAL || type == LEFT_PARENTHESIS;
-}
-
-// Whether a comment that began in these lines goes on behind them. line: the last one.
-bool in_comment(const std::string& lines, const std::string& line, bool open) {
-  if (!open && line.find("/*") == std::string::npos) return false;
-  if (open && line.find("*/") == std::string::npos) return true;
-  const StatementText text(lines, std::nullopt);
-  if (text.tokens().empty()) return false;
-  const TAVOTextToken& last = text.tokens().back();
-  return last.type == 0 && text.text_of(last).starts_with(L"/*");
+void keep(std::string& lines, const std::string& line) {
+  lines += line;
+  lines += '\n';
 }
 
 // Lines that hold nothing but comments are no statement yet.
@@ -60,20 +34,72 @@ bool only_comments(const std::string& lines) {
 
 }  // namespace
 
-bool continues(const std::string& before, const std::string& line) {
-  if (std::string_view(" \t,)").find(line.front()) != std::string_view::npos) return true;
-  return !begins_provider_statement(line) && ends_open(before);
+const std::string* StatementReader::line_ahead(size_t i) {
+  while (ahead_.size() <= i) {
+    std::string line;
+    if (!input_.read_line(line)) return nullptr;
+    ahead_.push_back(std::move(line));
+  }
+  return &ahead_[i];
 }
 
-bool StatementReader::read_line(std::string& line) {
-  if (holds_) {
-    line.swap(held_);
-    holds_ = false;
+void StatementReader::drop_line() {
+  ahead_.pop_front();
+  ++line_;
+}
+
+// Whether what is open is closed in the lines ahead, before a blank one.
+bool StatementReader::is_closed_later() {
+  if (line_ < hidden_until_) return true;
+  ClosingSearch search(open_.open());
+  for (size_t i = 0;; ++i) {
+    const std::string* line = line_ahead(i);
+    if (line == nullptr || is_blank(*line)) return false;
+    if (is_comment(*line)) continue;
+    const ClosingSearch::Found found = search.add(*line);
+    if (found == ClosingSearch::Found::kNotYet) continue;
+    if (found == ClosingSearch::Found::kNeverCloses) return false;
+    hidden_until_ = line_ + i + 1;
     return true;
   }
-  if (!input_.read_line(line)) return false;
-  ++line_;
-  return true;
+}
+
+// Whether the statement that is being read goes on in a line.
+bool StatementReader::goes_on(const std::string& line) {
+  if (open_.open() != Open::kNothing && is_closed_later()) return true;
+  const LineStart start = start_of(line);
+  if (start == LineStart::kStatement) return false;
+  if (start == LineStart::kStatementOrOption && open_.last() != ',') return false;
+  if (layout_ == Layout::kParagraphs) return true;
+  const bool shows_it = std::string_view(" \t,)").find(line.front()) != std::string_view::npos;
+  return shows_it || open_.asks_for_more();
+}
+
+void StatementReader::begin(FileStatement& statement, const std::string& line) {
+  statement.first_line = line_ + 1;
+  statement.bytes = line;
+  statement.raw = line;
+  open_.clear();
+  open_.add(line);
+}
+
+void StatementReader::append(FileStatement& statement, const std::string& line,
+                             size_t comment_lines) {
+  statement.inner += lead_;
+  statement.raw.append("\n").append(lead_).append(line);
+  lead_.clear();
+  // Comment lines leave empty ones, so that lines keep their numbers.
+  statement.bytes.append(comment_lines + 1, '\n');
+  statement.bytes += line;
+  open_.add(line);
+}
+
+// What was read so far is no statement: comments of the file.
+void StatementReader::give_up(FileStatement& statement) {
+  keep(statement.lead, statement.raw);
+  statement.lead += lead_;
+  lead_.clear();
+  statement.bytes.clear();
 }
 
 bool StatementReader::next(FileStatement& statement) {
@@ -81,69 +107,47 @@ bool StatementReader::next(FileStatement& statement) {
   statement.lead.swap(lead_);
   lead_.clear();
   statement.inner.clear();
-  const auto keep = [](std::string& lines, const std::string& line) {
-    lines += line;
-    lines += '\n';
-  };
   bool begun = false;
-  bool comment = false;  // an open one goes on in the next line
-  bool nothing = false;  // comments only so far
-  size_t gap = 0;        // comment lines since the last line of the statement
-  std::string line;
-  while (read_line(line)) {
+  size_t comment_lines = 0;  // since the last line of the statement
+  for (const std::string* line; (line = line_ahead(0)) != nullptr; drop_line()) {
     if (!begun) {
-      if (is_blank(line) || line.front() == '#') {
-        keep(statement.lead, line);
+      if (is_blank(*line) || is_comment(*line)) {
+        keep(statement.lead, *line);
         continue;
       }
-      statement.first_line = line_;
-      statement.bytes = line;
-      statement.raw = line;
+      begin(statement, *line);
       begun = true;
-      comment = in_comment(line, line, false);
-      nothing = !comment && only_comments(line);
       if (layout_ != Layout::kLines) continue;
-      if (!nothing) break;
-      keep(statement.lead, line);
-      begun = nothing = false;
-      continue;
-    }
-    if (is_blank(line)) {
-      if (nothing) {  // comments that no statement follows
-        keep(statement.lead, statement.raw);
-        keep(statement.lead, line);
-        begun = nothing = false;
+      if (only_comments(statement.bytes)) {
+        keep(statement.lead, *line);
+        begun = false;
         continue;
       }
-      keep(lead_, line);
+      drop_line();
       break;
     }
-    if (line.front() == '#' && !comment) {
-      keep(lead_, line);
-      ++gap;
+    if (is_blank(*line)) {
+      if (only_comments(statement.bytes)) {  // comments that no statement follows
+        give_up(statement);
+        keep(statement.lead, *line);
+        begun = false;
+        continue;
+      }
+      keep(lead_, *line);
+      drop_line();
+      break;
+    }
+    if (is_comment(*line)) {
+      keep(lead_, *line);
+      ++comment_lines;
       continue;
     }
-    const bool goes_on = nothing || (comment && !begins_provider_statement(line)) ||
-                         continues(statement.bytes, line);
-    if (layout_ == Layout::kAuto && !goes_on) {
-      held_.swap(line);
-      holds_ = true;
-      break;
-    }
-    // Comment lines leave empty ones, so that lines keep their numbers.
-    statement.inner += lead_;
-    statement.raw.append("\n").append(lead_).append(line);
-    lead_.clear();
-    statement.bytes.append(gap + 1, '\n');
-    statement.bytes += line;
-    gap = 0;
-    comment = in_comment(statement.bytes, line, comment);
-    nothing = !comment && only_comments(statement.bytes);
+    if (!only_comments(statement.bytes) && !goes_on(*line)) break;
+    append(statement, *line, comment_lines);
+    comment_lines = 0;
   }
-  if (nothing) {
-    keep(statement.lead, statement.raw);
-    statement.lead += lead_;
-    lead_.clear();
+  if (begun && only_comments(statement.bytes)) {
+    give_up(statement);
     return false;
   }
   if (statement.bytes.ends_with('\r')) statement.bytes.pop_back();

@@ -1,19 +1,28 @@
 // Reads statements out of a file, one at a time.
 #pragma once
 
+#include <deque>
 #include <string>
 
 #include "reading/input.h"
+#include "reading/open_text.h"
 
 namespace tavo::cli {
 
 // How a file is divided into statements. In each layout a blank line ends a statement and a line
 // whose first character is '#' is a comment of the file.
+//
+// But in the layout of lines, a line that begins with a statement's first keyword and "=" begins a
+// statement, however far it is indented. A quote, comment or parenthesis hides such a beginning
+// when it is closed later; one that is not ends before it, so that a mistake hides no other
+// statement.
 enum class Layout {
-  kAuto,        // a line is a statement; see continues() for when it goes on in the next. A
-                // comment that is open goes on up to a blank line or the next PRO=
+  // A line is a statement. It goes on in the next line when that one begins with white space, a
+  // comma or a closing parenthesis; when it ends with a comma, an equal sign or an opening
+  // parenthesis; and while a quote, comment or parenthesis is open that is closed later.
+  kAuto,
   kLines,       // every line is a statement
-  kParagraphs,  // only a blank line ends a statement
+  kParagraphs,  // a blank line or the beginning of another statement ends a statement
 };
 
 struct FileStatement {
@@ -33,19 +42,22 @@ class StatementReader {
   bool next(FileStatement& statement);
 
  private:
-  bool read_line(std::string& line);
+  // The i-th line that is still to be read; null behind the last one.
+  const std::string* line_ahead(size_t i);
+  void drop_line();
+  bool goes_on(const std::string& line);
+  bool is_closed_later();
+  void give_up(FileStatement& statement);
+  void begin(FileStatement& statement, const std::string& line);
+  void append(FileStatement& statement, const std::string& line, size_t comment_lines);
 
   Input& input_;
   Layout layout_;
-  size_t line_ = 0;   // of the line that was read last
-  std::string held_;  // read, but of the next statement
-  bool holds_ = false;
-  std::string lead_;  // of the next statement
+  std::deque<std::string> ahead_;  // read, but of no statement yet
+  size_t line_ = 0;                // number of the line that was dropped last
+  size_t hidden_until_ = 0;        // up to that line something is open that is closed there
+  OpenText open_;                  // of the statement that is being read
+  std::string lead_;               // of the next statement
 };
-
-// Whether a statement that ended with `before` goes on in `line`: the line begins with white space,
-// a comma or a closing parenthesis; or what stands before it ends with a comma, an equal sign or an
-// opening parenthesis, and the line does not begin a provider statement.
-bool continues(const std::string& before, const std::string& line);
 
 }  // namespace tavo::cli

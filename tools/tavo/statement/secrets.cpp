@@ -1,36 +1,16 @@
 #include "statement/secrets.h"
 
 #include <algorithm>
-#include <cwctype>
-#include <set>
 
 #include "language/language.h"
+#include "redaction/known_options.h"
+#include "redaction/redact.h"
+#include "statement/syntax.h"
 
 namespace tavo::cli {
 namespace {
 
-bool is_secret_keyword(uint32_t type) {
-  return type == TAVO_PARSER_TOKEN_PASS || type == TAVO_PARSER_TOKEN_CONN ||
-         type == TAVO_PARSER_AFF_PARM_KEY || type == TAVO_PARSER_CMN_PARM_SEED;
-}
-
-std::wstring upper_case(std::wstring_view word) {
-  std::wstring upper;
-  for (const wchar_t c : word) {
-    upper.push_back(static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c))));
-  }
-  return upper;
-}
-
-// Of words that are no keywords: misspelled ones and options of users' own providers.
-bool reads_like_a_secret(std::wstring_view word) {
-  const std::wstring upper = upper_case(word);
-  for (const std::wstring_view part : {L"PAS", L"PWD", L"PSW", L"KEY", L"KYE", L"CON", L"CNN",
-                                       L"SEED", L"SED", L"SECRET", L"TOKEN", L"CRED", L"AUTH"}) {
-    if (upper.find(part) != std::wstring::npos) return true;
-  }
-  return false;
-}
+constexpr size_t kExcerpt = 160;  // characters of a message's excerpt that are shown
 
 // A seed may be named instead of given: by an environment variable, a field, or a method.
 bool names_a_seed(uint32_t type) {
@@ -39,118 +19,24 @@ bool names_a_seed(uint32_t type) {
          type == TAVO_PARSER_TOKEN_RANDOM;
 }
 
-bool starts_option(uint32_t type) {
-  TAVOTokenInfo info{};
-  if (TAVOLanguage_GetToken(type, &info) != 0) return false;
-  return info.kind == TAVO_KIND_KEYWORD || info.kind == TAVO_KIND_NUMBERED_KEYWORD ||
-         type == TAVO_PARSER_STRING_WITHOUT_QUOTES;
+size_t end_of(const TAVOTextToken& token) {
+  return size_t{token.offset} + token.length;
 }
 
-constexpr size_t kExcerpt = 160;  // characters of a message's excerpt that are shown
-
-class SecretFinder {
- public:
-  SecretFinder(std::wstring_view text, const std::vector<TAVOTextToken>& tokens) : text_(text) {
-    for (const TAVOTextToken& token : tokens) {
-      if (token.hidden == 0) tokens_.push_back(token);
-    }
-  }
-
-  std::vector<Range> find() {
-    std::vector<Range> secrets;
-    for (size_t i = 0; i < tokens_.size(); ++i) {
-      const bool is_value = i > 0 && type(i - 1) == EQUAL;
-      if (is_value || !names_secret(i)) continue;
-      const size_t first = i + (type(i + 1) == EQUAL ? 2 : 1);
-      if (type(i) == TAVO_PARSER_CMN_PARM_SEED && names_a_seed(type(first))) continue;
-      const size_t past = end_of_value(first);
-      if (past <= first) continue;
-      const TAVOTextToken& last = tokens_[past - 1];
-      secrets.push_back({tokens_[first].offset, size_t{last.offset} + last.length});
-      i = past - 1;
-    }
-    return secrets;
-  }
-
- private:
-  uint32_t type(size_t i) const {
-    return i < tokens_.size() ? tokens_[i].type : TAVO_TOKEN_END_OF_INPUT;
-  }
-
-  bool names_secret(size_t i) const {
-    if (is_secret_keyword(type(i))) return true;
-    return type(i) == TAVO_PARSER_STRING_WITHOUT_QUOTES && type(i + 1) == EQUAL &&
-           reads_like_a_secret(text_.substr(tokens_[i].offset, tokens_[i].length));
-  }
-
-  size_t end_of_value(size_t first) const {
-    size_t i = first;
-    while (i < tokens_.size()) {
-      const bool separator = type(i) == COMMA || (type(i) == BAD_SEP && i > first);
-      if (separator && starts_option(type(i + 1)) && type(i + 2) == EQUAL) break;
-      if (i > first && starts_option(type(i)) && type(i + 1) == EQUAL) break;
-      ++i;
-    }
-    return i;
-  }
-
-  std::wstring_view text_;
-  std::vector<TAVOTextToken> tokens_;
-};
-
-// Keywords of the language, in upper case, that name no secret.
-const std::set<std::wstring>& harmless_words() {
-  static const std::set<std::wstring> words = [] {
-    std::set<std::wstring> all;
-    for (uint32_t type = 0; type < TAVO_TOKEN_NAME_COUNT; ++type) {
-      if (is_secret_keyword(type)) continue;
-      for (const std::string& spelling : spellings(type)) all.insert(from_utf8(spelling));
-    }
-    return all;
-  }();
-  return words;
-}
-
-bool is_word_character(wchar_t c) {
-  return std::iswalnum(static_cast<wint_t>(c)) != 0 || c == L'_' || c == L'-' || c == L'.' ||
-         c == L':';
-}
-
-size_t skip_blanks(std::wstring_view text, size_t at) {
-  while (at < text.size() && std::iswspace(static_cast<wint_t>(text[at])) != 0) ++at;
-  return at;
-}
-
-// Behind the value that begins there: a quoted text, or all up to a comma.
-size_t end_of_raw_value(std::wstring_view text, size_t at) {
-  if (at < text.size() && text[at] == L'"') {
-    for (++at; at < text.size() && text[at] != L'"'; ++at) {
-      if (text[at] == L'\\') ++at;
-    }
-    return std::min(at + 1, text.size());
-  }
-  return std::min(text.find(L',', at), text.size());
-}
-
-// By the characters alone: a quote that is missing before a secret turns the tokens behind it
-// inside out.
-void find_raw_secrets(std::wstring_view text, std::vector<Range>& secrets) {
-  for (size_t equal = text.find(L'='); equal != text.npos; equal = text.find(L'=', equal + 1)) {
-    size_t end = equal;
-    while (end > 0 && std::iswspace(static_cast<wint_t>(text[end - 1])) != 0) --end;
-    size_t begin = end;
-    while (begin > 0 && is_word_character(text[begin - 1])) --begin;
-    const std::wstring word = upper_case(text.substr(begin, end - begin));
-    if (!reads_like_a_secret(word) || harmless_words().contains(word)) continue;
-    const size_t value = skip_blanks(text, equal + 1);
-    if (value >= text.size()) break;
-    const size_t past = end_of_raw_value(text, value);
-    const std::wstring given = upper_case(text.substr(value, past - value));
-    const bool named = given.starts_with(L'@') || given.starts_with(L'#') ||
-                       given.starts_with(L"HMAC") || given.starts_with(L"RAN");
-    if ((named && word == L"SEED") || past <= value) continue;
-    secrets.push_back({value, past});
-  }
+// What has to be hidden from `begin` on, where nothing is known of the text.
+void add_hidden(std::vector<Range>& secrets, std::wstring_view text, size_t begin,
+                redaction::TextKind kind) {
+  struct Found {
+    std::vector<Range>& secrets;
+    size_t begin;
+  } found{secrets, begin};
+  redaction::find_hidden(
+      text.substr(begin), kind,
+      [](void* context, size_t first, size_t past) {
+        const auto& to = *static_cast<Found*>(context);
+        to.secrets.push_back({to.begin + first, to.begin + past});
+      },
+      &found);
 }
 
 // In order, those that meet joined.
@@ -168,23 +54,89 @@ std::vector<Range> joined(std::vector<Range> ranges) {
   return result;
 }
 
+// Of an accepted statement: what the tables call secret, and what the parser never read.
+class AcceptedSecrets {
+ public:
+  explicit AcceptedSecrets(const StatementText& statement)
+      : statement_(statement), written_(walk(statement)) {}
+
+  std::vector<Range> find() {
+    for (const WrittenOption& option : written_.options) add_option(option);
+    const size_t ignored = written_.past < written_.tokens.size()
+                               ? written_.tokens[written_.past].offset
+                               : statement_.text().size();
+    add_comments(ignored);
+    add_hidden(secrets_, statement_.text(), ignored, redaction::TextKind::kPart);
+    return joined(std::move(secrets_));
+  }
+
+ private:
+  void add_option(const WrittenOption& option) {
+    for (const WrittenOption& parameter : option.parameters) add_option(parameter);
+    if (!option.parameters.empty()) return;
+    const size_t value = option.first + 2;  // behind keyword and sign
+    const std::wstring_view text = statement_.text_of(written_.tokens[value]);
+    if (!holds_secret(option) && !redaction::speaks_of_secret(text)) return;
+    const size_t begin = statement_.text().find_first_not_of(
+        L" \t\n\r\f", end_of(written_.tokens[option.first + 1]));
+    secrets_.push_back({begin, end_of(written_.tokens[option.past - 1])});
+  }
+
+  bool holds_secret(const WrittenOption& option) const {
+    const TAVOTextToken& keyword = written_.tokens[option.first];
+    if (option.option->begins_with(TAVO_PARSER_STRING_WITHOUT_QUOTES)) return true;
+    if (!redaction::is_secret_option(statement_.text_of(keyword))) return false;
+    return keyword.type != TAVO_PARSER_CMN_PARM_SEED ||
+           !names_a_seed(written_.tokens[option.first + 2].type);
+  }
+
+  void add_comments(size_t end) {
+    for (const TAVOTextToken& token : statement_.tokens()) {
+      if (token.offset >= end) return;
+      const std::wstring_view comment = statement_.text_of(token);
+      if (token.type != COMMENT || redaction::is_harmless_comment(comment)) continue;
+      const size_t closing = comment.starts_with(L"/*") ? 2 : 0;
+      secrets_.push_back({token.offset + size_t{2}, end_of(token) - closing});
+    }
+  }
+
+  const StatementText& statement_;
+  WrittenStatement written_;
+  std::vector<Range> secrets_;
+};
+
+// The first range that ends behind a place.
+auto first_behind(const std::vector<Range>& ranges, size_t place) {
+  return std::partition_point(ranges.begin(), ranges.end(),
+                              [&](const Range& range) { return range.end <= place; });
+}
+
+// The excerpt of a message, its end when it is long.
+std::wstring excerpt(const StatementText& statement, size_t length, bool show_secrets) {
+  const size_t end = std::min(length, statement.text().size());
+  std::wstring shown = masked(statement.text(), statement.secrets(), {0, end}, show_secrets);
+  if (shown.size() > kExcerpt) shown = L'…' + shown.substr(shown.size() - kExcerpt);
+  return shown;
+}
+
 }  // namespace
 
-std::vector<Range> find_secrets(std::wstring_view text, const std::vector<TAVOTextToken>& tokens) {
-  std::vector<Range> secrets = SecretFinder(text, tokens).find();
-  find_raw_secrets(text, secrets);
-  return joined(std::move(secrets));
+std::vector<Range> find_secrets(const StatementText& statement, bool accepted) {
+  if (accepted) return AcceptedSecrets(statement).find();
+  std::vector<Range> secrets;
+  add_hidden(secrets, statement.text(), 0, redaction::TextKind::kStatement);
+  return secrets;
 }
 
 bool is_secret(const Pair& pair) {
   switch (pair.key_type) {
     case TAVO_PARSER_LDS_PARM_PASSWORD:
     case TAVO_PARSER_LDS_PARM_CONNECTION_STRING:
-    case TAVO_PARSER_AFF_PARM_KEY: return true;
+    case TAVO_PARSER_AFF_PARM_KEY:
+    case TAVO_PARSER_USER_PROVIDER_KEY: return true;
     case TAVO_PARSER_CMN_PARM_SEED:
       return pair.value_type == TAVO_PARSER_SEED_LITERAL || pair.value_type == INTEGER;
-    case TAVO_PARSER_USER_PROVIDER_KEY: return reads_like_a_secret(pair.key);
-    default: return false;
+    default: return redaction::speaks_of_secret(pair.value);
   }
 }
 
@@ -193,29 +145,36 @@ std::wstring masked(std::wstring_view text, const std::vector<Range>& secrets, R
   if (show_secrets) return std::wstring(text.substr(part.begin, part.end - part.begin));
   std::wstring shown;
   size_t at = part.begin;
-  for (const Range& secret : secrets) {
-    if (secret.end <= at || secret.begin >= part.end) continue;
-    if (secret.begin > at) shown += text.substr(at, secret.begin - at);
+  for (auto secret = first_behind(secrets, at); secret != secrets.end() && secret->begin < part.end;
+       ++secret) {
+    if (secret->begin > at) shown += text.substr(at, secret->begin - at);
     shown += kMask;
-    at = std::min(secret.end, part.end);
+    at = std::min(secret->end, part.end);
   }
   if (at < part.end) shown += text.substr(at, part.end - at);
   return shown;
 }
 
+bool is_masked(const std::vector<Range>& secrets, Range part) {
+  const auto secret = first_behind(secrets, part.begin);
+  return secret != secrets.end() && secret->begin < part.end;
+}
+
 std::wstring masked_message(const Error& error, const StatementText& statement, bool show_secrets) {
   if (error.excerpt.empty()) return error.message;
+  // The platform hides more of an excerpt than is needed: it sees no more of the statement. So it
+  // gets a mask to put in place, and the excerpt comes where that stands.
+  std::wstring shown;
   std::vector<Insert> inserts = error.inserts;
   for (Insert& insert : inserts) {
     if (insert.id != TAVO_TOKID_SUBSTR) continue;
-    const size_t end = std::min(insert.value.size(), statement.text().size());
-    insert.value = masked(statement.text(), statement.secrets(), {0, end}, show_secrets);
-    if (insert.value.size() <= kExcerpt) continue;
-    std::wstring tail(1, L'…');
-    tail.append(insert.value, insert.value.size() - kExcerpt, kExcerpt);
-    insert.value = std::move(tail);
+    shown = excerpt(statement, insert.value.size(), show_secrets);
+    insert.value = kMask;
   }
-  return format_message(error.number, inserts);
+  std::wstring message = format_message(error.number, inserts);
+  const size_t mask = message.rfind(kMask);
+  if (mask != message.npos) message.replace(mask, kMask.size(), shown);
+  return message;
 }
 
 }  // namespace tavo::cli

@@ -87,7 +87,6 @@ StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_pag
     : bytes_(std::move(bytes)), code_page_(code_page) {
   text_ = code_page_ ? decode(bytes_, *code_page_).value_or(ascii_only(bytes_)) : from_utf8(bytes_);
   tokens_ = read_tokens(text_);
-  secrets_ = find_secrets(text_, tokens_);
 }
 
 ParseResult StatementText::parse() const {
@@ -97,15 +96,24 @@ ParseResult StatementText::parse() const {
   const bool sets_level = std::any_of(
       tokens_.begin(), tokens_.end(),
       [](const TAVOTextToken& token) { return token.type == TAVO_PARSER_CMN_PARM_TRCLEVEL; });
-  if (!sets_level) {
-    return code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
-                      : tavo::parse(std::wstring_view(text_));
+  ParseResult result;
+  if (sets_level) {
+    const QuietTrace quiet;
+    result = code_page_ ? tavo::parse_with_service(bytes_, CodePage{*code_page_, 0})
+                        : tavo::parse_with_service(text_);
+    tavo::parse_with_service(L"TRCLEVEL=\"\"");
+  } else {
+    result = code_page_ ? tavo::parse(bytes_, CodePage{*code_page_, 0})
+                        : tavo::parse(std::wstring_view(text_));
   }
-  const QuietTrace quiet;
-  ParseResult result = code_page_ ? tavo::parse_with_service(bytes_, CodePage{*code_page_, 0})
-                                  : tavo::parse_with_service(text_);
-  tavo::parse_with_service(L"TRCLEVEL=\"\"");
+  accepted_ = static_cast<bool>(result);
+  secrets_.reset();
   return result;
+}
+
+const std::vector<Range>& StatementText::secrets() const {
+  if (!secrets_) secrets_ = find_secrets(*this, accepted_);
+  return *secrets_;
 }
 
 std::vector<TAVOTextToken> StatementText::visible_tokens() const {

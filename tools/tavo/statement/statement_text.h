@@ -23,6 +23,7 @@ class StatementText {
   // A UTF-8 statement, or 8-bit text in a code page.
   StatementText(std::string bytes, std::optional<uint32_t> code_page);
 
+  // Remembers whether the statement was accepted: secrets() shows more of one that was.
   ParseResult parse() const;
 
   const std::wstring& text() const {
@@ -34,16 +35,17 @@ class StatementText {
   // Without white space, comments and broken places.
   std::vector<TAVOTextToken> visible_tokens() const;
   std::wstring_view text_of(const TAVOTextToken& token) const;
-  const std::vector<Range>& secrets() const {
-    return secrets_;
-  }
+  // What has to be masked. Found when it is asked for; of a statement that parse() has not
+  // accepted, everything that is not known to be harmless.
+  const std::vector<Range>& secrets() const;
 
  private:
   std::string bytes_;
   std::optional<uint32_t> code_page_;
   std::wstring text_;
   std::vector<TAVOTextToken> tokens_;
-  std::vector<Range> secrets_;
+  mutable bool accepted_ = false;
+  mutable std::optional<std::vector<Range>> secrets_;
 };
 
 // The tokens of a text; none when the text is no valid Unicode.

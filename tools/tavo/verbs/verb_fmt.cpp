@@ -51,16 +51,8 @@ class FormatRun {
                                         size_t line) {
     const StatementText text(bytes, std::nullopt);
     const ParseResult before = text.parse();
+    tell(text, before, name, line);
     if (!before) {
-      for (const Finding& finding : find_findings(text, before, output_.show_secrets)) {
-        if (finding.severity == Severity::kWarning) continue;
-        Stream& messages = output_.messages();
-        messages.write(show_finding(messages, text, finding,
-                                    {.file = name,
-                                     .first_line = line,
-                                     .verbose = false,
-                                     .show_secrets = output_.show_secrets}));
-      }
       raise_to(kViolations);
       return std::nullopt;
     }
@@ -76,6 +68,18 @@ class FormatRun {
     }
     if (laid_out != bytes) tell_change(text, after, name, line);
     return laid_out;
+  }
+
+  void tell(const StatementText& text, const ParseResult& result, const std::string& name,
+            size_t line) {
+    for (const Finding& finding : find_findings(text, result, output_.show_secrets)) {
+      Stream& messages = output_.messages();
+      messages.write(show_finding(messages, text, finding,
+                                  {.file = name,
+                                   .first_line = line,
+                                   .verbose = false,
+                                   .show_secrets = output_.show_secrets}));
+    }
   }
 
   void tell_change(const StatementText& before, const StatementText& after, const std::string& name,

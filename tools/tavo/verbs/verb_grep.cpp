@@ -114,6 +114,7 @@ class Grep {
       return json_->add({statement.file, statement.lines.first_line, statement.result});
     }
     const StatementText text(statement.lines.bytes, options_.job.input.code_page);
+    text.parse();  // more of an accepted statement is shown
     const std::wstring shown =
         masked(text.text(), text.secrets(), {0, text.text().size()}, output_.show_secrets);
     Stream& answer = output_.answer();

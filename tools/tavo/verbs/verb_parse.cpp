@@ -83,16 +83,13 @@ int run_parse(const ShowOptions& options, Output& output) {
   const StatementText statement(
       given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
   const ParseResult result = statement.parse();
-  if (!result) {
-    for (const Finding& finding : find_findings(statement, result, output.show_secrets)) {
-      if (finding.severity == Severity::kWarning) continue;
-      Stream& messages = output.messages();
-      ShowFinding how;
-      how.show_secrets = output.show_secrets;
-      messages.write(show_finding(messages, statement, finding, how));
-    }
-    return kViolations;
+  for (const Finding& finding : find_findings(statement, result, output.show_secrets)) {
+    Stream& messages = output.messages();
+    ShowFinding how;
+    how.show_secrets = output.show_secrets;
+    messages.write(show_finding(messages, statement, finding, how));
   }
+  if (!result) return kViolations;
   if (options.format == "json") {
     print_json(output, result.pairs);
   } else if (options.format == "tsv") {

@@ -26,12 +26,21 @@ std::wstring shown_text(const StatementText& statement, const TAVOTextToken& tok
   return masked(statement.text(), statement.secrets(), part, show_secrets);
 }
 
+// The type of a keyword would tell it. Those of quoted text, comments and blanks tell nothing.
+bool has_masked_type(const StatementText& statement, const TAVOTextToken& token,
+                     bool show_secrets) {
+  if (show_secrets || token.type == 0 || token.hidden != 0) return false;
+  if (token.type == TAVO_PARSER_STRING_WITH_QUOTES) return false;
+  return is_masked(statement.secrets(), {token.offset, size_t{token.offset} + token.length});
+}
+
 Row make_row(const StatementText& statement, const TAVOTextToken& token, bool show_secrets) {
   Row row;
   row.broken = token.type == 0;
   row.hidden = token.hidden != 0;
-  row.number = row.broken ? "-" : std::to_string(token.type);
-  row.name = row.broken ? "broken" : token_name(token.type);
+  const bool masked_type = has_masked_type(statement, token, show_secrets);
+  row.number = row.broken || masked_type ? "-" : std::to_string(token.type);
+  row.name = row.broken ? "broken" : masked_type ? "masked" : token_name(token.type);
   row.text = printable(shown_text(statement, token, show_secrets));
   row.place = fmt::format("{}:{}", token.line, token.column);
   return row;
@@ -78,6 +87,10 @@ void print_json(Output& output, const StatementText& statement) {
         {"column", token.column},
         {"hidden", token.hidden != 0}};
     if (token.type == 0) entry["offending"] = token.offending;
+    if (has_masked_type(statement, token, output.show_secrets)) {
+      entry["type"] = nullptr;
+      entry["name"] = "masked";
+    }
     list.push_back(std::move(entry));
   }
   output.answer().write(nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
@@ -86,6 +99,7 @@ void print_json(Output& output, const StatementText& statement) {
 int run_tokens(const ShowOptions& options, Output& output) {
   const StatementText statement(
       given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
+  statement.parse();  // more of an accepted statement is shown
   if (options.format == "json") {
     print_json(output, statement);
   } else if (options.format == "tsv") {

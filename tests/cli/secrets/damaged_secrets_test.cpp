@@ -1,0 +1,235 @@
+// The acceptance test of the masking: whatever happens to a statement, no verb and no format shows
+// what stood in a secret place.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <regex>
+
+#include "TAVOParserCpp.hpp"
+#include "cli/secrets/damaged_statements.h"
+#include "verbs/verbs.h"
+
+namespace tavo::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using Arguments = std::vector<std::string>;
+
+const Library g_library;
+
+size_t wanted_statements() {
+  const char* count = std::getenv("TAVO_SECRET_STATEMENTS");
+  return count != nullptr ? std::strtoul(count, nullptr, 10) : 500;
+}
+
+// Standard output and standard error of this process go to one file while it lives.
+class Captured {
+ public:
+  Captured() : file_(std::tmpfile()) {
+    flush();
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+      kept_.push_back(fcntl(stream, F_DUPFD_CLOEXEC, 10));
+      dup2(fileno(file_), stream);
+    }
+  }
+  ~Captured() {
+    restore();
+    std::fclose(file_);
+  }
+  Captured(const Captured&) = delete;
+  Captured& operator=(const Captured&) = delete;
+
+  std::string take() {
+    restore();
+    const auto size = static_cast<size_t>(lseek(fileno(file_), 0, SEEK_END));
+    std::string text(size, '\0');
+    EXPECT_EQ(pread(fileno(file_), text.data(), size, 0), static_cast<ssize_t>(size));
+    return text;
+  }
+
+ private:
+  static void flush() {
+    std::cout.flush();
+    std::fflush(stdout);
+    std::fflush(stderr);
+  }
+  void restore() {
+    flush();
+    for (size_t i = 0; i < kept_.size(); ++i) {
+      dup2(kept_[i], i == 0 ? STDOUT_FILENO : STDERR_FILENO);
+      close(kept_[i]);
+    }
+    kept_.clear();
+  }
+
+  std::FILE* file_;
+  std::vector<int> kept_;
+};
+
+// What the tool says to its arguments, on both streams.
+std::string said_to(Arguments arguments) {
+  Captured captured;
+  CLI::App app("", "tavo");
+  Output output;
+  int status = 0;
+  app.add_flag("--show-secrets", output.show_secrets);
+  app.require_subcommand(1);
+  app.fallthrough();
+  add_parse(app, output, &status);
+  add_check(app, output, &status);
+  add_tokens(app, output, &status);
+  add_fmt(app, output, &status);
+  std::vector<const char*> argv = {"tavo"};
+  for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+  try {
+    app.parse(static_cast<int>(argv.size()), argv.data());
+  } catch (const CLI::ParseError& error) {
+    ADD_FAILURE() << error.what();
+  }
+  output.answer().flush();
+  return captured.take();
+}
+
+class Folder {
+ public:
+  Folder() {
+    std::string name = (fs::temp_directory_path() / "tavo-secrets-XXXXXX").string();
+    path_ = mkdtemp(name.data());
+  }
+  ~Folder() {
+    fs::remove_all(path_);
+  }
+  std::string write(const std::string& text) const {
+    const std::string file = (path_ / "statements.txt").string();
+    std::ofstream(file, std::ios::binary) << text;
+    return file;
+  }
+
+ private:
+  fs::path path_;
+};
+
+std::string marker_of(const std::string& text) {
+  for (const std::string& marker : tavo_test::kMarkers) {
+    if (!tavo_test::leak_in(text, marker).empty()) return marker;
+  }
+  return "";
+}
+
+// The ways to look at one statement: all formats of the verbs that take one, and at a file of it.
+std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file) {
+  return {{"parse", "--", statement},
+          {"parse", "--format", "json", "--", statement},
+          {"parse", "--format", "tsv", "--", statement},
+          {"tokens", "--", statement},
+          {"tokens", "--format", "json", "--", statement},
+          {"tokens", "--format", "tsv", "--", statement},
+          {"fmt", "--diff", "--", statement},
+          {"fmt", "--diff", "--spelling", "long", "--option-a-line", "--", statement},
+          {"fmt", "--check", "--", statement},
+          {"check", file},
+          {"check", "--format", "json", file},
+          {"check", "--format", "sarif", file},
+          {"check", "--layout", "lines", file},
+          {"check", "--layout", "paragraphs", file},
+          {"fmt", "--diff", "-f", file}};
+}
+
+// The library's own message, formatted by the embedded platform.
+std::string recorded_messages(const std::string& statement) {
+  std::string said;
+  for (const Error& error : tavo::parse(std::string_view(statement)).errors) {
+    said += to_utf8(error.message) + "\n";
+  }
+  return said;
+}
+
+// Whether the library accepts the statement and stores the marker where no secret is, or as the
+// name of a seed: the damage made another statement of it, which means what it says.
+bool stores_marker_openly(const std::string& statement, const std::string& marker) {
+  constexpr std::array kSecretKeys = {
+      TAVO_PARSER_LDS_PARM_PASSWORD, TAVO_PARSER_LDS_PARM_CONNECTION_STRING,
+      TAVO_PARSER_AFF_PARM_KEY, TAVO_PARSER_CMN_PARM_SEED, TAVO_PARSER_USER_PROVIDER_KEY};
+  for (const Pair& pair : tavo::parse(std::string_view(statement)).pairs) {
+    const bool secret =
+        std::find(kSecretKeys.begin(), kSecretKeys.end(), pair.key_type) != kSecretKeys.end();
+    if (!tavo_test::leak_in(to_utf8(pair.key), marker).empty()) return true;
+    const bool named =
+        pair.value_type == TAVO_PARSER_SEED_ENVVAR || pair.value_type == TAVO_PARSER_SEED_FLDNAME;
+    if ((!secret || named) && !tavo_test::leak_in(to_utf8(pair.value), marker).empty()) return true;
+  }
+  return false;
+}
+
+size_t g_shown_by_right = 0;
+
+void expect_no_leak(const std::string& statement, const Folder& folder) {
+  const std::string marker = marker_of(statement);
+  if (marker.empty()) return;  // the damage took it away
+  if (stores_marker_openly(statement, marker)) {
+    ++g_shown_by_right;
+    return;
+  }
+  const std::string messages = recorded_messages(statement);
+  EXPECT_EQ(tavo_test::leak_in(messages, marker), "") << statement << "\n--\n" << messages;
+  for (const Arguments& way : ways_to_show(statement, folder.write(statement + "\n"))) {
+    const std::string said = said_to(way);
+    EXPECT_EQ(tavo_test::leak_in(said, marker), "")
+        << way[0] << " " << way[1] << " " << way[2 < way.size() ? 2 : 1] << "\n"
+        << statement << "\n--\n"
+        << said;
+    if (testing::Test::HasFailure()) return;
+  }
+}
+
+TEST(DamagedSecrets, AreShownByNoVerbAndNoFormat) {
+  const Folder folder;
+  tavo_test::DamagedStatements statements(20261);
+  for (size_t i = 0; i < wanted_statements(); ++i) {
+    const std::string whole = statements.statement(tavo_test::kMarkers[i % 3]);
+    expect_no_leak(i % 16 == 0 ? whole : statements.damaged(whole), folder);
+    if (HasFailure()) {
+      std::cout << "statement " << i << "\n";
+      return;
+    }
+  }
+  EXPECT_LE(g_shown_by_right, wanted_statements() / 100);
+}
+
+// Where a damage at one byte leaves the marker in a place that the statement shows by right, the
+// frame is at fault: none of these is.
+TEST(DamagedSecrets, AreShownByNoDamageAtAnyByte) {
+  const Folder folder;
+  const std::string marker = tavo_test::kMarkers.front();
+  size_t left = wanted_statements();
+  for (const std::string frame :
+       {"PRO=LKP, ID=a, PASS=\"%\", SRC=\"b\", USER=c, CONN=\"d=e,ID=%\", CACHE=NO",
+        "PRO=AFF, MTD=REP, KEY=\"%\", SEED=\"x\\\"%\", LEN=4",
+        "PRO=HASH,SEED=\"%\n%\",DSTFLD=X,ALGO=SHA256", "LIB=mine, pw=%, a=b, pin=\"%\""}) {
+    const std::string statement = std::regex_replace(std::string(frame), std::regex("%"), marker);
+    for (const std::string& damaged : tavo_test::damaged_at_every_byte(statement)) {
+      if (left-- == 0) return;
+      expect_no_leak(damaged, folder);
+      if (HasFailure()) return;
+    }
+  }
+}
+
+// Else the tests above would pass of a tool that shows nothing.
+TEST(DamagedSecrets, AreShownToWhoAsks) {
+  EXPECT_NE(said_to({"parse", "--show-secrets", "PRO=AFF, MTD=REP, KEY=\"hunTer2xQz\""})
+                .find("hunTer2xQz"),
+            std::string::npos);
+  EXPECT_NE(said_to({"parse", "--show-secrets", "PRO=AFF, KEY=hunTer2xQz"}).find("hunTer2xQz"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace tavo::cli

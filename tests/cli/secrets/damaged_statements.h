@@ -1,0 +1,45 @@
+// Statements with a marker where a secret stands, damaged at random.
+#pragma once
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace tavo_test {
+
+// What must never be shown; no part of it that is kMarkerPart long occurs elsewhere.
+inline const std::vector<std::string> kMarkers = {"hunTer2xQz", "geheimniskrug", "7391528406"};
+inline constexpr size_t kMarkerPart = 5;
+
+class DamagedStatements {
+ public:
+  explicit DamagedStatements(uint32_t seed) : random_(seed) {}
+
+  // A statement, right or wrong, whose secrets hold the marker.
+  std::string statement(const std::string& marker);
+  // One to three damages anywhere in the text: characters taken away, put in, changed, doubled,
+  // exchanged; signs exchanged; the end cut off.
+  std::string damaged(std::string text);
+
+ private:
+  size_t below(size_t limit) {
+    return std::uniform_int_distribution<size_t>(0, limit - 1)(random_);
+  }
+  const std::string& one_of(const std::vector<std::string>& list) {
+    return list[below(list.size())];
+  }
+  std::string secret(const std::string& marker);
+  void damage_once(std::string& text);
+  void exchange_signs(std::string& text);
+
+  std::mt19937 random_;
+};
+
+// Every way to damage a text at one byte: the byte taken away, each sign in its place or before it,
+// exchanged with its neighbour, the rest cut off.
+std::vector<std::string> damaged_at_every_byte(const std::string& text);
+
+// The first part of a marker that a text holds, in either case; empty when there is none.
+std::string leak_in(const std::string& shown, const std::string& marker);
+
+}  // namespace tavo_test
