@@ -1,0 +1,21 @@
+// A statement that cannot be read in the encoding of its file.
+#pragma once
+
+#include <optional>
+
+#include "showing/diagnostics.h"
+
+namespace tavo::cli {
+
+// The first byte that is no character, with its place and how to read it all the same; nothing when
+// every byte is part of a character.
+std::optional<Finding> find_bad_encoding(const StatementText& statement);
+
+// The rule of such a finding.
+inline constexpr const char kBadEncoding[] = "bad-encoding";
+
+// All that is to be told of a statement: its first bad byte alone, or what the library finds.
+std::vector<Finding> find_all(const StatementText& statement, const ParseResult& result,
+                              bool show_secrets);
+
+}  // namespace tavo::cli
