@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "reading/line_ends.h"
 #include "showing/diagnostics.h"
