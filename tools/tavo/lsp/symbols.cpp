@@ -33,7 +33,10 @@ std::string value_text(const StatementText& text, const Outline& outline,
   std::wstring value = text.text().substr(range.begin, range.end - range.begin);
   if (value.size() > 1 && value.front() == L'"') value = value.substr(1, value.size() - 2);
   for (wchar_t& c : value) c = c < L' ' ? L' ' : c;
-  if (value.size() > kMostShown) value = value.substr(0, kMostShown) + L"\u2026";
+  if (value.size() > kMostShown) {
+    value.resize(kMostShown);
+    value.push_back(L'\u2026');
+  }
   return to_utf8(value);
 }
 
@@ -47,6 +50,7 @@ const OutlineOption* written_under(const std::vector<OutlineOption>& options, ui
 }
 
 std::string about(const StatementText& text, const Outline& outline) {
+  text.parse();  // more of an accepted statement may be shown
   for (const uint32_t key : kTelling) {
     const OutlineOption* option = written_under(outline.options, key);
     std::string value = option == nullptr ? "" : value_text(text, outline, *option);

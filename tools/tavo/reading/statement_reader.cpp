@@ -1,9 +1,5 @@
 #include "reading/statement_reader.h"
 
-#include <algorithm>
-
-#include "statement/statement_text.h"
-
 namespace tavo::cli {
 namespace {
 
@@ -20,16 +16,6 @@ bool is_comment(const std::string& line) {
 void keep(std::string& lines, const std::string& line) {
   lines += line;
   lines += '\n';
-}
-
-// Lines that hold nothing but comments are no statement yet.
-bool only_comments(const std::string& lines) {
-  const size_t first = lines.find_first_not_of(kBlanks);
-  if (first == std::string::npos || lines[first] != '/') return false;
-  const StatementText text(lines, std::nullopt);
-  const auto& tokens = text.tokens();
-  return std::all_of(tokens.begin(), tokens.end(),
-                     [](const TAVOTextToken& token) { return token.hidden != 0; });
 }
 
 }  // namespace
@@ -64,13 +50,19 @@ bool StatementReader::is_closed_later() {
   }
 }
 
+// Lines that hold nothing but comments are no statement yet.
+bool StatementReader::holds_comments_only() const {
+  return open_.open() == Open::kNothing && open_.last() == '\0';
+}
+
 // Whether the statement that is being read goes on in a line.
 bool StatementReader::goes_on(const std::string& line) {
+  if (holds_comments_only()) return true;
   if (open_.open() != Open::kNothing && is_closed_later()) return true;
   const LineStart start = start_of(line);
   if (start == LineStart::kStatement) return false;
   if (start == LineStart::kStatementOrOption && open_.last() != ',') return false;
-  if (layout_ == Layout::kParagraphs) return true;
+  if (layout_ == Layout::kParagraphs || open_.open() == Open::kComment) return true;
   const bool shows_it = std::string_view(" \t,)").find(line.front()) != std::string_view::npos;
   return shows_it || open_.asks_for_more();
 }
@@ -94,12 +86,13 @@ void StatementReader::append(FileStatement& statement, const std::string& line,
   open_.add(line);
 }
 
-// What was read so far is no statement: comments of the file.
+// Comments that no statement follows stand before the next one, as comment lines do.
 void StatementReader::give_up(FileStatement& statement) {
   keep(statement.lead, statement.raw);
   statement.lead += lead_;
   lead_.clear();
   statement.bytes.clear();
+  statement.inner.clear();
 }
 
 bool StatementReader::next(FileStatement& statement) {
@@ -118,16 +111,16 @@ bool StatementReader::next(FileStatement& statement) {
       begin(statement, *line);
       begun = true;
       if (layout_ != Layout::kLines) continue;
-      if (only_comments(statement.bytes)) {
-        keep(statement.lead, *line);
-        begun = false;
-        continue;
+      if (!holds_comments_only()) {
+        drop_line();
+        break;
       }
-      drop_line();
-      break;
+      give_up(statement);
+      begun = false;
+      continue;
     }
     if (is_blank(*line)) {
-      if (only_comments(statement.bytes)) {  // comments that no statement follows
+      if (holds_comments_only()) {
         give_up(statement);
         keep(statement.lead, *line);
         begun = false;
@@ -137,16 +130,16 @@ bool StatementReader::next(FileStatement& statement) {
       drop_line();
       break;
     }
-    if (is_comment(*line)) {
+    if (is_comment(*line) && open_.open() != Open::kComment) {
       keep(lead_, *line);
       ++comment_lines;
       continue;
     }
-    if (!only_comments(statement.bytes) && !goes_on(*line)) break;
+    if (!goes_on(*line)) break;
     append(statement, *line, comment_lines);
     comment_lines = 0;
   }
-  if (begun && only_comments(statement.bytes)) {
+  if (begun && holds_comments_only()) {
     give_up(statement);
     return false;
   }

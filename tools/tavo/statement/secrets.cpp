@@ -115,7 +115,7 @@ auto first_behind(const std::vector<Range>& ranges, size_t place) {
 std::wstring excerpt(const StatementText& statement, size_t length, bool show_secrets) {
   const size_t end = std::min(length, statement.text().size());
   std::wstring shown = masked(statement.text(), statement.secrets(), {0, end}, show_secrets);
-  if (shown.size() > kExcerpt) shown = L'…' + shown.substr(shown.size() - kExcerpt);
+  if (shown.size() > kExcerpt) shown.replace(0, shown.size() - kExcerpt, 1, L'…');
   return shown;
 }
 
