@@ -42,18 +42,18 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     ${CMAKE_LIBRARY_OUTPUT_DIRECTORY} ${TAVO_PLATFORM_DIR})
-# What tells dpkg-shlibdeps which package a program needs that is linked with ours, and ldconfig that
-# there are new libraries.
+# What tells dpkg-shlibdeps which package a program needs that is linked with ours.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+# Tells ldconfig that there are new libraries.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${folder}/triggers)
 set(contents "the shared library and its embedded platform.")
 if(TAVO_PLATFORM_DIR AND TAVO_INSTALL_PLATFORM)
   set(contents "the shared library and the platform it was built for.")
@@ -64,22 +64,22 @@ elseif(TAVO_PLATFORM_DIR)
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS ${TAVO_PLATFORM_PACKAGE})
 endif()
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "parameter-string parser of the masking suite
- Reads the statements that configure the providers of a data-masking suite and
- hands back key/value pairs, or errors with number, position and inserts.
- .
- This package holds ${contents}")
+Reads the statements that configure the providers of a data-masking suite and
+hands back key/value pairs, or errors with number, position and inserts.
+.
+This package holds ${contents}")
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 # A public header names types of the runtime.
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS libantlr3c-dev)
 set(CPACK_DEBIAN_DEV_DESCRIPTION "development files of the masking suite's parameter-string parser
- Reads the statements that configure the providers of a data-masking suite and
- hands back key/value pairs, or errors with number, position and inserts.
- .
- This package holds headers for C and C++, a CMake package, a pkg-config file
- and examples.")
+Reads the statements that configure the providers of a data-masking suite and
+hands back key/value pairs, or errors with number, position and inserts.
+.
+This package holds headers for C and C++, a CMake package, a pkg-config file
+and examples.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "command line for the masking suite's parameter statements
- Reads the statements that configure the providers of a data-masking suite:
- parses and checks them, explains the language and lays statements out.")
+Reads the statements that configure the providers of a data-masking suite:
+parses and checks them, explains the language and lays statements out.")
 include(CPack)
