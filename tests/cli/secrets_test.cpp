@@ -20,9 +20,9 @@ std::wstring shown(const std::string& bytes) {
 std::string everything(const std::string& bytes) {
   const StatementText text(bytes, std::nullopt);
   std::string said = to_utf8(shown(bytes));
-  for (const Finding& finding : find_errors(text, text.parse(), false)) {
+  for (const Finding& finding : find_findings(text, text.parse(), false)) {
     said.append("\n").append(
-        report(Stream(1, "standard output", Stream::Buffering::kFull), text, finding, false));
+        show_finding(Stream(1, "standard output", Stream::Buffering::kFull), text, finding, {}));
     said += to_utf8(finding.message);
   }
   return said;
