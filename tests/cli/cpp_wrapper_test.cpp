@@ -63,6 +63,8 @@ TEST_F(Wrapper, TellsEverythingAboutASyntaxError) {
   EXPECT_EQ(error.location->length, 3u);
   EXPECT_EQ(error.location->line, 2u);
   EXPECT_EQ(error.location->column, 3u);
+  // The service formats the same message from what it records for the thread.
+  EXPECT_EQ(7148u, tavo::parse_with_service(std::wstring_view(L"PRO=HASH,\n  ALG=SHA256")).status);
   EXPECT_EQ(error.message, message_of_the_first_error());
 }
 

@@ -35,7 +35,7 @@ with tempfile.TemporaryDirectory() as folder:
     expect(tavo("help", "chek")[0] == 2, "help chek")
     expect(tavo("parse", "") == (2, "", "tavo: parse: the statement is empty\n"), "empty")
     expect("use tavo check" in tavo("parse", "a.txt")[2], "a file for parse")
-    expect("error 7139" in tavo("parse", "-f", "a.txt")[2], "parse -f")
+    expect("[7139]" in tavo("parse", "-f", "a.txt")[2], "parse -f")
     expect("there is no file" in tavo("fmt", "none.txt")[2], "no such file")
     expect(tavo("explain", "TAVO7139") == tavo("explain", "7139"), "a rule id")
     expect("2 files" in tavo("check", "a.txt", "--", "-b")[1], tavo("check", "a.txt", "--", "-b"))
@@ -50,9 +50,10 @@ with tempfile.TemporaryDirectory() as folder:
     english = tavo("check", "a.txt")
     expect(tavo("check", "a.txt", LC_ALL="de_DE.UTF-8", LANG="de", LC_MESSAGES="de") == english,
            "the locale changes the language")
-    expect(tavo("check", "a.txt", TAVO_LANG="de") != english, "TAVO_LANG does not")
+    expect(tavo("explain", "7144", TAVO_LANG="de") != tavo("explain", "7144"), "TAVO_LANG is lost")
+    expect(tavo("explain", "7144", LC_ALL="de_DE.UTF-8") == tavo("explain", "7144"), "LC_ALL rules")
     for arguments in (["check", "--format", "json", "a.txt"], ["check", "--format", "sarif", "a.txt"],
-                      ["parse", "--format", "json", "PRO=X"], ["tokens", "--format", "tsv", "PRO=X"]):
+                      ["parse", "--format", "json", "PRO=HASH"], ["tokens", "--format", "tsv", "PRO=X"]):
         expect(tavo(*arguments, TAVO_LANG="de") == tavo(*arguments), arguments, "is not English")
 
     # Every id of a report is among its rules.

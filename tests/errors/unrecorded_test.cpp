@@ -31,7 +31,7 @@ TEST_F(Unrecorded, IsRejectedWithoutAnErrorAsTheHeaderSays) {
 
 TEST_F(Unrecorded, HasOneErrorInTheWrappersOwnWords) {
   front::fail("TAVOGetThreadBlock", 2, 4711);
-  const tavo::ParseResult result = tavo::parse(L"PRO=CCN, NONSENSE=1");
+  const tavo::ParseResult result = tavo::parse_with_service(L"PRO=CCN, NONSENSE=1");
   EXPECT_EQ(7148u, result.status);
   ASSERT_EQ(1u, result.errors.size());
   EXPECT_EQ(7148u, result.errors[0].number);
@@ -45,7 +45,7 @@ TEST_F(Unrecorded, HasOneErrorInTheWrappersOwnWords) {
 
 TEST_F(Unrecorded, OfAnotherStatusKeepsThePlatformsWords) {
   front::fail("TAVOGetThreadBlock", 1, 7143);
-  const tavo::ParseResult result = tavo::parse(L"PRO=CCN");
+  const tavo::ParseResult result = tavo::parse_with_service(L"PRO=CCN");
   EXPECT_EQ(7143u, result.status);
   ASSERT_EQ(1u, result.errors.size());
   EXPECT_EQ(7143u, result.errors[0].number);

@@ -89,7 +89,15 @@ Input Input::of_text(std::string text, std::string name) {
   input.bytes_read_ = text.size();
   input.pending_ = std::move(text);
   input.at_end_ = true;
-  input.encoding_known_ = true;
+  input.find_encoding();
+  return input;
+}
+
+Input Input::of_decoded(std::string text) {
+  Input input;
+  input.bytes_read_ = text.size();
+  input.pending_ = std::move(text);
+  input.at_end_ = true;
   return input;
 }
 

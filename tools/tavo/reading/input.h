@@ -42,11 +42,14 @@ class Input {
  public:
   // file: a path, or "-" for standard input.
   Input(const std::string& file, const InputOptions& options);
-  // Text that is in memory already, without a byte-order mark.
+  // Text that is in memory already, as a file has it.
   static Input of_text(std::string text, std::string name = "text");
+  // Text that was read before: UTF-8 without a byte-order mark, or bytes of a code page.
+  static Input of_decoded(std::string text);
   // Text that somebody hands in piece by piece: source appends some to `pending`, and answers false
   // at the end. A byte-order mark is its own business.
   static Input of_source(std::function<bool(std::string& pending)> source, std::string name);
+
   // As reports tell it.
   const std::string& name() const {
     return name_;

@@ -23,8 +23,6 @@ void place_at(Finding& finding, const StatementText& statement, size_t offset) {
   };
   const size_t begin = characters(0, offset);
   finding.rule = kBadEncoding;
-  finding.is_recorded = true;
-  finding.recorded = finding.message;
   finding.place.range = {begin, begin + 1};
   finding.place.line = finding.place.end_line =
       1 + static_cast<size_t>(

@@ -12,7 +12,7 @@ namespace tavo::cli {
 std::optional<Finding> find_bad_encoding(const StatementText& statement);
 
 // The rule of such a finding.
-inline constexpr const char kBadEncoding[] = "bad-encoding";
+inline constexpr const char kBadEncoding[] = "not-read";
 
 // All that is to be told of a statement: its first bad byte alone, or what the library finds.
 std::vector<Finding> find_all(const StatementText& statement, const ParseResult& result,

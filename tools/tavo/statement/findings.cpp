@@ -1,6 +1,7 @@
 #include "statement/findings.h"
 
 #include <algorithm>
+#include <cwctype>
 
 #include "TAVODiagnostics.h"
 #include "language/language.h"
@@ -127,10 +128,30 @@ class Collector {
       finding.message = L"a character of the value cannot stand there";
       return;
     }
-    if (place.end - place.begin < 2) return;
-    const std::wstring word = statement_.text().substr(place.begin, place.end - place.begin);
-    const size_t at = finding.message.find(word);
-    if (at != std::wstring::npos) finding.message.replace(at, word.size(), kMask);
+    for (const Range& secret : secrets) {
+      if (secret.begin < place.end && place.begin < secret.end) mask_words(finding.message, secret);
+    }
+  }
+
+  // Takes each word of a secret out of a message. Single characters tell nothing.
+  void mask_words(std::wstring& message, const Range& secret) const {
+    const std::wstring_view text = statement_.text();
+    const auto is_word = [](wchar_t c) {
+      return c > 0x7F || std::iswalnum(static_cast<wint_t>(c)) != 0 || c == L'_' || c == L'-' ||
+             c == L'.' || c == L':';
+    };
+    for (size_t begin = secret.begin; begin < secret.end;) {
+      size_t end = begin;
+      while (end < secret.end && is_word(text[end])) ++end;
+      if (end - begin >= 2 && end - begin <= message.size()) {
+        const std::wstring_view word = text.substr(begin, end - begin);
+        for (size_t at = message.find(word); at != message.npos; at = message.find(word, at)) {
+          message.replace(at, word.size(), kMask);
+          at += kMask.size();
+        }
+      }
+      begin = end + 1;
+    }
   }
 
   std::wstring recorded_text(uint32_t number) const {

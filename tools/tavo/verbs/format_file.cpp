@@ -47,7 +47,7 @@ void tell_findings(const StatementText& text, const ParseResult& result, const s
 
 // The statements of a text, as they stand in it.
 std::vector<std::string> statements_of(const std::string& whole, Layout layout) {
-  Input input = Input::of_text(whole);
+  Input input = Input::of_decoded(whole);
   StatementReader reader(input, layout);
   FileStatement statement;
   std::vector<std::string> all;
@@ -111,7 +111,7 @@ FormattedFile format_file(Input& input, Layout layout, const StatementStyle& sty
   const std::string line_end(usual_line_end(whole));
   StatementStyle file_style = style;
   file_style.line_end = from_utf8(line_end);
-  Input text = Input::of_text(whole);
+  Input text = Input::of_decoded(whole);
   StatementReader reader(text, layout);
   FileStatement statement;
   std::vector<std::string> statements;
