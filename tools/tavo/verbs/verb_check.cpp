@@ -105,7 +105,7 @@ class Checker {
   // The whole file is in memory, so that the edits meet the text that they were made for.
   void check_and_fix(const std::string& file, Input& input) {
     const std::string before = input.read_rest();
-    Input text = Input::of_decoded(before, input.name());
+    Input text = Input::of_text(before, input.name());
     check_input(text);
     std::string after = before;
     for (FixRound& round : rounds_) {
