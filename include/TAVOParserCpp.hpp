@@ -16,6 +16,7 @@
 #ifndef TAVO_PARSER_CPP_HPP
 #define TAVO_PARSER_CPP_HPP
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -287,37 +288,57 @@ inline std::vector<Error> read_errors(uint32_t status) {
   return errors;
 }
 
-// The array of a filling run, with the number and size of entries that the sizing run reported.
+// The array of a filling run: as many entries as the sizing run counted. The sizing run reports the
+// largest key and the largest value only, and room for the largest in every entry is their product.
+// When that is far more than the text itself, entries start small and grow where the library cut
+// them, so that memory follows the sum.
 class Storage {
  public:
-  explicit Storage(const RequestRecord& sized)
-      : count_(sized.count > 0 ? static_cast<size_t>(sized.count) : 1),
-        key_characters_(characters(sized.maxKeySize)),
-        value_characters_(characters(sized.maxValueSize)),
-        entries_(zeroed<KeyValueEntry>(count_)),
-        keys_(zeroed<wchar_t>(count_, key_characters_ * sizeof(wchar_t))),
-        values_(zeroed<wchar_t>(count_, value_characters_ * sizeof(wchar_t))) {
-    for (size_t i = 0; i < count_; ++i) {
-      KeyValueEntry& entry = entries_.get()[i];
-      entry.key = keys_.get() + i * key_characters_;
-      entry.keySize = static_cast<uint32_t>(key_characters_ * sizeof(wchar_t));
-      entry.value = values_.get() + i * value_characters_;
-      entry.valueSize = static_cast<uint32_t>(value_characters_ * sizeof(wchar_t));
+  Storage(const RequestRecord& sized, size_t text_bytes)
+      : largest_key_(characters(sized.maxKeySize)),
+        largest_value_(characters(sized.maxValueSize)),
+        sizes_(sized.count > 0 ? static_cast<size_t>(sized.count) : 1),
+        entries_(zeroed<KeyValueEntry>(sizes_.size())) {
+    const size_t room = kSmallRoom + 4 * text_bytes / sizeof(wchar_t);
+    const bool fits = sizes_.size() <= room / (largest_key_ + largest_value_);
+    for (Size& size : sizes_) {
+      size.key = fits ? largest_key_ : std::min(largest_key_, kFirstKey);
+      size.value = fits ? largest_value_ : 1;
     }
+    allocate();
   }
 
   void lend_to(RequestRecord& request) const {
     request.pKeyValueArr = entries_.get();
-    request.capacity = static_cast<uint32_t>(count_);
+    request.capacity = static_cast<uint32_t>(sizes_.size());
+  }
+
+  // After a filling run: whether another one is needed, because an entry was too small.
+  bool grow_where_cut(const RequestRecord& filled) {
+    bool grown = false;
+    for (size_t i = 0; i < stored(filled); ++i) {
+      const KeyValueEntry& entry = entries_.get()[i];
+      // The status of an entry says that its key was cut; nothing says how long the key is.
+      if (entry.status != 0 && sizes_[i].key < largest_key_) {
+        sizes_[i].key = std::min(largest_key_, 2 * sizes_[i].key);
+        grown = true;
+      }
+      const size_t needed = entry.valueLength / sizeof(wchar_t);
+      if (needed > sizes_[i].value) {
+        sizes_[i].value = needed;
+        grown = true;
+      }
+    }
+    if (grown) allocate();
+    return grown;
   }
 
   std::vector<Pair> pairs(const RequestRecord& filled) const {
     std::vector<Pair> pairs;
-    const size_t stored = filled.count > 0 ? static_cast<size_t>(filled.count) : 0;
-    pairs.reserve(stored);
-    for (size_t i = 0; i < stored; ++i) {
+    pairs.reserve(stored(filled));
+    for (size_t i = 0; i < stored(filled); ++i) {
       const KeyValueEntry& entry = entries_.get()[i];
-      // A value may contain zero characters, so its length comes from its length field.
+      // A value may contain null characters, so its length comes from its length field.
       const size_t length = entry.valueLength / sizeof(wchar_t);
       pairs.push_back(Pair{entry.keyId, entry.key, entry.valueId,
                            std::wstring(entry.value, length == 0 ? 0 : length - 1)});
@@ -326,16 +347,43 @@ class Storage {
   }
 
  private:
+  struct Size {  // in characters, terminator included
+    size_t key = 0;
+    size_t value = 0;
+  };
+  static constexpr size_t kSmallRoom = 16384;  // characters
+  static constexpr size_t kFirstKey = 64;
+
   static size_t characters(int32_t bytes) {
     return bytes > 0 ? static_cast<size_t>(bytes) / sizeof(wchar_t) + 1 : 1;
   }
 
-  size_t count_;
-  size_t key_characters_;
-  size_t value_characters_;
+  size_t stored(const RequestRecord& filled) const {
+    return filled.count > 0 ? std::min(static_cast<size_t>(filled.count), sizes_.size()) : 0;
+  }
+
+  void allocate() {
+    size_t total = 0;
+    for (const Size& size : sizes_) total += size.key + size.value;
+    texts_.reset();  // never the old and the new room at the same time
+    texts_ = zeroed<wchar_t>(total);
+    wchar_t* next = texts_.get();
+    for (size_t i = 0; i < sizes_.size(); ++i) {
+      KeyValueEntry& entry = entries_.get()[i];
+      entry = KeyValueEntry{};
+      entry.key = next;
+      entry.keySize = static_cast<uint32_t>(sizes_[i].key * sizeof(wchar_t));
+      entry.value = next + sizes_[i].key;
+      entry.valueSize = static_cast<uint32_t>(sizes_[i].value * sizeof(wchar_t));
+      next += sizes_[i].key + sizes_[i].value;
+    }
+  }
+
+  size_t largest_key_;
+  size_t largest_value_;
+  std::vector<Size> sizes_;
   Memory<KeyValueEntry> entries_;
-  Memory<wchar_t> keys_;
-  Memory<wchar_t> values_;
+  Memory<wchar_t> texts_;
 };
 
 inline ParseResult parse_both_runs(char form, void* descriptor, size_t bytes) {
@@ -349,10 +397,12 @@ inline ParseResult parse_both_runs(char form, void* descriptor, size_t bytes) {
   ParseResult result;
   result.status = Parser_Service(&request);
   if (result.status == 0) {
-    // Needed for statements that store nothing, too: the trace level changes only in a filling run.
-    const Storage storage(request);
-    storage.lend_to(request);
-    result.status = Parser_Service(&request);
+    // A statement that stores nothing, such as the trace level, also acts in a filling run only.
+    Storage storage(request, bytes);
+    do {
+      storage.lend_to(request);
+      result.status = Parser_Service(&request);
+    } while (storage.grow_where_cut(request));
     if (result.status == 0) result.pairs = storage.pairs(request);
   }
   if (result.status != 0) result.errors = read_errors(result.status);

@@ -9,9 +9,9 @@ TOOL = os.environ["TAVO"]
 ENVIRONMENT = dict(os.environ, PATH=os.path.dirname(TOOL) + os.pathsep + os.environ["PATH"])
 
 
-def expect(condition, what):
+def expect(condition, *what):
     if not condition:
-        print("FAILED:", what)
+        print("FAILED:", *what)
         sys.exit(1)
 
 
@@ -30,8 +30,18 @@ def bash_replies(*words):
     return done.stdout.split("\n")[:-1]
 
 
-verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "completion", "lsp"]
-expect(bash_replies("tavo", "") == verbs + ["--help", "--version"], bash_replies("tavo", ""))
+verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "completion",
+         "lsp", "help"]
+common = ["--help", "--version", "--show-secrets", "--color"]
+expect(bash_replies("tavo", "") == verbs + common, bash_replies("tavo", ""))
+expect(bash_replies("tavo", "--co") == ["--color"], "an option before the verb")
+for verb, option, values in (("check", "--format", ["text", "json", "sarif"]),
+                             ("check", "--layout", ["auto", "lines", "paragraphs"]),
+                             ("parse", "--format", ["table", "json", "tsv"]),
+                             ("fmt", "--spelling", ["keep", "long", "short"]),
+                             ("tokens", "--color", ["auto", "always", "never"])):
+    expect(bash_replies("tavo", verb, option, "") == values, verb, option)
+expect(bash_replies("tavo", "explain", "EML", "") == [""], "nothing after the provider")
 expect(bash_replies("tavo", "ch") == ["check"], "a verb")
 expect("--layout" in bash_replies("tavo", "check", "--"), "the options of a verb")
 expect("--show-secrets" in bash_replies("tavo", "parse", "--s"), "the options of all verbs")

@@ -134,6 +134,29 @@ TEST_F(Wrapper, ParsesOnManyThreadsAtOnce) {
   for (std::thread& thread : threads) thread.join();
 }
 
+// Room for the largest key and value in every entry would be 120 GB.
+TEST_F(Wrapper, NeedsRoomForTheSumOfAllValuesNotForTheProduct) {
+  constexpr size_t kOptions = 60000, kLong = 500000;
+  std::wstring text = L"LIB=x";
+  for (size_t i = 0; i < kOptions; ++i) text += L",k" + std::to_wstring(i) + L"=v";
+  text += L",long=\"" + std::wstring(kLong, L'a') + L"\\\"\"";
+  text += L"," + std::wstring(kLong, L'n') + L"=1";
+  const tavo::ParseResult result = tavo::parse(text);
+  ASSERT_TRUE(result);
+  ASSERT_EQ(result.pairs.size(), kOptions + 3);
+  for (size_t i = 0; i < kOptions; ++i) {
+    ASSERT_EQ(result.pairs[i + 1].key, L"k" + std::to_wstring(i));
+    ASSERT_EQ(result.pairs[i + 1].value, L"v");
+  }
+  EXPECT_EQ(result.pairs[kOptions + 1].value, std::wstring(kLong, L'a') + L"\"");
+  EXPECT_EQ(result.pairs[kOptions + 2].key, std::wstring(kLong, L'n'));
+  // What a filling run finds is found after the entries have grown, too.
+  text = L"PRO=HASH, SEED=\"" + std::wstring(kLong, L'a') + L"\"";
+  const tavo::ParseResult wrong = tavo::parse(text);
+  ASSERT_FALSE(wrong);
+  EXPECT_EQ(wrong.errors.size(), 1u);
+}
+
 TEST(Utf8, GoesThereAndBack) {
   const std::string bytes = "a\u00e9\u20ac\U0001F600";
   EXPECT_EQ(tavo::from_utf8(bytes), L"a\u00e9\u20ac\U0001F600");

@@ -20,8 +20,9 @@ PRO=HSH,
 AFTER = """# masks of the customer table
 
 PRO=eml, MTD=rep // names
+PRO=hash,
 # inside
-PRO=hash, DSTFLD=X
+  DSTFLD=X
 
 PRO=HSH,
 # inside a wrong one

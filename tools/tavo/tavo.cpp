@@ -1,6 +1,7 @@
 // tavo: the parameter language on the command line.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <clocale>
 #include <sstream>
 
@@ -15,6 +16,25 @@ namespace {
 std::string version_text() {
   return fmt::format("tavo {}\nlibTAVOParser {} (ABI {})", TAVO_LIBRARY_VERSION,
                      TAVOParser_GetVersion(), TAVOParser_GetAbiVersion());
+}
+
+// The words of the command line, last first, as CLI11 wants them. It gives what follows "--" to the
+// tool instead of the verb once the verb has a word: such words are files, named without ambiguity.
+std::vector<std::string> words_of(int argc, char** argv) {
+  std::vector<std::string> words;
+  const bool for_scripts = argc > 1 && std::string_view(argv[1]) == "complete-statement";
+  bool only_files = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (!only_files && !for_scripts && word == "--") {
+      only_files = true;
+    } else {
+      const bool like_an_option = only_files && word.size() > 1 && word.front() == '-';
+      words.push_back(like_an_option ? "./" + word : word);
+    }
+  }
+  std::reverse(words.begin(), words.end());
+  return words;
 }
 
 int parse_and_run(int argc, char** argv, Output& output) {
@@ -39,8 +59,14 @@ int parse_and_run(int argc, char** argv, Output& output) {
   add_diff(app, output, &status);
   add_completion(app, output, &status);
   add_lsp(app, output, &status);
+  add_help(app, output, &status);
+  if (const std::optional<std::string> wrong = wrong_verb(app, argc, argv)) {
+    output.choose_color(ColorChoice::kAuto);
+    output.complain(*wrong);
+    return kCouldNotRun;
+  }
   try {
-    app.parse(argc, argv);
+    app.parse(words_of(argc, argv));
   } catch (const CLI::ParseError& error) {
     std::ostringstream help, complaint;
     const bool clean = app.exit(error, help, complaint) == 0;

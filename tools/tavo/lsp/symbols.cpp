@@ -33,7 +33,10 @@ std::string value_text(const StatementText& text, const Outline& outline,
   std::wstring value = text.text().substr(range.begin, range.end - range.begin);
   if (value.size() > 1 && value.front() == L'"') value = value.substr(1, value.size() - 2);
   for (wchar_t& c : value) c = c < L' ' ? L' ' : c;
-  if (value.size() > kMostShown) value = value.substr(0, kMostShown) + L"\u2026";
+  if (value.size() > kMostShown) {
+    value.resize(kMostShown);
+    value.push_back(L'\u2026');
+  }
   return to_utf8(value);
 }
 

@@ -9,18 +9,24 @@
 namespace tavo::cli {
 namespace {
 
-constexpr std::wstring_view kBreak = L"\n  ";
+constexpr std::wstring_view kIndent = L"  ";
 
 class Formatter {
  public:
-  Formatter(const StatementText& text, const StatementStyle& style)
-      : text_(text), style_(style), written_(walk(text)) {}
+  Formatter(const StatementText& text, const StatementStyle& style,
+            const std::vector<CommentLine>& comments)
+      : text_(text),
+        style_(style),
+        comments_(comments),
+        break_(style.line_end + std::wstring(kIndent)),
+        written_(walk(text)) {}
 
   std::wstring format() {
     note_keywords();
     const size_t end = end_of_statement();
     for (const TAVOTextToken& token : text_.tokens()) {
       if (token.offset >= end) break;
+      if (token.hidden == 0 || token.type == COMMENT) put_comment_lines(token.line);
       if (token.hidden == 0) {
         put_visible(token);
       } else if (token.type == COMMENT) {
@@ -30,6 +36,7 @@ class Formatter {
       }
     }
     out_ += text_.text().substr(end);
+    put_comment_lines(UINT32_MAX);
     return std::move(out_);
   }
 
@@ -81,13 +88,23 @@ class Formatter {
                          : *std::min_element(known.begin(), known.end(), by_size));
   }
 
+  // Those before a line of the statement. What follows them begins a line.
+  void put_comment_lines(uint32_t line) {
+    for (; next_comment_ < comments_.size() && comments_[next_comment_].line < line;
+         ++next_comment_) {
+      out_ += style_.line_end;
+      out_ += comments_[next_comment_].text;
+      after_line_comment_ = true;
+    }
+  }
+
   void put_visible(const TAVOTextToken& token) {
     const bool closes =
         token.type == COMMA || token.type == EQUAL || token.type == RIGHT_PARENTHESIS;
     if (after_line_comment_) {
-      out_ += kBreak;
+      out_ += break_;
     } else if (after_comma_) {
-      out_ += style_.option_a_line && after_separator_ ? kBreak : std::wstring_view(L" ");
+      out_ += style_.option_a_line && after_separator_ ? break_ : L" ";
     } else if (after_comment_ && !closes) {
       out_ += L' ';
     }
@@ -103,7 +120,7 @@ class Formatter {
     const std::wstring_view comment = text_.text_of(token);
     const bool own_line = style_.option_a_line && broken_line_ && after_separator_;
     if (after_line_comment_ || own_line) {
-      out_ += kBreak;
+      out_ += break_;
     } else if (!out_.empty()) {
       out_ += L' ';
     }
@@ -117,11 +134,14 @@ class Formatter {
 
   const StatementText& text_;
   const StatementStyle& style_;
+  const std::vector<CommentLine>& comments_;
+  const std::wstring break_;
   WrittenStatement written_;
   std::vector<const Option*> keywords_;
   std::set<size_t> separators_;
   std::wstring out_;
   size_t index_ = 0;  // of the next visible token
+  size_t next_comment_ = 0;
   bool after_comma_ = false;
   bool after_separator_ = false;
   bool after_comment_ = false;
@@ -131,8 +151,21 @@ class Formatter {
 
 }  // namespace
 
-std::wstring format_statement(const StatementText& text, const StatementStyle& style) {
-  return Formatter(text, style).format();
+std::wstring format_statement(const StatementText& text, const StatementStyle& style,
+                              const std::vector<CommentLine>& comments) {
+  return Formatter(text, style, comments).format();
+}
+
+bool splits_a_token(const StatementText& text, const std::vector<CommentLine>& comments) {
+  size_t next = 0;
+  for (const TAVOTextToken& token : text.tokens()) {
+    if (token.type == WHITESPACE) continue;
+    const std::wstring_view written = text.text_of(token);
+    const auto lines = static_cast<uint32_t>(std::count(written.begin(), written.end(), L'\n'));
+    while (next < comments.size() && comments[next].line <= token.line) ++next;
+    if (next < comments.size() && comments[next].line < token.line + lines) return true;
+  }
+  return false;
 }
 
 bool stores_the_same(const ParseResult& before, const ParseResult& after) {

@@ -7,34 +7,11 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "statement/code_page.h"
 #include "statement/secrets.h"
 
 namespace tavo::cli {
 namespace {
-
-constexpr int16_t kTerminatedCharacters = 17;  // data type: 8-bit text up to its terminator
-
-struct StateCloser {
-  void operator()(ErrorState* state) const noexcept {
-    TermErrors(state);
-  }
-};
-
-// Decodes 8-bit text for showing it, with the conversion that inserts of messages go through.
-std::optional<std::wstring> decode(const std::string& bytes, uint32_t code_page) {
-  // TermErrors frees the record, so that it has to come from malloc.
-  std::unique_ptr<ErrorState, StateCloser> state(
-      static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState))));
-  if (state == nullptr) throw std::bad_alloc();
-  if (ErrorCaptureEAB(state.get(), 0, TAVO_STATUS_SYNTAX_ERROR, 1) != 0) return std::nullopt;
-  if (TokenCaptureEAB(state.get(), bytes.c_str(), kTerminatedCharacters, TAVO_TOKID_SUBSTR,
-                      code_page) != 0) {
-    return std::nullopt;
-  }
-  const TokenSlot& slot = state->last->slot[0];
-  if (slot.value == nullptr) return std::nullopt;
-  return std::wstring(slot.value);
-}
 
 // What stands for text that cannot be decoded: its ASCII characters.
 std::wstring ascii_only(const std::string& bytes) {

@@ -25,6 +25,14 @@ class StatementText {
 
   ParseResult parse() const;
 
+  // As it was given.
+  const std::string& bytes() const {
+    return bytes_;
+  }
+  // None for UTF-8.
+  std::optional<uint32_t> code_page() const {
+    return code_page_;
+  }
   const std::wstring& text() const {
     return text_;
   }

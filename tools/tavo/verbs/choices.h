@@ -29,6 +29,15 @@ std::string names_of(const Choices<T>& choices) {
   return text;
 }
 
+// The name of a choice.
+template <typename T>
+const std::string& name_of(const Choices<T>& choices, T wanted) {
+  for (const auto& choice : choices) {
+    if (choice.second == wanted) return choice.first;
+  }
+  return choices.front().first;
+}
+
 // CLI11's transformer also accepts the numbers of enumerators and shows them in its complaint.
 template <typename T>
 class KnownName : public CLI::CheckedTransformer {

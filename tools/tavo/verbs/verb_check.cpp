@@ -1,22 +1,22 @@
 // tavo check: what is wrong with the statements of files.
 #include <fmt/format.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
+#include <new>
+#include <utility>
 
-#include "reading/input.h"
+#include "reading/file_writer.h"
 #include "reading/statement_reader.h"
 #include "showing/change.h"
 #include "showing/check_report.h"
+#include "showing/encoding_finding.h"
 #include "statement/fixing.h"
 #include "terminal/progress.h"
 #include "terminal/terminal.h"
+#include "verbs/read_options.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
@@ -24,15 +24,15 @@ namespace {
 
 struct CheckOptions {
   std::vector<std::string> files;
-  std::string format = "text";
+  CheckFormat format = CheckFormat::kText;
   Layout layout = Layout::kAuto;
-  bool quiet = false;
+  ReadOptions reading;
+  bool strict = false;  // warnings fail
   bool verbose = false;
   bool first = false;    // of a statement only the error that is recorded
   std::string fix_name;  // safe, suggested, or empty
   FixWhat fix = FixWhat::kNothing;
   bool diff = false;  // show fixes instead of applying them
-  std::optional<uint32_t> code_page;
 };
 
 // Of all files, or 0 when one of them does not tell.
@@ -47,49 +47,24 @@ size_t total_bytes(const std::vector<std::string>& files) {
   return total;
 }
 
-std::string read_file(const std::string& file) {
-  std::ifstream input(file, std::ios::binary);
-  std::ostringstream content;
-  content << input.rdbuf();
-  if (!input || !content) throw InputError("reading failed");
-  return content.str();
-}
-
-// By way of a second file, so that the first is there until the second is whole.
-void replace_file(const std::string& file, const std::string& content) {
-  namespace fs = std::filesystem;
-  const fs::path target = fs::canonical(file);
-  const std::string draft = fmt::format("{}.tavo-{}", target.string(), getpid());
-  std::error_code error;
-  {
-    std::ofstream output(draft, std::ios::binary | std::ios::trunc);
-    fs::permissions(draft, fs::status(target).permissions(), error);
-    output << content << std::flush;
-    if (!output) {
-      fs::remove(draft, error);
-      throw InputError("cannot be written");
-    }
-  }
-  fs::rename(draft, target, error);
-  if (error) throw InputError(error.message());
-}
-
 class Checker {
  public:
   Checker(const CheckOptions& options, Output& output)
       : options_(options),
         output_(output),
-        report_(make_check_report(options.format, output, options.verbose)),
+        report_(make_check_report(name_of(kCheckFormats, options.format), output, options.verbose)),
         progress_(output, total_bytes(options.files)) {}
 
   int run() {
     if (!can_fix()) return kCouldNotRun;
+    if (options_.format != CheckFormat::kText) output_.use_english();
     report_->begin();
     for (const std::string& file : options_.files) check_file(file);
     progress_.hide();
-    if (!options_.quiet || options_.format != "text") report_->end(totals_);
+    if (!options_.reading.quiet || options_.format != CheckFormat::kText) report_->end(totals_);
     if (totals_.unreadable != 0) return kCouldNotRun;
-    return totals_.errors != 0 ? kViolations : kClean;
+    const bool fails = totals_.errors != 0 || (options_.strict && totals_.warnings != 0);
+    return fails ? kViolations : kClean;
   }
 
  private:
@@ -97,7 +72,7 @@ class Checker {
     if (options_.fix == FixWhat::kNothing) return true;
     const bool stream =
         std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();
-    if (options_.code_page.has_value() || (stream && !options_.diff)) {
+    if (options_.reading.code_page.has_value() || (stream && !options_.diff)) {
       output_.complain(stream ? "check: --fix writes files: standard input can only be shown with "
                                 "--diff"
                               : "check: --fix is for files in UTF-8");
@@ -108,12 +83,17 @@ class Checker {
 
   // Whatever was found before an error of reading has been told, and the file counts as not read.
   void check_file(const std::string& file) {
-    const InputOptions options{.code_page = options_.code_page};
+    const InputOptions options = options_.reading.input();
+    told_encoding_ = false;
     try {
       Input input(file, options);
       ++totals_.files;
       check_input(input);
-      write_fixes(file);
+      write_fixes(file, input);
+    } catch (const FileError& error) {
+      progress_.hide();
+      ++totals_.unreadable;
+      output_.complain(fmt::format("{}: {}", file, error.what()));
     } catch (const InputError& error) {
       progress_.hide();
       ++totals_.unreadable;
@@ -127,14 +107,34 @@ class Checker {
     FileStatement statement;
     while (reader.next(statement)) {
       ++totals_.statements;
-      check(input.name(), statement);
+      check_guarded(input, statement);
       progress_.show(bytes_before_ + input.bytes_read(), totals_.statements, input.name());
     }
     bytes_before_ += input.bytes_read();
   }
 
-  void check(const std::string& file, const FileStatement& statement) {
-    auto text = std::make_unique<StatementText>(statement.bytes, options_.code_page);
+  // Whatever a statement does to memory, the next one is checked all the same.
+  void check_guarded(const Input& input, const FileStatement& statement) {
+    try {
+      check(input, statement);
+    } catch (const std::bad_alloc&) {
+      progress_.hide();
+      ++totals_.unreadable;
+      output_.complain(fmt::format("{}:{}: there is not enough memory for this statement",
+                                   input.name(), statement.first_line));
+    }
+  }
+
+  void check(const Input& input, const FileStatement& statement) {
+    const std::string& file = input.name();
+    auto text = std::make_unique<StatementText>(statement.bytes, input.code_page());
+    if (const std::optional<Finding> bad = find_bad_encoding(*text)) {
+      ++totals_.wrong;
+      ++totals_.errors;
+      // Once for a file: the others have the same cause.
+      if (!std::exchange(told_encoding_, true)) tell({file, statement.first_line, *text}, *bad);
+      return;
+    }
     std::vector<Finding> findings = find(*text);
     if (options_.fix != FixWhat::kNothing && !findings.empty()) {
       fix(file, statement, text, findings);
@@ -189,12 +189,13 @@ class Checker {
   }
 
   // Puts the fixed text in the place of the old one.
-  void write_fixes(const std::string& file) {
+  void write_fixes(const std::string& file, const Input& input) {
     const bool nothing = rounds_[0].empty();
     if (!nothing && !options_.diff) {
-      std::string content = read_file(file);
+      Input again(file, options_.reading.input());
+      std::string content = again.read_rest();
       for (const FixRound& round : rounds_) content = with_edits(content, round);
-      replace_file(file, content);
+      replace_file(file, input.info(), encoded(content, input.encoding()));
     }
     for (FixRound& round : rounds_) round.clear();
   }
@@ -210,6 +211,7 @@ class Checker {
   Progress progress_;
   CheckTotals totals_;
   size_t bytes_before_ = 0;
+  bool told_encoding_ = false;  // of the present file
   using FixRound = std::vector<FileEdit>;
   std::array<FixRound, 4> rounds_;  // of the present file
   size_t fixed_ = 0;                // statements
@@ -219,23 +221,14 @@ class Checker {
 
 void add_check(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<CheckOptions>();
-  const std::map<std::string, Layout> layouts = {
-      {"auto", Layout::kAuto}, {"lines", Layout::kLines}, {"paragraphs", Layout::kParagraphs}};
   CLI::App* verb = app.add_subcommand("check", "Report every error in files of statements");
   verb->add_option("file", options->files, "Files of statements; - reads standard input")
+      ->type_name("FILE")
       ->required();
-  verb->add_option("--format", options->format, "text, json or sarif")
-      ->check(CLI::IsMember({"text", "json", "sarif"}))
-      ->capture_default_str();
-  verb->add_option_function<std::string>(
-          "--layout",
-          [options, layouts](const std::string& name) { options->layout = layouts.at(name); },
-          "auto, lines or paragraphs: where a statement ends")
-      ->check(CLI::IsMember({"auto", "lines", "paragraphs"}))
-      ->default_str("auto");
-  verb->add_option("--code-page", options->code_page,
-                   "The files are 8-bit text in this code page instead of UTF-8");
-  verb->add_flag("-q,--quiet", options->quiet, "No summary");
+  add_choice(*verb, "--format", options->format, names_of(kCheckFormats), kCheckFormats);
+  add_layout_option(*verb, options->layout);
+  verb->add_flag("--strict", options->strict, "Warnings fail, too: exit 1");
+  add_read_options(*verb, options->reading, "Files are", "No summary");
   verb->add_flag("--first", options->first,
                  "Of a statement with errors only the one that the library records");
   verb->add_flag("-v,--verbose", options->verbose,
@@ -252,7 +245,7 @@ void add_check(CLI::App& app, Output& output, int* status) {
       "parenthesis and the next line does not begin with PRO=. A blank line ends a statement. A\n"
       "line that begins with # is a comment. --layout lines takes every line by itself;\n"
       "--layout paragraphs ends a statement at a blank line only.\n\n"
-      "Exit status: 0 clean, 1 errors, 2 a file could not be read.\n\n"
+      "Exit status: 0 clean, 1 errors, or warnings with --strict, 2 a file could not be read.\n\n"
       "Examples:\n"
       "  tavo check masks/*.txt\n"
       "  tavo check --fix --diff masks.txt\n"

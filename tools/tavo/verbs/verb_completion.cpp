@@ -2,20 +2,42 @@
 // `tavo complete-statement` about statements, so that they know what the installed library knows.
 #include <fmt/format.h>
 
-#include <fstream>
-
 #include "language/language.h"
+#include "reading/file_writer.h"
 #include "statement/complete.h"
+#include "verbs/show_options.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {
 
+// An option whose values are names from a list.
+struct ChoiceOption {
+  std::string flag;
+  std::vector<std::string> names;
+};
+
 struct Verb {
   std::string name;
   std::string description;
   std::vector<std::string> flags;
+  std::vector<ChoiceOption> choices;
 };
+
+template <typename T>
+ChoiceOption choice(const std::string& flag, const Choices<T>& choices) {
+  ChoiceOption option{flag, {}};
+  for (const auto& [name, stands_for] : choices) option.names.push_back(name);
+  return option;
+}
+
+std::vector<ChoiceOption> choices_of(const std::string& verb) {
+  if (verb == "parse" || verb == "tokens") return {choice("--format", kShowFormats)};
+  if (verb == "check") return {choice("--format", kCheckFormats), choice("--layout", kLayouts)};
+  if (verb == "fmt") return {choice("--spelling", kSpellings), choice("--layout", kLayouts)};
+  if (verb == "explain") return {{"--format", {"text", "markdown", "json"}}};
+  return {};
+}
 
 std::vector<std::string> flags_of(const CLI::App& app) {
   std::vector<std::string> flags;
@@ -30,8 +52,9 @@ std::vector<Verb> verbs_of(const CLI::App& app) {
   std::vector<Verb> verbs;
   for (const CLI::App* verb : app.get_subcommands({})) {
     if (verb->get_group().empty()) continue;  // hidden
-    Verb& read =
-        verbs.emplace_back(Verb{verb->get_name(), verb->get_description(), flags_of(*verb)});
+    Verb& read = verbs.emplace_back(Verb{verb->get_name(), verb->get_description(), flags_of(*verb),
+                                         choices_of(verb->get_name())});
+    read.choices.push_back(choice("--color", kColorChoices));
     for (const std::string& flag : common) {
       if (flag != "--version" && flag != "--help") read.flags.push_back(flag);
     }
@@ -59,36 +82,47 @@ constexpr std::string_view kBash = R"(# bash completion for tavo
 _tavo() {
   local cur=${COMP_WORDS[COMP_CWORD]} verb='' i
   for ((i = 1; i < COMP_CWORD; ++i)); do
-    case ${COMP_WORDS[i]} in -*) ;; *) verb=${COMP_WORDS[i]}; break ;; esac
+    case ${COMP_WORDS[i]} in
+      --color) ((++i)) ;;
+      -*) ;;
+      *) verb=${COMP_WORDS[i]}; break ;;
+    esac
   done
   COMPREPLY=()
-  if [[ -z $verb ]]; then
-    COMPREPLY=($(compgen -W '@VERBS@' -- "$cur"))
+  if [[ ${COMP_WORDS[COMP_CWORD-1]} == --color ]]; then
+    COMPREPLY=($(compgen -W 'auto always never' -- "$cur"))
     return
   fi
+  if [[ -z $verb ]]; then
+    COMPREPLY=($(compgen -W '@VERBS@ @COMMON@' -- "$cur"))
+    return
+  fi
+  case $verb:${COMP_WORDS[COMP_CWORD-1]} in
+@CHOICES@
+    *:-f | *:--file) compopt -o default; return ;;
+    *:--code-page | *:--stdin-filename) return ;;
+  esac
   if [[ $cur == -* ]]; then
     case $verb in
 @FLAGS@
     esac
     return
   fi
-  case ${COMP_WORDS[COMP_CWORD-1]} in
-    -f | --file) compopt -o default; return ;;
-    --color) COMPREPLY=($(compgen -W 'auto always never' -- "$cur")); return ;;
-    --spelling) COMPREPLY=($(compgen -W 'long short keep' -- "$cur")); return ;;
-  esac
   case $verb in
     parse | tokens | fmt)
       local text=$cur line
       case $text in
         [\'\"]*) text=${text:1} ;;
-        *) return ;; # a statement is typed inside quotes
+        *) [[ $verb == fmt ]] && compopt -o default; return ;; # inside quotes: a statement
       esac
       while IFS= read -r line; do COMPREPLY+=("$line"); done \
         < <(tavo complete-statement -- "$text" 2>/dev/null)
       compopt -o nospace
       ;;
-    explain) COMPREPLY=($(compgen -W '@NAMES@' -- "${cur^^}")) ;;
+    explain)
+      ((COMP_CWORD == i + 1)) && COMPREPLY=($(compgen -W '@NAMES@' -- "${cur^^}"))
+      ;;
+    help) COMPREPLY=($(compgen -W '@VERBS@' -- "$cur")) ;;
     completion) COMPREPLY=($(compgen -W 'bash zsh fish' -- "$cur")) ;;
     *) compopt -o default ;;
   esac
@@ -105,12 +139,19 @@ _tavo() {
 @DESCRIBED@
   )
   for ((i = 2; i < CURRENT; ++i)); do
+    if [[ $words[i] == --color ]]; then ((++i)); continue; fi
     if [[ $words[i] != -* ]]; then verb=$words[i]; break; fi
   done
+  if [[ $words[CURRENT-1] == --color ]]; then compadd -- auto always never; return; fi
   if [[ -z $verb ]]; then
-    _describe verb verbs
+    if [[ $words[CURRENT] == -* ]]; then compadd -- @COMMON@; else _describe verb verbs; fi
     return
   fi
+  case $verb:$words[CURRENT-1] in
+@CHOICES@
+    *:-f|*:--file) _files; return ;;
+    *:--code-page|*:--stdin-filename) return ;;
+  esac
   if [[ $words[CURRENT] == -* ]]; then
     case $verb in
 @FLAGS@
@@ -120,12 +161,16 @@ _tavo() {
   case $verb in
     parse|tokens|fmt)
       text=$words[CURRENT]
-      [[ $text == [\'\"]* ]] || return 1  # a statement is typed inside quotes
+      if [[ $text != [\'\"]* ]]; then  # inside quotes: a statement
+        [[ $verb == fmt ]] && _files
+        return
+      fi
       text=${text[2,-1]}
       lines=("${(@f)$(tavo complete-statement -- "$text" 2>/dev/null)}")
       compadd -U -S '' -- $lines
       ;;
-    explain) compadd -M 'm:{a-z}={A-Z}' -- @NAMES@ ;;
+    explain) ((CURRENT == i + 1)) && compadd -M 'm:{a-z}={A-Z}' -- @NAMES@ ;;
+    help) compadd -- @VERBS@ ;;
     completion) compadd -- bash zsh fish ;;
     *) _files ;;
   esac
@@ -138,18 +183,51 @@ function __tavo_statement
     set -l text (commandline -ct | string replace -r '^[\'"]' '' | string collect)
     tavo complete-statement -- "$text" 2>/dev/null
 end
+function __tavo_words
+    count (commandline -opc | string match -v -r '^-')
+end
 complete -c tavo -f
 @DESCRIBED@
+complete -c tavo -n __fish_use_subcommand -l help
+complete -c tavo -n __fish_use_subcommand -l version
+complete -c tavo -n __fish_use_subcommand -l show-secrets
+complete -c tavo -n __fish_use_subcommand -l color -x -a 'auto always never'
 @FLAGS@
+@CHOICES@
 complete -c tavo -n '__fish_seen_subcommand_from parse tokens fmt' -a '(__tavo_statement)'
-complete -c tavo -n '__fish_seen_subcommand_from explain' -a '@NAMES@'
+complete -c tavo -n '__fish_seen_subcommand_from explain; and test (__tavo_words) = 2' -a '@NAMES@'
+complete -c tavo -n '__fish_seen_subcommand_from help' -a '@VERBS@'
 complete -c tavo -n '__fish_seen_subcommand_from completion' -a 'bash zsh fish'
-complete -c tavo -n '__fish_seen_subcommand_from check' -F
+complete -c tavo -n '__fish_seen_subcommand_from check fmt' -F
 )";
 
 std::string replaced(std::string text, std::string_view mark, const std::string& by) {
-  const size_t at = text.find(mark);
-  return at == std::string::npos ? text : text.replace(at, mark.size(), by);
+  for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + by.size())) {
+    text.replace(at, mark.size(), by);
+  }
+  return text;
+}
+
+std::string choice_lines(const std::string& shell, const std::vector<Verb>& verbs) {
+  std::string lines;
+  for (const Verb& verb : verbs) {
+    for (const ChoiceOption& option : verb.choices) {
+      const std::string names = join(option.names, " ");
+      if (shell == "bash") {
+        lines += fmt::format("    {}:{}) COMPREPLY=($(compgen -W '{}' -- \"$cur\")); return ;;\n",
+                             verb.name, option.flag, names);
+      } else if (shell == "zsh") {
+        lines +=
+            fmt::format("    {}:{}) compadd -- {}; return ;;\n", verb.name, option.flag, names);
+      } else {
+        lines +=
+            fmt::format("complete -c tavo -n '__fish_seen_subcommand_from {}' -l {} -x -a '{}'\n",
+                        verb.name, option.flag.substr(2), names);
+      }
+    }
+  }
+  if (!lines.empty()) lines.pop_back();
+  return lines;
 }
 
 std::string flag_lines(const std::string& shell, const std::vector<Verb>& verbs) {
@@ -187,7 +265,9 @@ std::string described_verbs(const std::string& shell, const std::vector<Verb>& v
 std::string script(const std::string& shell, const CLI::App& app) {
   const std::vector<Verb> verbs = verbs_of(app);
   std::string text(shell == "bash" ? kBash : shell == "zsh" ? kZsh : kFish);
-  text = replaced(text, "@VERBS@", join(names_of(verbs), " ") + " --help --version");
+  text = replaced(text, "@VERBS@", join(names_of(verbs), " "));
+  text = replaced(text, "@COMMON@", join(flags_of(app), " "));
+  text = replaced(text, "@CHOICES@", choice_lines(shell, verbs));
   text = replaced(text, "@DESCRIBED@", described_verbs(shell, verbs));
   text = replaced(text, "@FLAGS@", flag_lines(shell, verbs));
   return replaced(text, "@NAMES@", explained_names());
@@ -198,11 +278,13 @@ int write_script(Output& out, const std::string& text, const std::string& file) 
     out.answer().write(text);
     return kClean;
   }
-  std::ofstream output(file, std::ios::binary | std::ios::trunc);
-  output << text << std::flush;
-  if (output) return kClean;
-  out.complain(fmt::format("{}: cannot be written", file));
-  return kCouldNotRun;
+  try {
+    write_file(file, text);
+  } catch (const FileError& error) {
+    out.complain(fmt::format("{}: {}", file, error.what()));
+    return kCouldNotRun;
+  }
+  return kClean;
 }
 
 }  // namespace

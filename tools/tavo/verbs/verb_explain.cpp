@@ -119,7 +119,10 @@ class ExplainRun {
     return kClean;
   }
 
-  int one(const std::string& name) {
+  int one(const std::string& given) {
+    // Reports for machines call errors TAVO7139.
+    const bool rule = upper(given.substr(0, 4)) == "TAVO" && is_number(given.substr(4));
+    const std::string name = rule ? given.substr(4) : given;
     if (is_number(name)) {
       const std::string text = explain_.number(static_cast<uint32_t>(std::stoul(name)));
       if (!text.empty()) return show(text);

@@ -1,27 +1,24 @@
 // tavo fmt: one canonical layout of statements.
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <algorithm>
 
-#include "reading/input.h"
-#include "reading/statement_reader.h"
-#include "showing/change.h"
-#include "showing/diagnostics.h"
-#include "statement/format_statement.h"
-#include "terminal/terminal.h"
+#include "reading/file_writer.h"
+#include "showing/statement_diff.h"
+#include "statement/secrets.h"
+#include "verbs/format_file.h"
+#include "verbs/read_options.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {
 
 struct FmtOptions {
-  std::optional<std::string> statement;
+  std::vector<std::string> words;  // a statement, or files
   std::vector<std::string> files;
   StatementStyle style;
   Layout layout = Layout::kAuto;
+  ReadOptions reading;
   bool check = false;
   bool diff = false;
   bool write = false;
@@ -32,12 +29,16 @@ class FormatRun {
   FormatRun(const FmtOptions& options, Output& output) : options_(options), output_(output) {}
 
   int run() {
-    if (options_.statement) {
-      const std::string given = given_statement(*options_.statement, {});
-      const std::string laid_out = format_one(given, "statement", 1).value_or(given);
-      if (!options_.check && !options_.diff) output_.answer().write(laid_out + "\n");
+    std::optional<std::string> statement;
+    std::vector<std::string> files;
+    if (!sort_out(statement, files)) return kCouldNotRun;
+    if (statement) format_statement_word(*statement);
+    for (const std::string& file : files) format_and_tell(file);
+    if (masked_) {
+      output_.complain(
+          "the diff masks secrets, so that patch cannot apply it; --show-secrets shows "
+          "them");
     }
-    for (const std::string& file : options_.files) format_file(file);
     return status_;
   }
 
@@ -46,161 +47,163 @@ class FormatRun {
     status_ = std::max(status_, status);
   }
 
-  // The new layout; nothing when the statement has to be left alone.
-  std::optional<std::string> format_one(const std::string& bytes, const std::string& name,
-                                        size_t line) {
-    const StatementText text(bytes, std::nullopt);
-    const ParseResult before = text.parse();
-    if (!before) {
-      for (const Finding& finding : find_findings(text, before, output_.show_secrets)) {
-        if (finding.severity == Severity::kWarning) continue;
-        Stream& messages = output_.messages();
-        messages.write(show_finding(messages, text, finding,
-                                    {.file = name,
-                                     .first_line = line,
-                                     .verbose = false,
-                                     .show_secrets = output_.show_secrets}));
+  bool refuse(const std::string& why) {
+    output_.complain(fmt::format("fmt: {}", why));
+    return false;
+  }
+
+  // Words are files when -f names another one, when -w asks for files, or when they are there; a
+  // single word may be a statement instead, which holds "=".
+  bool sort_out(std::optional<std::string>& statement, std::vector<std::string>& files) {
+    files = options_.files;
+    const std::vector<std::string>& words = options_.words;
+    if (words.empty() && files.empty()) return refuse("a statement or a file is required");
+    const bool are_files = !files.empty() || options_.write || words.size() > 1;
+    if (!are_files && !names_a_file(words.front())) {
+      const std::string& word = words.front();
+      if (word != "-" && word.find_first_not_of(" \t\r\n") == std::string::npos) {
+        return refuse("the statement is empty");
       }
-      raise_to(kViolations);
-      return std::nullopt;
+      if (word != "-" && word.find('=') == std::string::npos) {
+        return refuse(fmt::format("there is no file {}, and a statement holds =", word));
+      }
+      statement = word;
+      return true;
     }
-    const std::string laid_out = to_utf8(format_statement(text, options_.style));
-    const StatementText after(laid_out, std::nullopt);
-    if (!stores_the_same(before, after.parse())) {
-      // Never change what a statement means, whatever the reason.
-      output_.complain(fmt::format(
-          "{}:{}: left alone: its layout cannot be changed without changing what it stores", name,
-          line));
-      raise_to(kCouldNotRun);
-      return std::nullopt;
-    }
-    if (laid_out != bytes) tell_change(text, after, name, line);
-    return laid_out;
+    files.insert(files.end(), words.begin(), words.end());
+    return true;
   }
 
-  void tell_change(const StatementText& before, const StatementText& after, const std::string& name,
-                   size_t line) {
-    if (options_.check) {
-      raise_to(kViolations);
-      if (!options_.diff)
-        output_.answer().write(fmt::format("{}:{}: would change\n", printable_bytes(name), line));
-    }
-    if (!options_.diff) return;
-    output_.answer().write(
-        change_of(output_.answer(), before, after, name, line, output_.show_secrets));
+  void format_statement_word(const std::string& word) {
+    const ReadOptions& reading = options_.reading;
+    const std::string given = given_statement(word, reading.input());
+    const std::string name = word == "-" ? reading.stdin_name : "statement";
+    FormattedFile result;
+    bool told_encoding = false;
+    const std::string laid_out = format_one(StatementText(given, reading.code_page), options_.style,
+                                            {}, name, 1, result, told_encoding, output_)
+                                     .value_or(given);
+    result.holds_secrets = !StatementText(given, reading.code_page).secrets().empty();
+    if (laid_out != given) result.changed.push_back(1);
+    result.parts.push_back({given + '\n', laid_out + '\n'});
+    tell(name, result);
+    if (!options_.check && !options_.diff) output_.answer().write(laid_out + "\n");
   }
 
-  void complain(const std::string& file, const std::string& why) {
-    raise_to(kCouldNotRun);
-    output_.complain(fmt::format("{}: {}", file, why));
-  }
-
-  void format_file(const std::string& file) {
-    const InputOptions options;
+  void format_and_tell(const std::string& file) {
+    const ReadOptions& reading = options_.reading;
+    const bool piped = file == "-";
+    const std::string name = piped ? reading.stdin_name : file;
     try {
-      Input input(file, options);
-      const std::string laid_out = format_input(input);
-      if (options_.write && file != "-") {
-        replace(file, laid_out);
-      } else if (!options_.check && (!options_.diff || options_.write)) {
-        output_.answer().write(laid_out);
+      Input input(file, reading.input());
+      const FormattedFile result = format_file(input, options_.layout, options_.style, output_);
+      const std::string after = result.after();
+      tell(name, result);
+      if (options_.check) return;
+      if (options_.write && !piped) {
+        // A file that is in its layout already keeps its time and its place on the disk.
+        if (after == result.before()) return;
+        replace_file(file, input.info(), encoded(after, input.encoding()));
+      } else if (!options_.diff || options_.write) {
+        output_.answer().write(encoded(after, input.encoding()));
       }
     } catch (const InputError& error) {
-      complain(file == "-" ? options.stdin_name : file, error.what());
+      complain(name, error.what());
+    } catch (const FileError& error) {
+      complain(name, error.what());
     }
   }
 
-  // The whole file in its new layout; what is wrong stays as it is.
-  std::string format_input(Input& input) {
-    StatementReader reader(input, options_.layout);
-    FileStatement statement;
-    std::string out;
-    while (reader.next(statement)) {
-      const std::optional<std::string> laid_out =
-          format_one(statement.bytes, input.name(), statement.first_line);
-      out += statement.lead;
-      if (laid_out) {
-        out += statement.inner + *laid_out + (statement.raw.ends_with('\r') ? "\r\n" : "\n");
-      } else {
-        out += statement.raw + '\n';
-      }
-    }
-    return out + statement.lead;
+  void complain(const std::string& name, const std::string& why) {
+    raise_to(kCouldNotRun);
+    output_.complain(fmt::format("{}: {}", name, why));
   }
 
-  // By way of a second file, so that the first is there until the second is whole.
-  void replace(const std::string& file, const std::string& content) {
-    if (options_.check) return;
-    namespace fs = std::filesystem;
-    const fs::path target = fs::exists(file) ? fs::canonical(file) : fs::path(file);
-    const std::string draft = fmt::format("{}.tavo-{}", target.string(), getpid());
-    std::error_code error;
-    {
-      std::ofstream output(draft, std::ios::binary | std::ios::trunc);
-      fs::permissions(draft, fs::status(target).permissions(), error);
-      output << content << std::flush;
-      if (!output) {
-        fs::remove(draft, error);
-        return complain(file, "cannot be written");
+  // What changes, by --check and --diff; wrong statements have been told.
+  void tell(const std::string& name, const FormattedFile& result) {
+    if (result.wrong) raise_to(kViolations);
+    if (result.stuck) raise_to(kCouldNotRun);
+    const bool changes = result.before() != result.after();
+    if (result.mixed_line_ends && !options_.reading.quiet) {
+      output_.complain(fmt::format("{}: its line ends are mixed; they become alike", name));
+    }
+    if (!changes) return;
+    if (options_.check) raise_to(kViolations);
+    if (options_.diff) {
+      tell_diff(name, result);
+    } else if (options_.check && !options_.reading.quiet) {
+      for (const size_t line : result.changed) {
+        output_.answer().write(fmt::format("{}:{}: would change\n", printable_bytes(name), line));
+      }
+      if (result.changed.empty()) {
+        output_.answer().write(
+            fmt::format("{}: its line ends would change\n", printable_bytes(name)));
       }
     }
-    fs::rename(draft, target, error);
-    if (error) complain(file, error.message());
+  }
+
+  void tell_diff(const std::string& name, const FormattedFile& result) {
+    Stream& out = output_.answer();
+    if (!result.holds_secrets || output_.show_secrets) {
+      out.write(unified_diff(name, result.parts, out));
+      return;
+    }
+    std::vector<ChangedPart> parts = result.parts;
+    for (ChangedPart& part : parts) {
+      if (part.before == part.after) continue;
+      part = {without_secrets(part.before), without_secrets(part.after)};
+      masked_ = true;
+    }
+    out.write(unified_diff(name, parts, out));
+  }
+
+  std::string without_secrets(const std::string& bytes) const {
+    const StatementText text(bytes, options_.reading.code_page);
+    return to_utf8(masked(text.text(), text.secrets(), {0, text.text().size()}, false));
   }
 
   const FmtOptions& options_;
   Output& output_;
+  bool masked_ = false;
   int status_ = kClean;
 };
-
-int run_fmt(const FmtOptions& options, Output& output) {
-  if (!options.statement && options.files.empty()) {
-    output.complain("fmt: a statement or --file is required");
-    return kCouldNotRun;
-  }
-  return FormatRun(options, output).run();
-}
 
 }  // namespace
 
 void add_fmt(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<FmtOptions>();
   CLI::App* verb = app.add_subcommand("fmt", "Give statements one canonical layout");
-  verb->add_option("statement", options->statement,
-                   "The statement; - reads it from standard input");
-  verb->add_option("-f,--file", options->files, "Format files of statements; - is standard input")
+  verb->add_option("statement", options->words,
+                   "A statement, files of statements, or - for a statement on standard input")
+      ->type_name("STATEMENT | FILE...");
+  verb->add_option("-f,--file", options->files,
+                   "A file of statements; - is standard input. What follows are files, too")
+      ->type_name("FILE")
       ->allow_extra_args(false);
-  verb->add_option_function<std::string>(
-          "--spelling",
-          [options](const std::string& name) {
-            options->style.spelling = name == "long"    ? StatementStyle::Spelling::kLong
-                                      : name == "short" ? StatementStyle::Spelling::kShort
-                                                        : StatementStyle::Spelling::kKeep;
-          },
-          "long, short or keep: how keywords are spelled")
-      ->check(CLI::IsMember({"long", "short", "keep"}))
-      ->default_str("keep");
+  add_choice(*verb, "--spelling", options->style.spelling,
+             names_of(kSpellings) + ": how keywords are spelled", kSpellings);
   verb->add_flag("--option-a-line", options->style.option_a_line,
                  "Every option on a line of its own instead of one line");
-  verb->add_flag(
-      "--paragraphs", [options](int64_t) { options->layout = Layout::kParagraphs; },
-      "In files, only a blank line ends a statement");
+  add_layout_option(*verb, options->layout);
   verb->add_flag("--check", options->check, "Change nothing; exit 1 when something would change");
-  verb->add_flag("--diff", options->diff, "Show what changes, secrets masked");
+  verb->add_flag("--diff", options->diff, "Show what changes as a patch, secrets masked");
   verb->add_flag("-w,--write", options->write, "Write files back instead of to standard output");
+  add_read_options(*verb, options->reading, "Statements are", "Do not name what would change");
   verb->footer(
       "Keywords come in upper case; values and comments stay as typed, and what a statement "
       "stores\n"
       "never changes. A statement that is not accepted is left alone, its error is told, and the\n"
       "exit status is 1. What is written is the statement itself, secrets and all; only --diff "
       "and\n"
-      "errors mask them.\n\n"
+      "errors mask them. --write replaces a file in one step and keeps its encoding, line ends,\n"
+      "owner, mode and names; a file that is in its layout already is not touched.\n\n"
       "Examples:\n"
       "  tavo fmt 'pro=hash,dstfld=X'\n"
       "  tavo fmt --spelling long --option-a-line - < statement.txt\n"
-      "  tavo fmt --check --diff -f masks.txt\n"
-      "  tavo fmt --write -f masks.txt");
-  verb->callback([options, &output, status] { *status = run_fmt(*options, output); });
+      "  tavo fmt --check --diff masks.txt\n"
+      "  tavo fmt --diff masks/*.txt | patch -p0\n"
+      "  tavo fmt --write masks/*.txt");
+  verb->callback([options, &output, status] { *status = FormatRun(*options, output).run(); });
 }
 
 }  // namespace tavo::cli

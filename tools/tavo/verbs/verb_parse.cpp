@@ -5,8 +5,8 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "reading/input.h"
 #include "showing/diagnostics.h"
+#include "showing/encoding_finding.h"
 #include "statement/secrets.h"
 #include "terminal/terminal.h"
 #include "verbs/show_options.h"
@@ -58,49 +58,75 @@ void print_table(Output& output, const std::vector<Pair>& pairs) {
   }
 }
 
-void print_json(Output& output, const std::vector<Pair>& pairs) {
-  auto list = nlohmann::ordered_json::array();
-  for (const Pair& pair : pairs) {
-    list.push_back({{"key", to_utf8(pair.key)},
-                    {"keyType", pair.key_type},
-                    {"keyName", type_name(pair, false)},
-                    {"value", to_utf8(shown_value(pair, output.show_secrets))},
-                    {"valueType", pair.value_type},
-                    {"valueName", type_name(pair, true)}});
-  }
-  output.answer().write(nlohmann::ordered_json{{"pairs", list}}.dump(2) + "\n");
-}
-
 void print_tsv(Output& output, const std::vector<Pair>& pairs) {
   for (const Pair& pair : pairs) {
     output.answer().write(fmt::format(
-        "{}\t{}\t{}\t{}\t{}\t{}\n", printable(pair.key), pair.key_type, type_name(pair, false),
-        printable(shown_value(pair, output.show_secrets)), pair.value_type, type_name(pair, true)));
+        "{}\t{}\t{}\t{}\t{}\t{}\n", tsv_field(pair.key), pair.key_type, type_name(pair, false),
+        tsv_field(shown_value(pair, output.show_secrets)), pair.value_type, type_name(pair, true)));
   }
 }
 
+// What is wrong: the encoding, or what the library finds. Warnings are for files.
+std::vector<Finding> errors_of(const StatementText& statement, const ParseResult& result,
+                               bool show_secrets) {
+  if (std::optional<Finding> bad = find_bad_encoding(statement)) return {std::move(*bad)};
+  std::vector<Finding> findings = find_findings(statement, result, show_secrets);
+  std::erase_if(findings, [](const Finding& one) { return one.severity == Severity::kWarning; });
+  return findings;
+}
+
+nlohmann::ordered_json error_json(const Finding& finding) {
+  auto help = nlohmann::ordered_json::array();
+  for (const FoundFix& fix : finding.fixes) help.push_back(help_of(fix));
+  const Place& place = finding.place;
+  return {{"number", finding.number},
+          {"rule", finding.rule},
+          {"message", to_utf8(finding.message)},
+          {"line", place.line},
+          {"column", place.column},
+          {"offset", place.range.begin},
+          {"length", place.range.end - place.range.begin},
+          {"help", help}};
+}
+
+void print_json(Output& output, const ParseResult& result, const std::vector<Finding>& findings) {
+  auto pairs = nlohmann::ordered_json::array();
+  for (const Pair& pair : result.pairs) {
+    pairs.push_back({{"key", to_utf8(pair.key)},
+                     {"keyType", pair.key_type},
+                     {"keyName", type_name(pair, false)},
+                     {"value", to_utf8(shown_value(pair, output.show_secrets))},
+                     {"valueType", pair.value_type},
+                     {"valueName", type_name(pair, true)}});
+  }
+  auto errors = nlohmann::ordered_json::array();
+  for (const Finding& finding : findings) errors.push_back(error_json(finding));
+  const nlohmann::ordered_json answer = {
+      {"status", result.status}, {"pairs", pairs}, {"errors", errors}};
+  output.answer().write(escape_json(answer.dump(2)) + "\n");
+}
+
 int run_parse(const ShowOptions& options, Output& output) {
-  const StatementText statement(
-      given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
+  const std::optional<std::string> given = statement_of(options, "parse", output);
+  if (!given) return kCouldNotRun;
+  const StatementText statement(*given, options.reading.code_page);
   const ParseResult result = statement.parse();
-  if (!result) {
-    for (const Finding& finding : find_findings(statement, result, output.show_secrets)) {
-      if (finding.severity == Severity::kWarning) continue;
+  std::vector<Finding> errors;
+  if (!result) errors = errors_of(statement, result, output.show_secrets);
+  if (options.format == ShowFormat::kJson && !options.reading.quiet) {
+    print_json(output, result, errors);
+  } else if (!result) {
+    for (const Finding& finding : errors) {
       Stream& messages = output.messages();
       ShowFinding how;
       how.show_secrets = output.show_secrets;
       messages.write(show_finding(messages, statement, finding, how));
     }
-    return kViolations;
+  } else if (!options.reading.quiet) {
+    if (options.format == ShowFormat::kTsv) print_tsv(output, result.pairs);
+    if (options.format == ShowFormat::kTable) print_table(output, result.pairs);
   }
-  if (options.format == "json") {
-    print_json(output, result.pairs);
-  } else if (options.format == "tsv") {
-    print_tsv(output, result.pairs);
-  } else {
-    print_table(output, result.pairs);
-  }
-  return kClean;
+  return result ? kClean : kViolations;
 }
 
 }  // namespace

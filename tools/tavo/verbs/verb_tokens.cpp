@@ -4,7 +4,6 @@
 #include <nlohmann/json.hpp>
 
 #include "language/language.h"
-#include "reading/input.h"
 #include "statement/secrets.h"
 #include "terminal/terminal.h"
 #include "verbs/show_options.h"
@@ -80,23 +79,31 @@ void print_json(Output& output, const StatementText& statement) {
     if (token.type == 0) entry["offending"] = token.offending;
     list.push_back(std::move(entry));
   }
-  output.answer().write(nlohmann::ordered_json{{"tokens", list}}.dump(2) + "\n");
+  output.answer().write(escape_json(nlohmann::ordered_json{{"tokens", list}}.dump(2)) + "\n");
+}
+
+void print_tsv(Output& output, const StatementText& statement) {
+  for (const TAVOTextToken& token : statement.tokens()) {
+    const Row row = make_row(statement, token, output.show_secrets);
+    output.answer().write(fmt::format(
+        "{}\t{}\t{}\t{}\t{}\n", row.number, row.name, row.place, row.hidden ? "hidden" : "",
+        tsv_field(shown_text(statement, token, output.show_secrets))));
+  }
+}
+
+void print(Output& output, const StatementText& statement, ShowFormat format) {
+  switch (format) {
+    case ShowFormat::kTable: return print_table(output, statement);
+    case ShowFormat::kJson: return print_json(output, statement);
+    case ShowFormat::kTsv: return print_tsv(output, statement);
+  }
 }
 
 int run_tokens(const ShowOptions& options, Output& output) {
-  const StatementText statement(
-      given_statement(options.statement, {.code_page = options.code_page}), options.code_page);
-  if (options.format == "json") {
-    print_json(output, statement);
-  } else if (options.format == "tsv") {
-    for (const TAVOTextToken& token : statement.tokens()) {
-      const Row row = make_row(statement, token, output.show_secrets);
-      output.answer().write(fmt::format("{}\t{}\t{}\t{}\t{}\n", row.number, row.name, row.place,
-                                        row.hidden ? "hidden" : "", row.text));
-    }
-  } else {
-    print_table(output, statement);
-  }
+  const std::optional<std::string> given = statement_of(options, "tokens", output);
+  if (!given) return kCouldNotRun;
+  const StatementText statement(*given, options.reading.code_page);
+  if (!options.reading.quiet) print(output, statement, options.format);
   for (const TAVOTextToken& token : statement.tokens()) {
     if (token.type == 0) return kViolations;
   }
@@ -113,7 +120,7 @@ void add_tokens(CLI::App& app, Output& output, int* status) {
       "White space and comments are marked hidden: the parser never sees them. A place where no\n"
       "token can be made is marked broken, and the exit status is 1.\n\n"
       "Examples:\n"
-      "  tavo tokens 'PRO=NID, SWI=US, FMT=3X-2X-4X'\n"
+      "  tavo tokens 'PRO=NID, SWI=US'\n"
       "  tavo tokens --format json 'PRO=AFF /* a column */'");
   verb->callback([options, &output, status] { *status = run_tokens(*options, output); });
 }

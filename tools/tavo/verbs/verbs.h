@@ -2,6 +2,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
 
 #include "terminal/output.h"
 
@@ -24,7 +26,11 @@ void add_fmt(CLI::App& app, Output& output, int* status);
 void add_list(CLI::App& app, Output& output, int* status);
 void add_grep(CLI::App& app, Output& output, int* status);
 void add_diff(CLI::App& app, Output& output, int* status);
+void add_help(CLI::App& app, Output& output, int* status);
 void add_completion(CLI::App& app, Output& output, int* status);
 void add_lsp(CLI::App& app, Output& output, int* status);
+
+// What to say when the first word of the command line is no verb.
+std::optional<std::string> wrong_verb(const CLI::App& app, int argc, char** argv);
 
 }  // namespace tavo::cli

@@ -1,0 +1,66 @@
+#!/usr/bin/env python3
+"""What people type: verbs, files and statements, and the language of what they are told."""
+import json
+import os
+import subprocess
+import sys
+import tempfile
+
+TOOL = os.path.abspath(os.environ["TAVO"])
+failures = 0
+
+
+def expect(condition, *what):
+    global failures
+    if not condition:
+        failures += 1
+        print("FAILED:", *what)
+
+
+def tavo(*arguments, **environment):
+    env = {key: value for key, value in os.environ.items() if key != "TAVO_LANG"}
+    done = subprocess.run([TOOL, *arguments], stdin=subprocess.DEVNULL, capture_output=True,
+                          encoding="utf-8", env=dict(env, **environment), timeout=60)
+    return done.returncode, done.stdout, done.stderr
+
+
+with tempfile.TemporaryDirectory() as folder:
+    os.chdir(folder)
+    for name in ("a.txt", "-b"):
+        with open(name, "w", encoding="utf-8") as file:
+            file.write("PRO=HASH, ALG=SHA256\n")
+    expect(tavo("chek", "a.txt") == (2, "", "tavo: no verb chek; did you mean check?\n"), "chek")
+    expect(tavo("help")[1] == tavo("--help")[1], "help")
+    expect("--strict" in tavo("help", "check")[1], "help check")
+    expect(tavo("help", "chek")[0] == 2, "help chek")
+    expect(tavo("parse", "") == (2, "", "tavo: parse: the statement is empty\n"), "empty")
+    expect("use tavo check" in tavo("parse", "a.txt")[2], "a file for parse")
+    expect("[7139]" in tavo("parse", "-f", "a.txt")[2], "parse -f")
+    expect("there is no file" in tavo("fmt", "none.txt")[2], "no such file")
+    expect(tavo("explain", "TAVO7139") == tavo("explain", "7139"), "a rule id")
+    expect("2 files" in tavo("check", "a.txt", "--", "-b")[1], tavo("check", "a.txt", "--", "-b"))
+
+    # JSON of a wrong statement tells what is wrong and where.
+    status, out, err = tavo("parse", "--format", "json", "PRO=HASH, ALG=SHA256")
+    answer = json.loads(out)
+    expect(status == 1 and err == "" and answer["pairs"] == [] and answer["status"] != 0, answer)
+    expect([(e["number"], e["line"], e["column"]) for e in answer["errors"]] == [(7139, 1, 11)], out)
+
+    # One language: English, unless TAVO_LANG says otherwise; what machines read always is.
+    english = tavo("check", "a.txt")
+    expect(tavo("check", "a.txt", LC_ALL="de_DE.UTF-8", LANG="de", LC_MESSAGES="de") == english,
+           "the locale changes the language")
+    expect(tavo("explain", "7144", TAVO_LANG="de") != tavo("explain", "7144"), "TAVO_LANG is lost")
+    expect(tavo("explain", "7144", LC_ALL="de_DE.UTF-8") == tavo("explain", "7144"), "LC_ALL rules")
+    for arguments in (["check", "--format", "json", "a.txt"], ["check", "--format", "sarif", "a.txt"],
+                      ["parse", "--format", "json", "PRO=HASH"], ["tokens", "--format", "tsv", "PRO=X"]):
+        expect(tavo(*arguments, TAVO_LANG="de") == tavo(*arguments), arguments, "is not English")
+
+    # Every id of a report is among its rules.
+    with open("c.txt", "wb") as file:
+        file.write(b'PRO=HSH\nPRO=HASH, DSTFLD="\xe9"\nPRO=HASH, DSTFLD=X y\n')
+    run = json.loads(tavo("check", "--format", "sarif", "c.txt")[1])["runs"][0]
+    rules = {rule["id"] for rule in run["tool"]["driver"]["rules"]}
+    expect({result["ruleId"] for result in run["results"]} <= rules, rules)
+
+sys.exit(1 if failures else 0)
