@@ -32,16 +32,16 @@ template <typename Character>
 void read_into(benchmark::State& state, const std::string& text, uint32_t encoding) {
   const std::basic_string<Character> typed(text.begin(), text.end());
   const size_t bytes = typed.size() * sizeof(Character);
-  const TAVOReadOptions options = {sizeof(TAVOReadOptions), encoding, 0, 0, TAVO_COUNT_CHARACTERS,
-                                   0};
+  const TAVOReadOptions options = {sizeof(TAVOReadOptions), encoding, 0, 0,
+                                   TAVO_COUNT_CHARACTERS,   0};
   TAVOReadResult* result = nullptr;
   size_t needed = 0;
   TAVOParser_ReadInto(nullptr, 0, typed.data(), bytes, &options, &result, &needed);
   std::vector<char> memory(needed);
   uint32_t status = 0;
   for (auto _ : state) {
-    status |= TAVOParser_ReadInto(memory.data(), needed, typed.data(), bytes, &options, &result,
-                                  nullptr);
+    status |=
+        TAVOParser_ReadInto(memory.data(), needed, typed.data(), bytes, &options, &result, nullptr);
     benchmark::DoNotOptimize(result);
   }
   finish(state, status, text);

@@ -24,8 +24,9 @@ void run_format(const uint8_t* data, size_t size);  // only where the command li
 void run_lsp(const uint8_t* data, size_t size);     // the same
 
 inline constexpr Target kTargets[] = {
-    {"statement", run_statement}, {"read", run_read},           {"tokens", run_tokens},
-    {"request", run_request},     {"utilities", run_utilities}, {"diagnose", run_diagnose},
+    {"statement", run_statement}, {"read", run_read},
+    {"tokens", run_tokens},       {"request", run_request},
+    {"utilities", run_utilities}, {"diagnose", run_diagnose},
 #ifdef TAVO_FUZZ_FORMATTER
     {"format", run_format},       {"lsp", run_lsp},
 #endif

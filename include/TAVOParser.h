@@ -192,9 +192,9 @@ TAVO_API uint32_t Parser_Term(void) TAVO_NOEXCEPT;
  * Returns 0 when the string was accepted; 96 (request too old, nothing recorded); 7089 to 7092 and
  * 7095 (also recorded); 7143 (nothing recorded); 7148 when the string was rejected: the reasons are
  * in the calling thread's error state until its next call. Platform codes are returned unchanged.
- * After 7148 the error state can be empty: when the platform refused to record the error. The string
- * is rejected all the same. The caller then reports 7148 itself, or calls again with the same
- * request to have the error recorded. */
+ * After 7148 the error state can be empty: when the platform refused to record the error. The
+ * string is rejected all the same. The caller then reports 7148 itself, or calls again with the
+ * same request to have the error recorded. */
 TAVO_API uint32_t Parser_Service(RequestRecord* request) TAVO_NOEXCEPT;
 
 /* Clean-up routine for TAVOCleanThreadBlock. When the low 16 bits of reason are 3 it frees the

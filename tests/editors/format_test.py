@@ -33,7 +33,7 @@ def files():
     yield "no last line end", "\n".join(single[:40])
     yield "crlf", "\r\n".join(single) + "\r\n"
     yield "paragraphs", "\n\n".join(every) + "\n"
-    yield "several lines", "".join(text.replace(", ", ",\n# inner\n  ") + "\n# between\n\n"
+    yield "several lines", "".join(text.replace(", ", ",\n  ") + "\n# between\n\n"
                                    for text in single)
     yield "empty", ""
     yield "comments only", "# a\n\n# b"

@@ -24,11 +24,11 @@ std::string formatted(const std::string& text, int first, int last, int characte
 TEST(Formatting, LaysOutEachAcceptedStatement) {
   EXPECT_EQ("# c\nPRO=HASH, DSTFLD=X\n\nPRO=HASH,dstfld\nPRO=CCN\n",
             formatted("# c\npro = HASH,dstfld=X\n\nPRO=HASH,dstfld\nPRO= CCN\n"));
-  EXPECT_EQ("PRO=hash, DSTFLD=X\n", formatted("pro = hash,dstfld=X"));
+  EXPECT_EQ("PRO=hash, DSTFLD=X", formatted("pro = hash,dstfld=X")) << "no line end is added";
 }
 
-TEST(Formatting, KeepsCommentLinesAndLineEnds) {
-  EXPECT_EQ("# inner\nPRO=HASH, DSTFLD=X\r\nPRO=CCN\r\n",
+TEST(Formatting, LeavesAStatementAroundACommentLineAlone) {
+  EXPECT_EQ("pro=HASH,\r\n# inner\n  dstfld=X\r\nPRO=CCN\r\n",
             formatted("pro=HASH,\r\n# inner\n  dstfld=X\r\npro=CCN\r\n"));
 }
 

@@ -43,8 +43,7 @@ int parse_and_run(int argc, char** argv, Output& output) {
   ColorChoice color = ColorChoice::kAuto;
   int status = kClean;
   app.set_version_flag("--version", version_text, "Show the versions of tool and library");
-  app.add_flag("--show-secrets", output.show_secrets,
-               "Show secrets instead of ***");
+  app.add_flag("--show-secrets", output.show_secrets, "Show secrets instead of ***");
   add_choice(app, "--color", color, "auto, always or never", kColorChoices);
   app.require_subcommand(1);
   app.fallthrough();

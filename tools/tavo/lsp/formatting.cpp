@@ -6,12 +6,14 @@ namespace {
 
 // The lines of a statement as fmt writes them; nothing when it leaves the statement alone.
 std::optional<std::string> laid_out(const Piece& piece, const StatementStyle& style) {
+  // Comment lines of the file inside a statement keep their place: such a statement is left alone.
+  if (!piece.view->read().inner.empty()) return std::nullopt;
   const StatementText& text = piece.view->text();
   const ParseResult before = text.parse();
   if (!before) return std::nullopt;
   const std::string formatted = to_utf8(format_statement(text, style));
   if (!stores_the_same(before, StatementText(formatted, std::nullopt).parse())) return std::nullopt;
-  return piece.view->read().inner + formatted;
+  return formatted;
 }
 
 PositionRange lines_of(const Session& session, const Document& document, const Piece& piece) {
@@ -32,18 +34,6 @@ void add_edit(Json& edits, const Session& session, const Document& document, con
   edits.push_back(text_edit(lines_of(session, document, piece), *text));
 }
 
-// A document that does not end with a line end gets one.
-void add_last_line_end(Json& edits, const Session& session, const Document& document) {
-  if (document.lines().back().bytes.empty()) return;
-  const Position end = document.end(session.client.encoding);
-  // An edit that ends where another begins is applied after it.
-  if (!edits.empty() && edits.back()["range"]["end"] == to_json(end)) {
-    edits.back()["newText"] = edits.back()["newText"].get<std::string>() + "\n";
-  } else {
-    edits.push_back(text_edit({end, end}, "\n"));
-  }
-}
-
 }  // namespace
 
 Json format_document(Session& session, const Json& params) {
@@ -54,7 +44,6 @@ Json format_document(Session& session, const Json& params) {
     session.check_cancelled();
     add_edit(edits, session, document, piece);
   }
-  add_last_line_end(edits, session, document);
   return edits;
 }
 

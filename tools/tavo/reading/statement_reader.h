@@ -13,9 +13,9 @@ namespace tavo::cli {
 // whose first character is '#' is a comment of the file.
 //
 // But in the layout of lines, a line that begins with a statement's first keyword and "=" begins a
-// statement, however far it is indented. A quote, comment or parenthesis hides such a beginning when
-// it is closed later; one that is not ends before it, so that a mistake hides no other statement.
-// Lines with nothing but comments belong to the statement after them.
+// statement, however far it is indented. A quote, comment or parenthesis hides such a beginning
+// when it is closed later; one that is not ends before it, so that a mistake hides no other
+// statement. Lines with nothing but comments belong to the statement after them.
 enum class Layout {
   // A line is a statement. It goes on in the next line when that one begins with white space, a
   // comma or a closing parenthesis; when it ends with a comma, an equal sign or an opening

@@ -123,13 +123,16 @@ class Collector {
     const bool inside = std::any_of(secrets.begin(), secrets.end(), [&](const Range& secret) {
       return secret.begin < place.end && place.begin < secret.end;
     });
-    if (!inside) return;
-    if (finding.rule == "bad-character" && finding.message.find(L'(') == std::wstring::npos) {
+    if (inside && finding.rule == "bad-character" &&
+        finding.message.find(L'(') == std::wstring::npos) {
       finding.message = L"a character of the value cannot stand there";
       return;
     }
+    // A message quotes words at its place or shortly before it.
+    constexpr size_t kFew = 64, kNear = 1000;
     for (const Range& secret : secrets) {
-      if (secret.begin < place.end && place.begin < secret.end) mask_words(finding.message, secret);
+      const bool near = secret.begin < place.end + kNear && place.begin < secret.end + kNear;
+      if (near || secrets.size() <= kFew) mask_words(finding.message, secret);
     }
   }
 
