@@ -1,0 +1,252 @@
+"""Reading one statement."""
+from __future__ import annotations
+
+import itertools
+import struct
+import threading
+from collections.abc import Callable, Iterator, Mapping
+from functools import partial
+from typing import Any, NamedTuple, cast
+
+from ._native import ffi, lib
+from ._text import text, token_name, utf8
+
+
+_REJECTED = 7148  # read, and found wrong
+_NO_OPTIONS = ffi.NULL
+
+
+class Range(NamedTuple):
+    """A part of a statement, in characters from 0."""
+
+    offset: int
+    length: int
+
+
+class Place(NamedTuple):
+    """A part of a statement and where it begins; line and column count from 1."""
+
+    offset: int
+    length: int
+    line: int
+    column: int
+
+
+class Pair(NamedTuple):
+    """One stored option."""
+
+    key: str
+    """As typed; inside a field definition with its keyword before it: "FLDDEF1:NAME"."""
+    key_type: int
+    """The token type that identifies the option, whatever its spelling."""
+    value: str
+    """Without the quotes of a quoted text."""
+    value_type: int
+    """The token type that classifies the value, a data-type code, or 0."""
+    key_offset: int
+    key_length: int
+    value_offset: int
+    value_length: int
+
+    @property
+    def key_range(self) -> Range:
+        """Where the keyword stands in the text."""
+        return Range(self.key_offset, self.key_length)
+
+    @property
+    def value_range(self) -> Range:
+        """Where the value stands in the text, with its quotes."""
+        return Range(self.value_offset, self.value_length)
+
+    @property
+    def key_name(self) -> str:
+        """The name of the key type, such as "TAVO_PARSER_PROVIDER"."""
+        return token_name(self.key_type)
+
+
+class Error(NamedTuple):
+    """One error as the library records it."""
+
+    number: int
+    message: str
+    """It may quote the statement, secrets included."""
+    place: Place | None
+
+
+class ParseError(ValueError):
+    """A statement that was rejected. Its text names numbers and messages without quoting values."""
+
+    def __init__(self, status: int, errors: tuple[Error, ...], statement: bytes | str,
+                 code_page: int | None) -> None:
+        self.status = status
+        self.errors = errors
+        self._statement = statement
+        self._code_page = code_page
+        super().__init__(self._describe())
+
+    @property
+    def diagnostics(self) -> list[Any]:
+        """Every mistake with its place, what was expected and how to fix it; see diagnose().
+
+        Empty for a text that could not be read at all.
+        """
+        if self.status != _REJECTED:
+            return []
+        from ._diagnose import diagnose
+        return diagnose(self._statement, code_page=self._code_page)
+
+    def _describe(self) -> str:
+        found = [d for d in self.diagnostics if d.severity == "error"]
+        if found:
+            return "; ".join("%d:%d: %s" % (d.line, d.column, d.message) for d in found)
+        numbers = [error.number for error in self.errors] or [self.status]
+        return ", ".join("error %d" % number for number in numbers)
+
+
+class Statement(Mapping[str, str]):
+    """The pairs of an accepted statement, in their order.
+
+    As a mapping it gives values by key, in either case; of a key that is there several times the
+    first one. `pairs` has them all.
+    """
+
+    __slots__ = ("_block", "_pairs", "_by_key")
+
+    def __init__(self, block: bytes) -> None:
+        # Made into pairs when somebody looks; several threads that do get equal ones.
+        self._block = block
+        self._pairs: tuple[Pair, ...] | None = None
+        self._by_key: dict[str, str] | None = None
+
+    @property
+    def pairs(self) -> tuple[Pair, ...]:
+        if self._pairs is None:
+            self._pairs = _pairs_of(self._block)
+        return self._pairs
+
+    @property
+    def provider_type(self) -> int:
+        """The value type of the provider, 0 without one."""
+        return cast(int, _HEAD.unpack_from(self._block)[1])
+
+    @property
+    def trace_levels(self) -> tuple[str, ...]:
+        """The trace levels that a masking run would set; nothing sets them here."""
+        _, _, count, levels = _HEAD.unpack_from(self._block)
+        lengths = struct.unpack_from("=%dI" % levels, self._block, _HEAD.size + 4 * 8 * count)
+        end = len(self._block)
+        found = []
+        for length in reversed(lengths):
+            found.append(self._block[end - length:end].decode())
+            end -= length
+        return tuple(reversed(found))
+
+    def _index(self) -> dict[str, str]:
+        if self._by_key is None:
+            self._by_key = {pair[0].upper(): pair[2] for pair in reversed(self.pairs)}
+        return self._by_key
+
+    def __getitem__(self, key: str) -> str:
+        if not isinstance(key, str):
+            raise KeyError(key)
+        return self._index()[key.upper()]
+
+    def __iter__(self) -> Iterator[str]:
+        return iter(dict.fromkeys(pair.key.upper() for pair in self.pairs))
+
+    def __len__(self) -> int:
+        return len(self._index())
+
+    def find(self, key_type: int) -> Pair | None:
+        """The first pair with a key type."""
+        for pair in self.pairs:
+            if pair.key_type == key_type:
+                return pair
+        return None
+
+    def __repr__(self) -> str:
+        # Without values: they may be secret, and a repr ends up in logs.
+        return "<tavoparser.Statement %s>" % ", ".join(pair.key for pair in self.pairs)
+
+
+class _Block(threading.local):
+    """A thread's own memory for what a call answers; grows with the longest answer."""
+
+    def __init__(self) -> None:
+        self.memory = ffi.new("char[]", 8192)
+
+
+_block = _Block()
+_read_flat = lib.tavo_read_flat
+_buffer = ffi.buffer
+_ACCEPTED = bytes(4)
+_HEAD = struct.Struct("=4I")
+# Quicker than Pair(...), and it is done for every pair of every statement.
+_new_pair = cast("Callable[[tuple[Any, ...]], Pair]", partial(tuple.__new__, Pair))
+
+
+def _pairs_of(block: bytes) -> tuple[Pair, ...]:
+    """See build_native.py for the block."""
+    _, _, n, levels = _HEAD.unpack_from(block)
+    numbers = struct.unpack_from("=%dI" % (8 * n), block, _HEAD.size)
+    texts = block[_HEAD.size + 4 * (8 * n + levels):].decode()
+    ends = list(itertools.accumulate(numbers[6 * n:], initial=0))
+    parts = [texts[a:b] for a, b in zip(ends, ends[1:])]
+    return tuple(map(_new_pair, zip(parts[0::2], numbers, parts[1::2], numbers[n:], numbers[2 * n:],
+                                    numbers[3 * n:], numbers[4 * n:], numbers[5 * n:])))
+
+
+def _read_errors(result: Any) -> tuple[Error, ...]:
+    errors = []
+    for i in range(lib.TAVOResult_CountErrors(result)):
+        size = lib.TAVOResult_GetErrorMessage(result, i, ffi.NULL, 0)
+        buffer = ffi.new("char[]", max(size, 1))
+        lib.TAVOResult_GetErrorMessage(result, i, buffer, size)
+        place = ffi.new("TAVOPlace*")
+        known = lib.TAVOResult_GetErrorPlace(result, i, place) == 0
+        errors.append(Error(
+            lib.TAVOResult_GetErrorNumber(result, i), text(buffer),
+            Place(place.offset, place.length, place.line, place.column) if known else None))
+    return tuple(errors)
+
+
+def parse(statement: str | bytes, *, code_page: int | None = None) -> Statement:
+    """Reads a statement and gives its pairs.
+
+    statement: a text, or bytes in UTF-8 or in code_page. Raises ParseError when it is rejected and
+    MemoryError without memory.
+    """
+    if isinstance(statement, str):
+        if code_page is not None:
+            raise TypeError("a code page is for bytes")
+        data = utf8(statement)
+    else:
+        data = bytes(statement)
+    options = _NO_OPTIONS
+    if code_page is not None:
+        options = ffi.new("TAVOReadOptions*", {
+            "size": ffi.sizeof("TAVOReadOptions"), "encoding": lib.TAVO_TEXT_CODE_PAGE,
+            "codePage": code_page})
+    memory = _block.memory
+    size = _read_flat(data, len(data), options, memory, len(memory))
+    if size > len(memory):
+        _block.memory = memory = ffi.new("char[]", size)
+        size = _read_flat(data, len(data), options, memory, size)
+    if size == 0:
+        raise MemoryError("no memory for the result")
+    block = _buffer(memory, size)[:]
+    if block[:4] != _ACCEPTED:
+        raise _parse_error(data, options, statement, code_page)
+    return Statement(block)
+
+
+def _parse_error(data: bytes, options: Any, statement: str | bytes,
+                 code_page: int | None) -> ParseError:
+    out = ffi.new("TAVOReadResult**")
+    status = lib.TAVOParser_Read(data, len(data), options, out)
+    if out[0] == ffi.NULL:
+        raise MemoryError("no memory for the result")
+    try:
+        return ParseError(status, _read_errors(out[0]), statement, code_page)
+    finally:
+        lib.TAVOParser_FreeResult(out[0])
