@@ -19,7 +19,7 @@ build_addon() {
     -I include -I bindings/shared bindings/node/src/addon.cc -o "$place/tavoparser.node" \
     "$build/lib/libtavo_bindings.a" "$build/lib/libtavo_cli.a" \
     -L "$build/lib" -lTAVOParser -lfmt -Wl,-rpath,'$ORIGIN' -Wl,--exclude-libs,ALL \
-    -Wl,--as-needed -Wl,-z,defs -Wl,-z,relro,-z,now
+    -Wl,--as-needed -Wl,-z,relro,-z,now
 }
 
 prepare() {

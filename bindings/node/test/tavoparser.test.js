@@ -108,7 +108,8 @@ test('an error exactly where parse rejects', () => {
     const { text } = cases[random(cases.length)];
     const at = random(text.length + 1);
     const damaged = text.slice(0, at) + signs[random(signs.length)] + text.slice(at + 1);
-    if (damaged === '') continue;
+    // Half of a surrogate pair is no text at all.
+    if (damaged === '' || /\p{Surrogate}/u.test(damaged)) continue;
     const errors = diagnose(damaged).filter((d) => d.severity === 'error');
     assert.equal(errors.length !== 0, !accepted(damaged), damaged);
     assert.equal(errors.filter((d) => d.recorded).length, errors.length === 0 ? 0 : 1, damaged);
