@@ -202,7 +202,8 @@ TEST(SeededMistakes, TheFirstFixGivesBackTheMeaning) {
     const ServiceRun whole = fill_statement(statement.text);
     RC_PRE(whole.status == 0 && statement.options > 0);
     const auto mistake = seed_mistake(statement.text, choose);
-    RC_PRE(mistake.has_value() && rejected(mistake->text));
+    RC_PRE(mistake.has_value());  // alone: both sides of && inside the macro are evaluated
+    RC_PRE(rejected(mistake->text));
     const bool good = gives_back(*mistake, whole.pairs);
     (mistake->tellable ? tellable : others).add(mistake->what, good);
     if (show && !good && mistake->tellable) {
