@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "lsp/features.h"
+#include "reading/format_text.h"
 
 namespace tavo::cli::lsp {
 namespace {
@@ -116,24 +117,28 @@ class Actions {
     using Spelling = StatementStyle::Spelling;
     const ParseResult before = piece.view->text().parse();
     if (!before) return;
-    add_layout(piece, before, "Write keywords long",
-               {Spelling::kLong, session_.style.option_a_line});
-    add_layout(piece, before, "Write keywords short",
-               {Spelling::kShort, session_.style.option_a_line});
-    add_layout(piece, before, "Write one option a line", {session_.style.spelling, true});
-    add_layout(piece, before, "Write the statement in one line", {session_.style.spelling, false});
+    StatementStyle style = style_for(session_, document_);
+    const Spelling spelling = style.spelling;
+    style.spelling = Spelling::kLong;
+    add_layout(piece, before, "Write keywords long", style);
+    style.spelling = Spelling::kShort;
+    add_layout(piece, before, "Write keywords short", style);
+    style.spelling = spelling;
+    style.option_a_line = true;
+    add_layout(piece, before, "Write one option a line", style);
+    style.option_a_line = false;
+    add_layout(piece, before, "Write the statement in one line", style);
   }
 
   void add_layout(const Piece& piece, const ParseResult& before, const char* title,
                   const StatementStyle& style) {
-    const StatementText& text = piece.view->text();
-    const std::wstring laid_out = format_statement(text, style);
-    // Comment lines between the lines of the statement have no place in another layout.
-    if (laid_out == text.text() || !piece.view->read().inner.empty()) return;
-    const std::string bytes = to_utf8(laid_out);
-    if (!stores_the_same(before, StatementText(bytes, std::nullopt).parse())) return;
-    const PositionRange place = place_in(session_, piece, {0, text.text().size()});
-    add(title, "refactor.rewrite", Json::array({text_edit(place, bytes)}), nullptr, false);
+    const StatementView& view = *piece.view;
+    const LaidOut laid_out =
+        lay_out(view.text(), before, style, comment_lines_of(view.read().raw, std::nullopt));
+    if (!laid_out.text || *laid_out.text == view.kept()) return;
+    if (!is_divided_into(*laid_out.text, Layout::kAuto, {*laid_out.text})) return;
+    const PositionRange place = place_in(session_, piece, {0, view.text().text().size()});
+    add(title, "refactor.rewrite", Json::array({text_edit(place, *laid_out.text)}), nullptr, false);
   }
 
   Session& session_;

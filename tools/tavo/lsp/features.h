@@ -36,6 +36,8 @@ bool is_required(const Statement& statement, const Option& option);
 std::string describe(const Statement& statement);
 std::string describe(const Statement& statement, const Option& option, const Option* parameter_of);
 std::string describe_value(const Option& option, const TAVOValueInfo& value);
+// The layout that the client asks for, with the line ends of the document.
+StatementStyle style_for(const Session& session, const Document& document);
 // As the client wants it.
 Json markup(bool markdown, const std::string& text);
 

@@ -22,6 +22,12 @@ StatementView::StatementView(FileStatement read, bool has_mark)
   find_lines();
 }
 
+std::string StatementView::kept() const {
+  std::string kept = read_.raw;
+  if (kept.ends_with('\r')) kept.pop_back();
+  return kept;
+}
+
 void StatementView::find_lines() {
   const std::wstring& text = text_.text();
   const std::string_view raw = read_.raw;

@@ -33,6 +33,8 @@ class StatementView {
   const FileStatement& read() const {
     return read_;
   }
+  // The same without a carriage return that ends the last line.
+  std::string kept() const;
   // Lines of the document.
   uint32_t lines() const {
     return lines_;

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "language/nearest.h"
+#include "statement/code_page.h"
 #include "statement/syntax.h"
 
 namespace tavo::cli {
@@ -177,6 +178,42 @@ bool stores_the_same(const ParseResult& before, const ParseResult& after) {
       return false;
   }
   return true;
+}
+
+std::vector<CommentLine> comment_lines_of(std::string_view raw, std::optional<uint32_t> code_page) {
+  std::vector<CommentLine> comments;
+  uint32_t line = 1;
+  for (size_t begin = 0; begin <= raw.size(); ++line) {
+    const size_t end = std::min(raw.find('\n', begin), raw.size());
+    std::string text(raw.substr(begin, end - begin));
+    begin = end + 1;
+    if (!text.starts_with('#')) continue;
+    if (text.ends_with('\r')) text.pop_back();
+    comments.push_back(
+        {line, code_page ? decode(text, *code_page).value_or(from_utf8(text)) : from_utf8(text)});
+  }
+  return comments;
+}
+
+LaidOut lay_out(const StatementText& text, const ParseResult& before, const StatementStyle& style,
+                const std::vector<CommentLine>& comments) {
+  if (!before) return {std::nullopt, true, {}};
+  const auto left_alone = [](std::string_view why) { return LaidOut{std::nullopt, false, why}; };
+  if (splits_a_token(text, comments)) return left_alone("a comment line lies inside a text");
+  const auto in_encoding = [&](const std::wstring& laid_out) -> std::optional<std::string> {
+    if (text.code_page()) return encode_like(text.bytes(), *text.code_page(), laid_out);
+    return to_utf8(laid_out);
+  };
+  const std::optional<std::string> bare = in_encoding(format_statement(text, style));
+  if (!bare) return left_alone("its code page has characters of several bytes");
+  // Never change what a statement means, whatever the reason.
+  const StatementText after(*bare, text.code_page());
+  if (!stores_the_same(before, after.parse())) {
+    return left_alone("its layout cannot be changed without changing what it stores");
+  }
+  if (comments.empty()) return {bare, false, {}};
+  if (!text.code_page()) return {to_utf8(format_statement(text, style, comments)), false, {}};
+  return left_alone("comment lines inside a statement need UTF-8 to be kept");
 }
 
 }  // namespace tavo::cli

@@ -1,8 +1,10 @@
 // One canonical layout of a statement.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "statement/statement_text.h"
@@ -35,5 +37,20 @@ bool splits_a_token(const StatementText& text, const std::vector<CommentLine>& c
 
 // Whether two accepted statements store the same: key types, value types and values.
 bool stores_the_same(const ParseResult& before, const ParseResult& after);
+
+// The comment lines among the lines of a statement as they stand in its file.
+std::vector<CommentLine> comment_lines_of(std::string_view raw, std::optional<uint32_t> code_page);
+
+// The new text of a statement, in its own encoding, or why it stays as it is.
+struct LaidOut {
+  std::optional<std::string> text;
+  bool wrong = false;    // it is not accepted
+  std::string_view why;  // of an accepted one that cannot be laid out anew
+};
+
+// The one way to lay a statement out: whoever writes a layout asks here, so that none of them
+// changes what a statement stores. before: its parse. comments: the comment lines within it.
+LaidOut lay_out(const StatementText& text, const ParseResult& before, const StatementStyle& style,
+                const std::vector<CommentLine>& comments);
 
 }  // namespace tavo::cli

@@ -78,11 +78,9 @@ class FormatRun {
     const ReadOptions& reading = options_.reading;
     const std::string given = given_statement(word, reading.input());
     const std::string name = word == "-" ? reading.stdin_name : "statement";
-    FormattedFile result;
-    bool told_encoding = false;
-    const std::string laid_out = format_one(StatementText(given, reading.code_page), options_.style,
-                                            {}, name, 1, result, told_encoding, output_)
-                                     .value_or(given);
+    FormattedText result;
+    const StatementText text(given, reading.code_page);
+    const std::string laid_out = format_one(text, options_.style, name, result, output_);
     result.holds_secrets = !StatementText(given, reading.code_page).secrets().empty();
     if (laid_out != given) result.changed.push_back(1);
     result.parts.push_back({given + '\n', laid_out + '\n'});
@@ -96,7 +94,7 @@ class FormatRun {
     const std::string name = piped ? reading.stdin_name : file;
     try {
       Input input(file, reading.input());
-      const FormattedFile result = format_file(input, options_.layout, options_.style, output_);
+      const FormattedText result = format_file(input, options_.layout, options_.style, output_);
       const std::string after = result.after();
       tell(name, result);
       if (options_.check) return;
@@ -120,7 +118,7 @@ class FormatRun {
   }
 
   // What changes, by --check and --diff; wrong statements have been told.
-  void tell(const std::string& name, const FormattedFile& result) {
+  void tell(const std::string& name, const FormattedText& result) {
     if (result.wrong) raise_to(kViolations);
     if (result.stuck) raise_to(kCouldNotRun);
     const bool changes = result.before() != result.after();
@@ -142,7 +140,7 @@ class FormatRun {
     }
   }
 
-  void tell_diff(const std::string& name, const FormattedFile& result) {
+  void tell_diff(const std::string& name, const FormattedText& result) {
     Stream& out = output_.answer();
     if (!result.holds_secrets || output_.show_secrets) {
       out.write(unified_diff(name, result.parts, out));
