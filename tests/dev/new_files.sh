@@ -5,7 +5,7 @@ set -euo pipefail
 source_dir=$1 work=$2
 rm -rf "$work"
 mkdir -p "$work/tree"
-cp -r "$source_dir"/{CMakeLists.txt,CMakePresets.json,Src,cmake,dev,docs,examples,fuzz,include,platform,tests,tools} "$work/tree"
+cp -r "$source_dir"/{CMakeLists.txt,CMakePresets.json,Src,bindings,cmake,dev,docs,examples,fuzz,include,platform,shared,tests,tools} "$work/tree"
 new() { python3 "$work/tree/tools/dev/new.py" "$@"; }
 
 fail() {
