@@ -60,6 +60,13 @@ class Changes:
         lines.insert(places[-1] + 1 if last else places[0], line)
         self.texts[name] = "\n".join(lines)
 
+    def replace(self, name: str, old: str, new: str) -> None:
+        """Every occurrence; at least one."""
+        text = self.read(name)
+        if old not in text:
+            raise Problem(f"{name}: nothing says {old!r}")
+        self.texts[name] = text.replace(old, new)
+
     def write(self) -> None:
         for name, text in self.texts.items():
             path = self.root / name
@@ -127,7 +134,7 @@ PRO={upper}, XYZ=1
 ---
 status 7148
 230 PRO = {number} {upper}
-error 7139 at {place} after PRO={upper}, XYZ=1
+error 7139 at {place} after PRO={upper}, X
 '''
 
 VALIDATION_CORPUS = '''# The rules of PRO={upper}, each violated and each just kept.
@@ -148,7 +155,9 @@ namespace tavo::cli {{
 namespace {{
 
 int run_{lower}(const ShowOptions& options, Output& output) {{
-  output.answer().write(options.statement + "\\n");
+  const std::optional<std::string> statement = statement_of(options, "{lower}", output);
+  if (!statement) return kCouldNotRun;
+  output.answer().write(*statement + "\\n");
   return kClean;
 }}
 
@@ -180,7 +189,7 @@ def new_provider(changes: Changes, name: str) -> list[str]:
         raise Problem("a provider's name is letters and digits")
     number = next_number(changes)
     lower, upper, camel = name.lower(), name.upper(), name.capitalize()
-    names = {"lower": lower, "upper": upper, "camel": camel, "number": number, "place": len(f"PRO={upper}, XYZ")}
+    names = {"lower": lower, "upper": upper, "camel": camel, "number": number, "place": len(f"PRO={upper}, X")}
     if re.search(rf'"{upper}"', changes.read("include/TAVOVocabulary.def")):
         raise Problem(f"{upper} is a keyword already")
     providers = "Src/TAVOParser/Grammar/providers"
@@ -191,6 +200,10 @@ def new_provider(changes: Changes, name: str) -> list[str]:
     changes.create(f"tests/corpus/validation/{lower}.txt", VALIDATION_CORPUS.format(**names))
     changes.insert_before("include/TAVOVocabulary.def", r"^/\* ---- common option names",
                           f'TAVO_KEYWORD({number}, TAVO_PARSER_PROVIDER_{upper}, "{upper}")')
+    # The table of names holds numbers 0 to the highest one.
+    changes.replace("include/TAVOParserTokens.h", f"COUNT {number}", f"COUNT {number + 1}")
+    for header in ("TAVOParserTokens.h", "TAVOParser.h", "TAVOLanguage.h"):
+        changes.replace(f"include/{header}", f"0 to {number - 1}", f"0 to {number}")
     changes.insert_before(f"{providers}/providers.h", r"tavo_user_service_provider;",
                           f"extern const StatementRule tavo_service_provider_{lower};")
     changes.insert_before(f"{providers}/statements.cpp", r"&tavo_user_service_provider,",

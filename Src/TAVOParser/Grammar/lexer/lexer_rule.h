@@ -8,8 +8,8 @@
 
 namespace tavo {
 
-// Runs the rule m<token name> at text. type: a token type or fragment, 4 to 350; other numbers give
-// kNoViableAlternative at text.
+// Runs the rule m<token name> at text. type: a token type or fragment, 4 and above; other numbers
+// give kNoViableAlternative at text.
 Match match_rule(uint32_t type, const uint16_t* text, const uint16_t* end);
 
 }  // namespace tavo

@@ -30,7 +30,7 @@ struct TokenInfo {
   uint16_t spelling_count;
 };
 
-inline constexpr uint32_t kTokenTypeCount = 351;
+inline constexpr uint32_t kTokenTypeCount = TAVO_TOKEN_NAME_COUNT;
 
 // Describes a token type; numbers out of range are kReserved.
 TokenInfo token_info(uint32_t type);
