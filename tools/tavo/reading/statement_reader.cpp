@@ -124,6 +124,7 @@ bool StatementReader::next(FileStatement& statement) {
         give_up(statement);
         keep(statement.lead, *line);
         begun = false;
+        comment_lines = 0;  // they belong to no statement any more
         continue;
       }
       keep(lead_, *line);
