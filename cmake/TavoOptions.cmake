@@ -43,6 +43,7 @@ endif()
 # Hardening of installed files: read-only relocations, no lazy binding, no executable stack; large
 # frames touch every page of the stack, and functions mark where indirect calls may land.
 add_library(tavo_hardening INTERFACE)
+set(CMAKE_REQUIRED_FLAGS -Werror) # clang only warns of a flag of another machine
 foreach(flag -fstack-clash-protection -fcf-protection=full -mbranch-protection=standard)
   string(MAKE_C_IDENTIFIER "TAVO_HAS${flag}" has_flag)
   check_cxx_compiler_flag(${flag} ${has_flag}) # the last two are each of one kind of machine
@@ -50,6 +51,7 @@ foreach(flag -fstack-clash-protection -fcf-protection=full -mbranch-protection=s
     target_compile_options(tavo_hardening INTERFACE ${flag})
   endif()
 endforeach()
+unset(CMAKE_REQUIRED_FLAGS)
 if(NOT TAVO_SANITIZE AND NOT TAVO_COVERAGE)
   target_compile_options(tavo_hardening INTERFACE
     -fstack-protector-strong
