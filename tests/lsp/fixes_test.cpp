@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "lsp/talk.h"
+#include "statement/fixing.h"
 
 namespace {
 
@@ -42,6 +43,23 @@ TEST(Diagnostics, TellCodeRangeAndFixes) {
   EXPECT_EQ(range(1, 20, 24), list[0]["range"]);
   EXPECT_EQ(7139, list[0]["data"]["number"]);
   EXPECT_FALSE(list[0]["data"]["fixes"].empty());
+}
+
+TEST(Diagnostics, AreThoseOfTheCommandLine) {
+  for (const std::string text :
+       {"PRO=HASH, DSTFLD=X, AGLO=SHA256", "PRO=EML, MTD=HASH, DOM=x", "PRO=CCN DSTFLD=X",
+        "PRO=HASH, SEED=\"s3cr3t\" s3cr3t, DSTFLD=X", "PRO=XYZ; PASS=s3cr3t", "PRO=CCN, CP=\"x"}) {
+    const tavo::cli::StatementText statement(text, std::nullopt);
+    const auto findings = tavo::cli::find_findings(statement, statement.parse(), false);
+    const Json list = diagnostics(text);
+    ASSERT_EQ(findings.size(), list.size()) << text;
+    for (size_t i = 0; i < findings.size(); ++i) {
+      const bool error = findings[i].severity == tavo::cli::Severity::kError;
+      EXPECT_EQ(findings[i].rule, list[i]["code"]) << text;
+      EXPECT_EQ(tavo::to_utf8(findings[i].message), list[i]["message"]) << text;
+      EXPECT_EQ(error ? 1 : 2, list[i]["severity"]) << text;
+    }
+  }
 }
 
 TEST(Diagnostics, CountInTheEncodingOfTheClient) {
@@ -157,6 +175,22 @@ TEST(Fixes, AllThatAreSafeAtOnce) {
       actions("PRO=HASH, DSTFLD=X, AGLO=SHA256", {"source.fixAll"}, range(0, 0, 0)).empty());
 }
 
+TEST(Fixes, AllAtOnceAreThoseThatTheCommandLineApplies) {
+  for (const std::string text :
+       {"PRO=HASH DSTFLD=X", "PRO=HASH, DSTFLD=Y; ALGO=SHA256", "PRO=HASH,, DSTFLD=X,",
+        "PRO=HASH, AGLO=SHA256, DSTFLD=X DSTFLD=Y", "PRO=CCN, FLDDEF1=(NAME=X",
+        "pro=eml; dom=x; mtd", "PRO=HASH, SRC=\"a, DSTFLD=X", "PRO=HASH; DSTFLD=\U0001F600"}) {
+    const tavo::cli::StatementText statement(text, std::nullopt);
+    const auto findings = tavo::cli::find_findings(statement, statement.parse(), false);
+    const std::string wanted =
+        tavo::cli::with_edits(text, tavo::cli::edits_of(findings, tavo::cli::FixWhat::kSafe, 1));
+    const Json list = actions(text, {"source.fixAll"}, range(0, 0, 0));
+    EXPECT_EQ(wanted != text, !list.empty()) << text;
+    if (list.empty()) continue;
+    EXPECT_EQ(wanted, edited(text, list[0]["edit"]["changes"][kUri]));
+  }
+}
+
 TEST(Rewrites, SpellKeywordsAndLayOutOptions) {
   const std::string text = "PRO=HASH, DSTFLD=X, ALGO=SHA256\n";
   const Json list = actions(text, {"refactor"}, range(0, 0, 0));
@@ -165,6 +199,11 @@ TEST(Rewrites, SpellKeywordsAndLayOutOptions) {
   EXPECT_EQ("PRO=HASH,\n  DSTFLD=X,\n  ALGO=SHA256\n",
             applied(text, list, "Write one option a line"));
   for (const Json& action : list) EXPECT_NE("Write keywords short", action["title"]);
+  const std::string around = "PRO=HASH,\r\n# inner\r\n  DSTFLD=X, ALGO=SHA256\r\n";
+  EXPECT_EQ(
+      "PRO=HASH,\r\n# inner\r\n  DSTFLD=X,\r\n  ALGO=SHA256\r\n",
+      applied(around, actions(around, {"refactor"}, range(0, 0, 0)), "Write one option a line"))
+      << "comment lines and line ends stay";
   EXPECT_TRUE(actions(text, {"quickfix"}, range(0, 0, 0)).empty());
   EXPECT_TRUE(actions("PRO=HASH", {"refactor"}, range(0, 0, 0)).empty()) << "not accepted";
 }

@@ -26,38 +26,42 @@ const char* const kTexts[] = {
     "PASS=s3cr3tV4lue",
 };
 
+// Everything that can be asked about a document, at each `step`-th character of its first line.
+std::vector<Json> questions(const std::string& text, size_t step) {
+  std::vector<Json> messages = {
+      request(1, "initialize", {{"capabilities", all_capabilities()}, {"trace", "verbose"}}),
+      notification("textDocument/didOpen",
+                   {{"textDocument",
+                     {{"uri", kUri}, {"languageId", "tavo"}, {"version", 1}, {"text", text}}}}),
+      notification("textDocument/didChange", {{"textDocument", {{"uri", kUri}, {"version", text}}},
+                                              {"contentChanges", Json::array()}})};
+  int id = 1;
+  const Json document = {{"uri", kUri}};
+  for (size_t at = 0; at <= text.size(); at += step) {
+    const Json params = {{"textDocument", document},
+                         {"position", {{"line", 0}, {"character", at}}}};
+    for (const char* method : {"hover", "completion", "signatureHelp", "documentHighlight"}) {
+      messages.push_back(request(++id, std::string("textDocument/") + method, params));
+    }
+  }
+  for (const char* method :
+       {"documentSymbol", "foldingRange", "semanticTokens/full", "diagnostic"}) {
+    messages.push_back(
+        request(++id, std::string("textDocument/") + method, {{"textDocument", document}}));
+  }
+  const Json whole = {{"start", {{"line", 0}, {"character", 0}}},
+                      {"end", {{"line", 9}, {"character", 0}}}};
+  messages.push_back(request(++id, "textDocument/codeAction",
+                             {{"textDocument", document},
+                              {"range", whole},
+                              {"context", {{"only", {"quickfix", "source.fixAll"}}}}}));
+  messages.push_back(request(++id, text, {{"textDocument", text}}));
+  return messages;
+}
+
 TEST(Secrets, AreInNoAnswerNotificationOrTrace) {
   for (const std::string text : kTexts) {
-    std::vector<Json> messages = {
-        request(1, "initialize", {{"capabilities", all_capabilities()}, {"trace", "verbose"}}),
-        notification("textDocument/didOpen",
-                     {{"textDocument",
-                       {{"uri", kUri}, {"languageId", "tavo"}, {"version", 1}, {"text", text}}}}),
-        notification("textDocument/didChange",
-                     {{"textDocument", {{"uri", kUri}, {"version", kSecret}}},
-                      {"contentChanges", Json::array()}})};
-    int id = 1;
-    const Json document = {{"uri", kUri}};
-    const Json whole = {{"start", {{"line", 0}, {"character", 0}}},
-                        {"end", {{"line", 9}, {"character", 0}}}};
-    for (size_t at = 0; at <= text.size(); ++at) {
-      const Json params = {{"textDocument", document},
-                           {"position", {{"line", 0}, {"character", at}}}};
-      for (const char* method : {"hover", "completion", "signatureHelp", "documentHighlight"}) {
-        messages.push_back(request(++id, std::string("textDocument/") + method, params));
-      }
-    }
-    for (const char* method :
-         {"documentSymbol", "foldingRange", "semanticTokens/full", "diagnostic"}) {
-      messages.push_back(
-          request(++id, std::string("textDocument/") + method, {{"textDocument", document}}));
-    }
-    messages.push_back(request(++id, "textDocument/codeAction",
-                               {{"textDocument", document},
-                                {"range", whole},
-                                {"context", {{"only", {"quickfix", "source.fixAll"}}}}}));
-    messages.push_back(request(++id, kSecret, {{"textDocument", kSecret}}));
-    for (const Json& message : talk(messages).sent) {
+    for (const Json& message : talk(questions(text, 1)).sent) {
       EXPECT_EQ(std::string::npos, message.dump().find(kSecret)) << text << "\n" << message.dump(1);
     }
   }

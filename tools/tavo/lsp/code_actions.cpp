@@ -3,6 +3,7 @@
 
 #include "lsp/features.h"
 #include "reading/format_text.h"
+#include "statement/fixing.h"
 
 namespace tavo::cli::lsp {
 namespace {
@@ -49,22 +50,22 @@ class Actions {
     actions_.push_back(std::move(action));
   }
 
-  Json edits_of(const Piece& piece, const Problem::Fix& fix) const {
+  Json edits_of(const Piece& piece, const FoundFix& fix) const {
     Json edits = Json::array();
-    for (const Problem::Edit& edit : fix.edits) {
-      edits.push_back(text_edit(place_in(session_, piece, edit.place), to_utf8(edit.replacement)));
+    for (const FoundEdit& edit : fix.edits) {
+      edits.push_back(text_edit(place_in(session_, piece, edit.place.range), to_utf8(edit.text)));
     }
     return edits;
   }
 
   // The client's own copy of a diagnostic, so that it knows which one a fix is for.
-  const Json* clients_copy(const PositionRange& range, const Problem& problem) const {
+  const Json* clients_copy(const PositionRange& range, const Finding& finding) const {
     const Json* diagnostics = find_member(params_, {"context", "diagnostics"});
     if (diagnostics == nullptr || !diagnostics->is_array()) return nullptr;
     for (const Json& each : *diagnostics) {
       const Json* code = find_member(each, {"code"});
       const Json* place = find_member(each, {"range"});
-      if (code != nullptr && place != nullptr && *code == problem.rule &&
+      if (code != nullptr && place != nullptr && *code == finding.rule &&
           *place == to_json(range)) {
         return &each;
       }
@@ -73,44 +74,31 @@ class Actions {
   }
 
   void add_fixes(const Piece& piece) {
-    for (const Problem& problem : piece.view->problems()) {
-      const PositionRange place = place_in(session_, piece, problem.place);
+    for (const Finding& finding : piece.view->findings()) {
+      const PositionRange place = place_in(session_, piece, finding.place.range);
       if (place.end < range_.start || range_.end < place.start) continue;
-      const Json* diagnostic = clients_copy(place, problem);
+      const Json* diagnostic = clients_copy(place, finding);
       bool first = true;
-      for (const Problem::Fix& fix : problem.fixes) {
-        add(fix.title, "quickfix", edits_of(piece, fix), diagnostic, first && fix.safe);
+      for (const FoundFix& fix : finding.fixes) {
+        add(fix.title, "quickfix", edits_of(piece, fix), diagnostic,
+            first && fix.safe && !fix.placeholder);
         first = false;
       }
     }
   }
 
-  // Every safe fix of the document that does not meet one that was taken before it.
+  // What `tavo check --fix` applies.
   void add_all_fixes() {
     Json edits = Json::array();
     for (const Piece& piece : document_.pieces()) {
-      if (!piece.has_problems) continue;
-      std::vector<Range> taken;
-      for (const Problem& problem : piece.view->problems()) {
-        const auto safe = std::find_if(problem.fixes.begin(), problem.fixes.end(),
-                                       [](const Problem::Fix& fix) { return fix.safe; });
-        if (safe == problem.fixes.end() || !take(*safe, taken)) continue;
-        for (Json& edit : edits_of(piece, *safe)) edits.push_back(std::move(edit));
+      if (!piece.has_findings) continue;
+      for (const FoundFix* fix : chosen_fixes(piece.view->findings(), FixWhat::kSafe)) {
+        for (Json& edit : edits_of(piece, *fix)) edits.push_back(std::move(edit));
       }
     }
     if (edits.empty()) return;
     add("Fix everything that is safe to fix", "source.fixAll.tavo", std::move(edits), nullptr,
         false);
-  }
-
-  static bool take(const Problem::Fix& fix, std::vector<Range>& taken) {
-    for (const Problem::Edit& edit : fix.edits) {
-      for (const Range& range : taken) {
-        if (edit.place.begin <= range.end && range.begin <= edit.place.end) return false;
-      }
-    }
-    for (const Problem::Edit& edit : fix.edits) taken.push_back(edit.place);
-    return true;
   }
 
   void add_layouts(const Piece& piece) {

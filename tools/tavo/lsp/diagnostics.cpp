@@ -3,22 +3,28 @@
 namespace tavo::cli::lsp {
 namespace {
 
+// As the protocol numbers them.
+int severity_of(const Finding& finding) {
+  return finding.severity == Severity::kError ? 1 : 2;
+}
+
 Json diagnostic_of(const Session& session, const std::string& uri, const Piece& piece,
-                   const Problem& problem) {
+                   const Finding& finding) {
   Json fixes = Json::array();
-  for (const Problem::Fix& fix : problem.fixes) {
-    fixes.push_back({{"title", fix.title}, {"safe", fix.safe}});
+  for (const FoundFix& fix : finding.fixes) {
+    fixes.push_back({{"title", fix.title}, {"safe", fix.safe && !fix.placeholder}});
   }
-  Json diagnostic = {{"range", to_json(place_in(session, piece, problem.place))},
-                     {"severity", static_cast<int>(problem.severity)},
-                     {"code", problem.rule},
+  Json diagnostic = {{"range", to_json(place_in(session, piece, finding.place.range))},
+                     {"severity", severity_of(finding)},
+                     {"code", finding.rule},
                      {"source", "tavo"},
-                     {"message", problem.message},
-                     {"data", {{"number", problem.number}, {"fixes", std::move(fixes)}}}};
-  if (!session.client.related_information || problem.related.empty()) return diagnostic;
-  for (const Problem::Related& related : problem.related) {
+                     {"message", to_utf8(finding.message)},
+                     {"data", {{"number", finding.number}, {"fixes", std::move(fixes)}}}};
+  if (!session.client.related_information || finding.related.empty()) return diagnostic;
+  for (const RelatedPlace& related : finding.related) {
     diagnostic["relatedInformation"].push_back(
-        {{"location", {{"uri", uri}, {"range", to_json(place_in(session, piece, related.place))}}},
+        {{"location",
+          {{"uri", uri}, {"range", to_json(place_in(session, piece, related.place.range))}}},
          {"message", related.message}});
   }
   return diagnostic;
@@ -29,9 +35,9 @@ Json diagnostic_of(const Session& session, const std::string& uri, const Piece& 
 Json diagnostics_of(Session& session, const std::string& uri, const Document& document) {
   Json diagnostics = Json::array();
   for (const Piece& piece : document.pieces()) {
-    if (!piece.has_problems) continue;
-    for (const Problem& problem : piece.view->problems()) {
-      diagnostics.push_back(diagnostic_of(session, uri, piece, problem));
+    if (!piece.has_findings) continue;
+    for (const Finding& finding : piece.view->findings()) {
+      diagnostics.push_back(diagnostic_of(session, uri, piece, finding));
     }
   }
   return diagnostics;

@@ -172,8 +172,8 @@ void Document::read_statements(size_t first_piece, uint32_t from_line, uint32_t 
     auto view = std::make_shared<const StatementView>(std::move(read), line == 0 && has_mark);
     ++statements_read_;
     const uint32_t past = line + view->lines();
-    const bool has_problems = !view->problems().empty();
-    fresh.push_back({line, view->lines(), looked_past, has_problems, std::move(view)});
+    const bool has_findings = !view->findings().empty();
+    fresh.push_back({line, view->lines(), looked_past, has_findings, std::move(view)});
     read = FileStatement();
     reader.goes_on_at(past);
   }

@@ -26,7 +26,7 @@ struct Piece {
   uint32_t first_line = 0;
   uint32_t lines = 0;
   uint32_t looked_past = 0;   // the reader looked at lines up to here to find where it ends
-  bool has_problems = false;  // so that a statement without any is not looked at
+  bool has_findings = false;  // so that a statement without any is not looked at
   std::shared_ptr<const StatementView> view;
 
   uint32_t past_line() const {

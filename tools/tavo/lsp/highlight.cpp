@@ -62,13 +62,15 @@ class Highlighter {
     const auto meets = [&](const Range& range) {
       return range.begin < size_t{token.offset} + token.length && token.offset < range.end;
     };
-    for (const Problem& problem : view_.problems()) {
-      const bool about =
-          meets(problem.place) || std::any_of(problem.related.begin(), problem.related.end(),
-                                              [&](const auto& each) { return meets(each.place); });
-      if (!about || problem.related.empty()) continue;
-      if (problem.place.end > problem.place.begin) add(problem.place);
-      for (const Problem::Related& related : problem.related) add(related.place);
+    for (const Finding& finding : view_.findings()) {
+      const Range& range = finding.place.range;
+      const bool about = meets(range) || std::any_of(finding.related.begin(), finding.related.end(),
+                                                     [&](const RelatedPlace& each) {
+                                                       return meets(each.place.range);
+                                                     });
+      if (!about || finding.related.empty()) continue;
+      if (range.end > range.begin) add(range);
+      for (const RelatedPlace& related : finding.related) add(related.place.range);
     }
   }
 

@@ -17,7 +17,7 @@ StatementView::StatementView(FileStatement read, bool has_mark)
     : read_(std::move(read)),
       text_(read_.bytes, std::nullopt),
       outline_(outline_of(text_)),
-      problems_(find_problems(text_)),
+      findings_(find_findings(text_, text_.parse(), false)),
       has_mark_(has_mark) {
   find_lines();
 }

@@ -9,8 +9,8 @@
 
 #include "lsp/outline.h"
 #include "lsp/position.h"
-#include "lsp/problems.h"
 #include "reading/statement_reader.h"
+#include "statement/findings.h"
 #include "statement/statement_text.h"
 
 namespace tavo::cli::lsp {
@@ -26,8 +26,9 @@ class StatementView {
   const Outline& outline() const {
     return outline_;
   }
-  const std::vector<Problem>& problems() const {
-    return problems_;
+  // Those of `tavo check`, secrets masked.
+  const std::vector<Finding>& findings() const {
+    return findings_;
   }
   // As it is in the document: comment lines between the lines of the statement, and the line ends.
   const FileStatement& read() const {
@@ -67,7 +68,7 @@ class StatementView {
   FileStatement read_;
   StatementText text_;
   Outline outline_;
-  std::vector<Problem> problems_;
+  std::vector<Finding> findings_;
   std::vector<LineStart> starts_;
   uint32_t lines_ = 0;
   bool has_mark_;

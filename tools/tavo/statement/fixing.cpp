@@ -16,7 +16,7 @@ auto end_of(const FileEdit& edit) {
 const FoundFix* choose(const Finding& finding, FixWhat what) {
   if (finding.severity != Severity::kError) return nullptr;
   for (const FoundFix& fix : finding.fixes) {
-    if (fix.safe && what != FixWhat::kNothing) return &fix;
+    if (fix.safe && !fix.placeholder && what != FixWhat::kNothing) return &fix;
   }
   for (const FoundFix& fix : finding.fixes) {
     if (!fix.placeholder && what == FixWhat::kSuggested) return &fix;
@@ -56,25 +56,35 @@ class Cursor {
 
 }  // namespace
 
-std::vector<FileEdit> edits_of(const std::vector<Finding>& findings, FixWhat what,
-                               size_t first_line) {
-  std::vector<FileEdit> edits;
+std::vector<const FoundFix*> chosen_fixes(const std::vector<Finding>& findings, FixWhat what) {
+  std::vector<const FoundFix*> chosen;
+  std::vector<Range> taken;
   for (const Finding& finding : findings) {
     const FoundFix* fix = choose(finding, what);
     if (fix == nullptr) continue;
-    std::vector<FileEdit> own;
-    for (const FoundEdit& edit : fix->edits) {
-      const Place& place = edit.place;
-      own.push_back({first_line + place.line - 1, place.column, first_line + place.end_line - 1,
-                     place.end_column, to_utf8(edit.text)});
-    }
     // All edits of a fix or none.
-    const bool overlaps = std::any_of(own.begin(), own.end(), [&](const FileEdit& edit) {
-      return std::any_of(edits.begin(), edits.end(), [&](const FileEdit& other) {
-        return begin_of(edit) < end_of(other) && begin_of(other) < end_of(edit);
+    const bool overlaps = std::any_of(fix->edits.begin(), fix->edits.end(), [&](const auto& edit) {
+      const Range& range = edit.place.range;
+      return std::any_of(taken.begin(), taken.end(), [&](const Range& other) {
+        return range.begin < other.end && other.begin < range.end;
       });
     });
-    if (!overlaps) edits.insert(edits.end(), own.begin(), own.end());
+    if (overlaps) continue;
+    for (const FoundEdit& edit : fix->edits) taken.push_back(edit.place.range);
+    chosen.push_back(fix);
+  }
+  return chosen;
+}
+
+std::vector<FileEdit> edits_of(const std::vector<Finding>& findings, FixWhat what,
+                               size_t first_line) {
+  std::vector<FileEdit> edits;
+  for (const FoundFix* fix : chosen_fixes(findings, what)) {
+    for (const FoundEdit& edit : fix->edits) {
+      const Place& place = edit.place;
+      edits.push_back({first_line + place.line - 1, place.column, first_line + place.end_line - 1,
+                       place.end_column, to_utf8(edit.text)});
+    }
   }
   std::stable_sort(edits.begin(), edits.end(), [](const FileEdit& a, const FileEdit& b) {
     return std::tuple(begin_of(a), end_of(a)) < std::tuple(begin_of(b), end_of(b));

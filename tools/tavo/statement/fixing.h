@@ -23,6 +23,10 @@ struct FileEdit {
   std::string text;
 };
 
+// The fixes to apply: one of each finding that is an error. Of fixes that overlap the first; never
+// a placeholder.
+std::vector<const FoundFix*> chosen_fixes(const std::vector<Finding>& findings, FixWhat what);
+
 // Those of one fix a finding, errors only; of overlapping ones the first. Never a placeholder.
 // first_line: of the statement in its file.
 std::vector<FileEdit> edits_of(const std::vector<Finding>& findings, FixWhat what,
