@@ -1,8 +1,10 @@
 // The message stream of the language server. The first byte chooses what the rest is: bytes as they
-// would arrive, or lines, each the content of a message, after an initialize request and an open
-// document. The server ends by itself, every frame that it sends is whole, and every message is
-// JSON.
+// would arrive; lines, each the content of a message, after an initialize request or without one;
+// or the text of a document and, after a separator, what is asked and edited there. The server ends
+// by itself, every frame that it sends is whole, and every message is JSON. Each request of the
+// last form is well formed, so that it gets a result.
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -19,6 +21,7 @@ using tavo::cli::lsp::FrameReader;
 using tavo::cli::lsp::Json;
 
 constexpr size_t kLongest = 1 << 13;
+constexpr char kSeparator = '\x1E';
 
 const char* const kInitialize =
     R"({"jsonrpc":"2.0","id":1,"method":"initialize","params":{"capabilities":{"textDocument":{)"
@@ -35,7 +38,77 @@ std::string as_frames(std::string_view lines, bool initialized) {
   return bytes;
 }
 
-void serve(const std::string& bytes, size_t step) {
+// ---- a document and what is done with it --------------------------------------------------------
+
+constexpr std::array kMethods = {
+    "completion",           "hover",        "signatureHelp",   "documentHighlight",
+    "onTypeFormatting",     "formatting",   "rangeFormatting", "codeAction",
+    "documentSymbol",       "foldingRange", "selectionRange",  "semanticTokens/full",
+    "semanticTokens/range", "diagnostic"};
+
+// What is not UTF-8 is replaced.
+std::string message(Json content) {
+  content["jsonrpc"] = "2.0";
+  return framed(content.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+// A byte of a step; 0 behind its end.
+uint32_t byte_at(std::string_view step, size_t index) {
+  return index < step.size() ? static_cast<unsigned char>(step[index]) : 0;
+}
+
+// A method or a change, a range of two lines and two characters, and for a change its text.
+std::string do_step(std::string_view step, int id) {
+  const Json document = {{"uri", "file:///m"}, {"version", id}};
+  const auto place = [&](size_t from) {
+    return Json{{"line", byte_at(step, from)}, {"character", byte_at(step, from + 1)}};
+  };
+  Json start = place(1), end = place(3);
+  const auto order = [](const Json& at) {
+    return std::pair(at["line"].get<int>(), at["character"].get<int>());
+  };
+  if (order(end) < order(start)) std::swap(start, end);
+  const Json range = {{"start", start}, {"end", end}};
+  const size_t method = byte_at(step, 0) % (kMethods.size() + 2);
+  if (method >= kMethods.size()) {
+    const Json change = {{"range", range}, {"text", step.size() > 5 ? step.substr(5) : ""}};
+    return message({{"method", "textDocument/didChange"},
+                    {"params", {{"textDocument", document}, {"contentChanges", {change}}}}});
+  }
+  return message({{"id", id},
+                  {"method", std::string("textDocument/") + kMethods[method]},
+                  {"params",
+                   {{"textDocument", document},
+                    {"position", start},
+                    {"positions", {start, end}},
+                    {"range", range},
+                    {"ch", "\n"},
+                    {"options", Json::object()},
+                    {"context", {{"diagnostics", Json::array()}}}}}});
+}
+
+std::string as_conversation(std::string_view script, size_t encoding) {
+  constexpr std::array kEncodings = {"utf-8", "utf-16", "utf-32", "utf-16"};
+  Json initialize = Json::parse(kInitialize);
+  initialize["params"]["capabilities"]["general"]["positionEncodings"] = {kEncodings[encoding]};
+  std::string bytes = message(std::move(initialize));
+  for (int id = 1; !script.empty() || id == 1; ++id) {
+    const size_t end = std::min(script.find(kSeparator), script.size());
+    const std::string_view step = script.substr(0, end);
+    script.remove_prefix(std::min(end + 1, script.size()));
+    if (id > 1) {
+      bytes += do_step(step, id);
+      continue;
+    }
+    const Json item = {
+        {"uri", "file:///m"}, {"languageId", "tavo"}, {"version", 1}, {"text", step}};
+    bytes += message({{"method", "textDocument/didOpen"}, {"params", {{"textDocument", item}}}});
+  }
+  return bytes;
+}
+
+// wants_results: no request is refused.
+void serve(const std::string& bytes, size_t step, bool wants_results) {
   size_t at = 0;
   FrameReader sent;
   const auto read = [&](char* buffer, size_t size) {
@@ -49,7 +122,9 @@ void serve(const std::string& bytes, size_t step) {
     sent.feed(frame);
     std::string content;
     TAVO_REQUIRE(sent.next(content) == FrameReader::Result::kMessage);
-    TAVO_REQUIRE(!Json::parse(content, nullptr, false).is_discarded());
+    const Json message = Json::parse(content, nullptr, false);
+    TAVO_REQUIRE(!message.is_discarded());
+    TAVO_REQUIRE(!wants_results || message.contains("result") || message.contains("method"));
     TAVO_REQUIRE(sent.waiting() == 0);
     return true;
   };
@@ -64,9 +139,11 @@ void run_lsp(const uint8_t* data, size_t size) {
   const std::string_view rest(reinterpret_cast<const char*>(data) + 1, size - 1);
   const size_t step = size_t{1} << (data[0] & 0xFu);
   if ((data[0] & 0x10u) != 0) {
-    serve(std::string(rest), step);
+    serve(std::string(rest), step, false);
+  } else if ((data[0] & 0x40u) != 0) {
+    serve(as_conversation(rest, data[0] & 0x3u), size_t{1} << 12, true);
   } else {
-    serve(as_frames(rest, (data[0] & 0x20u) != 0), step);
+    serve(as_frames(rest, (data[0] & 0x20u) != 0), step, false);
   }
   switch_tracing_off();
 }

@@ -39,8 +39,15 @@ for name in $targets; do
   kept=fuzz/corpus/$name
   grown=$build/grown/$name
   mkdir -p "$kept" "$grown" "$build/seeds/$name"
-  options="-dict=$build/dictionary -artifact_prefix=$found/$name- -print_final_stats=1 -timeout=10
-    -max_len=${TAVO_FUZZ_LENGTH:-600}"
+  dictionary=$build/dictionary
+  length=${TAVO_FUZZ_LENGTH:-600}
+  if [ "$name" = lsp ]; then  # messages are longer and have words of their own
+    dictionary=$build/dictionary-lsp
+    cat "$build/dictionary" fuzz/lsp.dict >"$dictionary"
+    length=${TAVO_FUZZ_LENGTH:-4000}
+  fi
+  options="-dict=$dictionary -artifact_prefix=$found/$name- -print_final_stats=1 -timeout=10
+    -max_len=$length"
   echo "== $name: growing for $seconds s"
   # shellcheck disable=SC2086
   "$build/bin/fuzz_$name" $options -max_total_time="$seconds" "$grown" "$kept" \
@@ -55,7 +62,7 @@ for name in $targets; do
   echo "== $name: minimising"
   rm -rf "$build/minimised/$name"
   mkdir -p "$build/minimised/$name"
-  "$build/bin/fuzz_$name" -merge=1 -use_counters=0 -max_len="${TAVO_FUZZ_LENGTH:-600}" "$build/minimised/$name" \
+  "$build/bin/fuzz_$name" -merge=1 -use_counters=0 -max_len="$length" "$build/minimised/$name" \
     "$kept" "$grown" "$build/seeds/$name" >"$build/$name-merge.log" 2>&1
   rm -rf "$kept"
   cp -R "$build/minimised/$name" "$kept"

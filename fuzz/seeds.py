@@ -41,6 +41,19 @@ def write(folder: pathlib.Path, content: bytes) -> None:
     (folder / hashlib.sha1(content).hexdigest()[:16]).write_bytes(content)
 
 
+def conversation(text: str, count: int) -> bytes:
+    """A document, three edits in it, and three questions to the language server after each."""
+    steps = [text.replace(", ", ",\n  ") if count % 3 == 0 else text]
+    for edit in range(3):
+        at = (count * 7 + edit * 11) % max(len(text), 1)
+        insert = ("", ",", "\n", "PRO=", "\"", "# c\n")[(count + edit) % 6]
+        steps.append("".join(map(chr, (14, 0, at % 128, 0, at % 128 + edit))) + insert)
+        for ask in range(3):
+            method = (count + edit * 3 + ask) % 14
+            steps.append("".join(map(chr, (method, 0, at % 128 + ask % 2, 1, 0))))
+    return bytes([0x40 + count % 4]) + "\x1e".join(steps).encode("utf-8", errors="replace")
+
+
 def main() -> int:
     if len(sys.argv) != 3:
         print(__doc__, file=sys.stderr)
@@ -59,6 +72,7 @@ def main() -> int:
                 write(out / "statement", content)
                 write(out / "diagnose", content)
                 write(out / "format", content)
+                write(out / "lsp", conversation(text, count))
             # A wide request with an array of 15 entries of 64 and 128 bytes, or for 8-bit text.
             write(out / "request", bytes([0, count % 3, 0, 0, 0, 0, 0xFF, 0xF1, 64, 128, 0]) + content)
             # A letter selects the function, two bytes are its numbers.
