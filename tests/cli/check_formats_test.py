@@ -53,7 +53,9 @@ with tempfile.TemporaryDirectory() as folder:
            ("unknown-option", True, 22, 3), finding)
     expect("ALGO" in finding["expected"], finding["expected"])
     expect(report["summary"] == {"files": 1, "filesNotRead": 0, "statements": 5,
-                                 "wrongStatements": 3, "errors": 3, "warnings": 1},
+                                 "wrongStatements": 3, "errors": 3, "warnings": 1,
+                                 "hidden": {"byConfiguration": 0, "byIgnores": 0,
+                                            "byBaseline": 0}},
            report["summary"])
 
     run = json.loads(sarif.stdout)["runs"][0]
@@ -76,4 +78,4 @@ with tempfile.TemporaryDirectory() as folder:
         if form != "text":
             json.loads(clean.stdout)
     expect(check(path, path + ".none").returncode == 2, "a file that is not there")
-    expect(check(folder).returncode == 2, "a folder")
+    expect(check(folder).returncode == 2, "a folder without files of statements")

@@ -30,11 +30,12 @@ def bash_replies(*words):
     return done.stdout.split("\n")[:-1]
 
 
-verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "completion", "lsp", "help"]
+verbs = ["parse", "check", "tokens", "explain", "fmt", "list", "grep", "diff", "config", "completion", "lsp", "help"]
 common = ["--help", "--version", "--show-secrets", "--color"]
 expect(bash_replies("tavo", "") == verbs + common, bash_replies("tavo", ""))
 expect(bash_replies("tavo", "--co") == ["--color"], "an option before the verb")
-for verb, option, values in (("check", "--format", ["text", "json", "sarif"]),
+for verb, option, values in (("check", "--format", ["text", "json", "sarif", "github", "gitlab",
+                                                "junit", "checkstyle"]),
                              ("check", "--layout", ["auto", "lines", "paragraphs"]),
                              ("parse", "--format", ["table", "json", "tsv"]),
                              ("fmt", "--spelling", ["keep", "long", "short"]),

@@ -56,6 +56,7 @@ int parse_and_run(int argc, char** argv, Output& output) {
   add_list(app, output, &status);
   add_grep(app, output, &status);
   add_diff(app, output, &status);
+  add_config(app, output, &status);
   add_completion(app, output, &status);
   add_lsp(app, output, &status);
   add_help(app, output, &status);

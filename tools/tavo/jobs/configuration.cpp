@@ -11,6 +11,8 @@
 
 #include "jobs/key_table.h"
 #include "language/nearest.h"
+#include "language/rule_pages.h"
+#include "language/status_table.h"
 
 namespace tavo::cli {
 namespace {
@@ -159,12 +161,10 @@ class Reader {
         rule.message = text(node);
       } else if (name == "severity") {
         rule.level = choice(node, kLevels);
-      } else if (name == "when") {
-        rule.when = expression(node);
-      } else if (name == "require") {
-        rule.require = expression(node);
-      } else if (name == "forbid") {
-        rule.forbid = expression(node);
+      } else if (name == "when" || name == "require" || name == "forbid") {
+        (name == "when"     ? rule.when
+         : name == "forbid" ? rule.forbid
+                            : rule.require) = expression(node);
       } else {
         fail_unknown(key.source(), "the setting of a rule", name, kRuleSettings);
       }
@@ -174,6 +174,10 @@ class Reader {
     if (!named) fail(table.source(), "a rule needs a name of small letters, digits and -");
     if (!rule.require && !rule.forbid) {
       fail(table.source(), "a rule needs require or forbid, else it says nothing");
+    }
+    for (const char* part : {"when", "require", "forbid"}) {
+      const std::optional<std::string> said = table[part].value<std::string>();
+      if (said) rule.says += fmt::format("{}{} {}", rule.says.empty() ? "" : ", ", part, *said);
     }
     return rule;
   }
@@ -198,6 +202,13 @@ class Reader {
   Configuration configuration_;
 };
 
+// Below the current folder, paths are told from there.
+std::string shown_path(const std::string& path) {
+  std::error_code error;
+  const fs::path near = fs::path(path).lexically_proximate(fs::current_path(error));
+  return error || near.string().starts_with("..") ? path : near.string();
+}
+
 }  // namespace
 
 bool HouseRule::is_violated_by(const ParseResult& accepted) const {
@@ -213,6 +224,20 @@ RuleLevel Configuration::level_of(const std::string& rule, uint32_t number, Rule
   return own;
 }
 
+Choice Configuration::choice_of(const std::string& path, bool is_folder) const {
+  if (include.empty() && exclude.empty()) return Choice::kNothing;
+  const fs::path folder = fs::absolute(file).lexically_normal().parent_path();
+  const std::string relative =
+      fs::absolute(path).lexically_normal().lexically_relative(folder).generic_string();
+  const auto any_of = [&](const std::vector<std::string>& globs) {
+    return std::any_of(globs.begin(), globs.end(),
+                       [&](const std::string& glob) { return matches_path(relative, glob); });
+  };
+  if (any_of(exclude)) return Choice::kExclude;
+  if (is_folder || include.empty()) return Choice::kNothing;
+  return any_of(include) ? Choice::kInclude : Choice::kLeaveOut;
+}
+
 bool may_be_hidden(const std::string& rule, uint32_t number) {
   constexpr uint32_t kFirstOfRules = 7100;
   if (rule == "ignored-text" || rule == "sign-as-value" || rule == "second-statement") return false;
@@ -220,7 +245,17 @@ bool may_be_hidden(const std::string& rule, uint32_t number) {
     return number >= kFirstOfRules && number != TAVO_STATUS_SYNTAX_ERROR &&
            number != TAVO_STATUS_BAD_SEPARATOR && number != TAVO_STATUS_SYNTAX_ERROR_UNPLACED;
   }
-  return rule == "repeated-option" || rule.starts_with("house/");
+  return rule == "repeated-option" || rule == "unused-ignore" || rule.starts_with("house/");
+}
+
+const std::vector<std::string>& known_rules() {
+  static const std::vector<std::string> kKnown = [] {
+    std::vector<std::string> known;
+    for (const RulePage& page : rule_pages()) known.emplace_back(page.name);
+    for (const StatusInfo& status : status_table()) known.push_back(std::to_string(status.number));
+    return known;
+  }();
+  return kKnown;
 }
 
 Configuration read_configuration(const std::string& file, const std::string& text,
@@ -238,7 +273,7 @@ const Configuration& Configurations::of(const std::string& file) {
   if (!file_.empty()) return read(file_);
   std::error_code error;
   const fs::path place = fs::absolute(file == "-" ? fs::path("x") : fs::path(file), error);
-  return in_folder(place.parent_path().string());
+  return in_folder(place.lexically_normal().parent_path().string());
 }
 
 const Configuration& Configurations::in_folder(const std::string& folder) {
@@ -266,7 +301,8 @@ const Configuration& Configurations::read(const std::string& path) {
     std::ostringstream text;
     text << input.rdbuf();
     if (!input || text.bad()) throw ConfigurationError(fmt::format("{}: cannot be read", path));
-    place = std::make_unique<Configuration>(read_configuration(path, text.str(), known_rules_));
+    place = std::make_unique<Configuration>(
+        read_configuration(shown_path(path), text.str(), known_rules_));
   }
   return *place;
 }

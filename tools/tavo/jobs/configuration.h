@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "jobs/expression.h"
+#include "jobs/file_list.h"
 #include "reading/statement_reader.h"
 
 namespace tavo::cli {
@@ -29,6 +30,7 @@ struct HouseRule {
   std::optional<Expression> require;
   std::optional<Expression> forbid;
   std::string message;
+  std::string says;  // "when PRO=HASH, require SEED"
   RuleLevel level = RuleLevel::kError;
   size_t line = 0;  // in the configuration
 
@@ -49,11 +51,16 @@ struct Configuration {
 
   // The level of a finding by its rule name or number; its own level when none is configured.
   RuleLevel level_of(const std::string& rule, uint32_t number, RuleLevel own) const;
+  // What include and exclude say of a path; their globs are told from the configuration's folder.
+  Choice choice_of(const std::string& path, bool is_folder) const;
 };
 
 // Whether a rule may be lowered or ignored. Errors that end the reading of a statement may not:
 // unread text is never hidden.
 bool may_be_hidden(const std::string& rule, uint32_t number);
+
+// What a severity or an ignore may name: the rules and the error numbers.
+const std::vector<std::string>& known_rules();
 
 // Reads a configuration. known_rules: rule names and error numbers that [severity] may name.
 // Throws ConfigurationError.

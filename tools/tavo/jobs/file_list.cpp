@@ -126,9 +126,16 @@ class Lister {
                        [&](const std::string& glob) { return matches_path(path, glob); });
   }
 
-  bool is_included(const std::string& path) const {
+  bool is_included(const std::string& path, Choice configured) const {
     static const std::vector<std::string> kDefault = {"*.tavo", "*.masks"};
+    if (selection_.include.empty() && configured != Choice::kNothing) {
+      return configured == Choice::kInclude;
+    }
     return any_of(selection_.include.empty() ? kDefault : selection_.include, path);
+  }
+  Choice configured(const fs::path& path, bool is_folder) const {
+    return selection_.configured ? selection_.configured(path.string(), is_folder)
+                                 : Choice::kNothing;
   }
 
   void walk(const std::string& folder, const std::string& below) {
@@ -144,11 +151,13 @@ class Lister {
       const std::string name = entry.path().filename().string();
       const std::string path = below.empty() ? name : below + "/" + name;
       if (name == ".git" || any_of(selection_.exclude, path)) continue;
-      const bool link = entry.is_symlink(error);
-      if (!link && entry.is_directory(error)) {
+      const bool is_folder = !entry.is_symlink(error) && entry.is_directory(error);
+      if (!is_folder && !entry.is_regular_file(error)) continue;
+      const Choice choice = configured(entry.path(), is_folder);
+      if (choice == Choice::kExclude) continue;
+      if (is_folder) {
         walk(entry.path().string(), path);
-      } else if (entry.is_regular_file(error) && is_included(path) &&
-                 is_wanted_by_git(entry.path(), true)) {
+      } else if (is_included(path, choice) && is_wanted_by_git(entry.path(), true)) {
         visit_(entry.path().string());
       }
     }

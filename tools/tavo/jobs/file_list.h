@@ -8,11 +8,17 @@
 
 namespace tavo::cli {
 
+// What a configuration says of a file or folder.
+enum class Choice { kNothing, kInclude, kLeaveOut, kExclude };
+
 struct FileSelection {
   std::vector<std::string> include = {};  // globs of files in folders; empty: *.tavo and *.masks
   std::vector<std::string> exclude = {};  // globs of files and folders to leave out
   bool git_ignore = false;                // leave out what git ignores
   std::string changed_since = {};  // only files that differ from this revision, new ones included
+  // Asked for files and folders in folders; kLeaveOut and kInclude do not count when `include` is
+  // given. May be empty.
+  std::function<Choice(const std::string& path, bool is_folder)> configured = {};
 };
 
 // A selection that cannot be made: what() says why.

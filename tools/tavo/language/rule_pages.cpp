@@ -124,6 +124,21 @@ constexpr RulePage kPages[] = {
      "",
      "",
      "It is no text of the encoding, or there was no memory."},
+    {"bad-ignore",
+     "A comment line `# tavo: ignore` cannot be used.",
+     "",
+     "",
+     "It names the rules or error numbers that it hides of the next statement, and may give a reason: `# tavo: ignore 7118 -- agreed with the owner`. A rule that can mean that text was not read is always told, and so is `bad-ignore`. `tavo.toml` can ask for a reason."},
+    {"unused-ignore",
+     "A comment line `# tavo: ignore` hides nothing.",
+     "",
+     "",
+     "The next statement has no such finding, or no statement follows. Remove the line. A warning."},
+    {"rules-not-applied",
+     "The house rules were not applied to a statement.",
+     "",
+     "",
+     "The library rejects the statement, and the finding that says so is hidden. A rejected statement has no options that a house rule could look at. A warning."},
 };
 // clang-format on
 

@@ -40,6 +40,10 @@ class StatementReader {
   // False at the end of the file, throws InputError where it cannot be read; `lead` then holds the
   // lines behind the last statement.
   bool next(FileStatement& statement);
+  // Of the statements so far, and of what follows the last one at the end.
+  size_t lines_read() const {
+    return line_;
+  }
 
  private:
   // The i-th line that is still to be read; null behind the last one.

@@ -67,9 +67,16 @@ class JsonReport : public CheckReport {
     list_.add(escape_json(json.dump()));
   }
   void end(const CheckTotals& totals) override {
-    const Json summary = {{"files", totals.files},           {"filesNotRead", totals.unreadable},
-                          {"statements", totals.statements}, {"wrongStatements", totals.wrong},
-                          {"errors", totals.errors},         {"warnings", totals.warnings}};
+    const Json summary = {{"files", totals.files},
+                          {"filesNotRead", totals.unreadable},
+                          {"statements", totals.statements},
+                          {"wrongStatements", totals.wrong},
+                          {"errors", totals.errors},
+                          {"warnings", totals.warnings},
+                          {"hidden",
+                           {{"byConfiguration", totals.hidden.by_configuration},
+                            {"byIgnores", totals.hidden.by_ignores},
+                            {"byBaseline", totals.hidden.by_baseline}}}};
     out_.write(fmt::format("\n], \"summary\": {}}}\n", summary.dump()));
   }
 

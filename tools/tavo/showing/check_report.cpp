@@ -40,6 +40,10 @@ class TextReport : public CheckReport {
     }
     if (totals.warnings != 0) told.push_back(counted(totals.warnings, "warning"));
     if (totals.unreadable != 0) told.push_back(counted(totals.unreadable, "file") + " not read");
+    if (totals.hidden.all() != 0) told.push_back(hidden_text(totals.hidden));
+    if (totals.gone != 0) {
+      told.push_back(counted(totals.gone, "finding") + " of the baseline gone");
+    }
     text += fmt::format("{}", fmt::join(told, ", "));
     output_.answer().write(text + "\n");
   }
@@ -51,6 +55,17 @@ class TextReport : public CheckReport {
 
 }  // namespace
 
+std::string hidden_text(const HiddenFindings& hidden) {
+  std::vector<std::string> by;
+  const auto add = [&](size_t count, std::string_view what) {
+    if (count != 0) by.push_back(fmt::format("{} by {}", count, what));
+  };
+  add(hidden.by_configuration, "the configuration");
+  add(hidden.by_ignores, "ignores");
+  add(hidden.by_baseline, "the baseline");
+  return fmt::format("{} hidden ({})", hidden.all(), fmt::join(by, ", "));
+}
+
 const char* severity_name(const Finding& finding) {
   return finding.severity == Severity::kWarning ? "warning" : "error";
 }
@@ -59,6 +74,7 @@ std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output
                                                bool verbose) {
   if (format == "json") return make_json_report(output.answer());
   if (format == "sarif") return make_sarif_report(output.answer());
+  if (format != "text") return make_pipeline_report(format, output.answer());
   return std::make_unique<TextReport>(output, verbose);
 }
 

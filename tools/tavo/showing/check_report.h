@@ -12,7 +12,18 @@ namespace tavo::cli {
 struct CheckedStatement {
   const std::string& file;
   size_t first_line;
-  const StatementText& text;
+  const StatementText& text;  // empty when the finding is about a line of comment
+};
+
+// Findings that are not told, by what hides them.
+struct HiddenFindings {
+  size_t by_configuration = 0;
+  size_t by_ignores = 0;
+  size_t by_baseline = 0;
+
+  size_t all() const {
+    return by_configuration + by_ignores + by_baseline;
+  }
 };
 
 struct CheckTotals {
@@ -22,6 +33,8 @@ struct CheckTotals {
   size_t wrong = 0;  // statements
   size_t errors = 0;
   size_t warnings = 0;
+  HiddenFindings hidden;
+  size_t gone = 0;  // findings of the baseline that are no more
 };
 
 class CheckReport {
@@ -29,15 +42,22 @@ class CheckReport {
   virtual ~CheckReport() = default;
   virtual void begin() {}
   virtual void add(const CheckedStatement& statement, const Finding& finding) = 0;
+  // A file that was not read, or not to its end.
+  virtual void add_unread(const std::string& /*file*/, const std::string& /*why*/) {}
   virtual void end(const CheckTotals& totals) = 0;
 };
 
-// format: text, json or sarif.
+// format: text, json, sarif, github, gitlab, junit or checkstyle.
 std::unique_ptr<CheckReport> make_check_report(const std::string& format, Output& output,
                                                bool verbose);
 
 std::unique_ptr<CheckReport> make_json_report(Stream& out);
 std::unique_ptr<CheckReport> make_sarif_report(Stream& out);
+// format: github, gitlab, junit or checkstyle; else null.
+std::unique_ptr<CheckReport> make_pipeline_report(const std::string& format, Stream& out);
+
+// "3 hidden (2 by the configuration, 1 by ignores)"
+std::string hidden_text(const HiddenFindings& hidden);
 
 const char* severity_name(const Finding& finding);
 

@@ -83,7 +83,11 @@ class SarifReport : public CheckReport {
   }
 
   void end(const CheckTotals& totals) override {
-    const Json invocation = {{"executionSuccessful", totals.unreadable == 0}};
+    const Json invocation = {{"executionSuccessful", totals.unreadable == 0},
+                             {"properties",
+                              {{"hiddenByConfiguration", totals.hidden.by_configuration},
+                               {"hiddenByIgnores", totals.hidden.by_ignores},
+                               {"hiddenByBaseline", totals.hidden.by_baseline}}}};
     out_.write(fmt::format("\n], \"invocations\": [{}]}}]}}\n", invocation.dump()));
   }
 

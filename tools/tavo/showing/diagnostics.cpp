@@ -105,7 +105,7 @@ class FindingText {
 
   std::string write() {
     write_headline();
-    write_source();
+    if (!statement_.text().empty()) write_source();
     if (how_.verbose && !finding_.recorded.empty() && finding_.recorded != finding_.message) {
       add_note("recorded", printable(finding_.recorded));
     }

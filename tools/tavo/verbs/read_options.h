@@ -19,9 +19,14 @@ namespace tavo::cli {
 inline const Choices<Layout> kLayouts = {
     {"auto", Layout::kAuto}, {"lines", Layout::kLines}, {"paragraphs", Layout::kParagraphs}};
 
-enum class CheckFormat { kText, kJson, kSarif };
-inline const Choices<CheckFormat> kCheckFormats = {
-    {"text", CheckFormat::kText}, {"json", CheckFormat::kJson}, {"sarif", CheckFormat::kSarif}};
+enum class CheckFormat { kText, kJson, kSarif, kGithub, kGitlab, kJunit, kCheckstyle };
+inline const Choices<CheckFormat> kCheckFormats = {{"text", CheckFormat::kText},
+                                                   {"json", CheckFormat::kJson},
+                                                   {"sarif", CheckFormat::kSarif},
+                                                   {"github", CheckFormat::kGithub},
+                                                   {"gitlab", CheckFormat::kGitlab},
+                                                   {"junit", CheckFormat::kJunit},
+                                                   {"checkstyle", CheckFormat::kCheckstyle}};
 
 using Spelling = StatementStyle::Spelling;
 inline const Choices<Spelling> kSpellings = {

@@ -1,21 +1,8 @@
 // tavo check: what is wrong with the statements of files.
-#include <fmt/format.h>
+#include <thread>
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
-#include <memory>
-#include <new>
-#include <utility>
-
-#include "reading/file_writer.h"
-#include "reading/statement_reader.h"
-#include "showing/change.h"
-#include "showing/check_report.h"
-#include "showing/encoding_finding.h"
-#include "statement/fixing.h"
-#include "terminal/progress.h"
-#include "terminal/terminal.h"
+#include "jobs/check_job.h"
+#include "verbs/job_options.h"
 #include "verbs/read_options.h"
 #include "verbs/verbs.h"
 
@@ -23,210 +10,99 @@ namespace tavo::cli {
 namespace {
 
 struct CheckOptions {
-  std::vector<std::string> files;
+  CheckJobOptions job;
   CheckFormat format = CheckFormat::kText;
   Layout layout = Layout::kAuto;
   ReadOptions reading;
-  bool strict = false;  // warnings fail
+  unsigned threads = 1;  // 0: as many as there are cores
   bool verbose = false;
-  bool first = false;    // of a statement only the error that is recorded
   std::string fix_name;  // safe, suggested, or empty
-  FixWhat fix = FixWhat::kNothing;
-  bool diff = false;  // show fixes instead of applying them
 };
 
-// Of all files, or 0 when one of them does not tell.
-size_t total_bytes(const std::vector<std::string>& files) {
-  size_t total = 0;
-  for (const std::string& file : files) {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(file, error);
-    if (error) return 0;
-    total += size;
+// Why options contradict each other; empty when they do not.
+std::string contradiction_of(const CheckOptions& options) {
+  const CheckJobOptions& job = options.job;
+  if (!job.baseline.empty() && !job.write_baseline.empty()) {
+    return "--baseline reads a baseline and --write-baseline makes a new one: give one of them";
   }
-  return total;
+  if (job.fix == FixWhat::kNothing) return "";
+  if (std::find(job.files.begin(), job.files.end(), "-") != job.files.end() && !job.diff) {
+    return "--fix writes files: standard input can only be shown with --diff";
+  }
+  return options.reading.code_page ? "--fix is for files in UTF-8" : "";
 }
 
-class Checker {
- public:
-  Checker(const CheckOptions& options, Output& output)
-      : options_(options),
-        output_(output),
-        report_(make_check_report(name_of(kCheckFormats, options.format), output, options.verbose)),
-        progress_(output, total_bytes(options.files)) {}
+int check(const CheckOptions& options, Output& output) {
+  const bool text = options.format == CheckFormat::kText;
+  if (!text) output.use_english();
+  const std::unique_ptr<CheckReport> report =
+      make_check_report(name_of(kCheckFormats, options.format), output, options.verbose);
+  CheckJob job(options.job, output, *report);
+  report->begin();
+  job.run();
+  if (!options.reading.quiet || !text) report->end(job.totals());
+  if (job.totals().unreadable != 0) return kCouldNotRun;
+  return job.fails() ? kViolations : kClean;
+}
 
-  int run() {
-    if (!can_fix()) return kCouldNotRun;
-    if (options_.format != CheckFormat::kText) output_.use_english();
-    report_->begin();
-    for (const std::string& file : options_.files) check_file(file);
-    progress_.hide();
-    if (!options_.reading.quiet || options_.format != CheckFormat::kText) report_->end(totals_);
-    if (totals_.unreadable != 0) return kCouldNotRun;
-    const bool fails = totals_.errors != 0 || (options_.strict && totals_.warnings != 0);
-    return fails ? kViolations : kClean;
+// What is wrong with the call and not with a file.
+int check_or_complain(const CheckOptions& options, Output& output) {
+  const std::string contradiction = contradiction_of(options);
+  try {
+    if (contradiction.empty()) return check(options, output);
+    output.complain("check: " + contradiction);
+  } catch (const BaselineError& error) {
+    output.complain(error.what());
+  } catch (const SelectionError& error) {
+    output.complain(error.what());
   }
+  return kCouldNotRun;
+}
 
- private:
-  bool can_fix() {
-    if (options_.fix == FixWhat::kNothing) return true;
-    const bool stream =
-        std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();
-    if (options_.reading.code_page.has_value() || (stream && !options_.diff)) {
-      output_.complain(stream ? "check: --fix writes files: standard input can only be shown with "
-                                "--diff"
-                              : "check: --fix is for files in UTF-8");
-      return false;
-    }
-    return true;
+void finish(CheckOptions& options, const CLI::App& verb, const Output& output) {
+  CheckJobOptions& job = options.job;
+  if (options.fix_name == "suggested") {
+    job.fix = FixWhat::kSuggested;
+  } else if (!options.fix_name.empty() || job.diff) {
+    job.fix = FixWhat::kSafe;
   }
+  if (verb.count("--layout") + verb.count("--paragraphs") != 0)
+    job.settings.layout = options.layout;
+  job.settings.input = options.reading.input();
+  job.settings.show_secrets = output.show_secrets;
+  job.settings.threads =
+      options.threads != 0 ? options.threads : std::max(1U, std::thread::hardware_concurrency());
+}
 
-  // Whatever was found before an error of reading has been told, and the file counts as not read.
-  void check_file(const std::string& file) {
-    const InputOptions options = options_.reading.input();
-    told_encoding_ = false;
-    try {
-      Input input(file, options);
-      ++totals_.files;
-      options_.fix == FixWhat::kNothing ? check_input(input) : check_and_fix(file, input);
-    } catch (const InputError& error) {
-      complain(file == "-" ? options.stdin_name : file, error.what());
-    } catch (const FileError& error) {
-      complain(file, error.what());
-    }
-  }
-
-  void complain(const std::string& name, const std::string& why) {
-    progress_.hide();
-    ++totals_.unreadable;
-    output_.complain(fmt::format("{}: {}", name, why));
-  }
-
-  // The whole file is in memory, so that the edits meet the text that they were made for.
-  void check_and_fix(const std::string& file, Input& input) {
-    const std::string before = input.read_rest();
-    Input text = Input::of_text(before, input.name());
-    check_input(text);
-    std::string after = before;
-    for (FixRound& round : rounds_) {
-      after = with_edits(after, round);
-      round.clear();
-    }
-    if (!options_.diff && after != before) {
-      replace_file(file, input.info(), encoded(after, input.encoding()));
-    }
-  }
-
-  void check_input(Input& input) {
-    StatementReader reader(input, options_.layout);
-    FileStatement statement;
-    while (reader.next(statement)) {
-      ++totals_.statements;
-      check_guarded(input, statement);
-      progress_.show(bytes_before_ + input.bytes_read(), totals_.statements, input.name());
-    }
-    bytes_before_ += input.bytes_read();
-  }
-
-  // Whatever a statement does to memory, the next one is checked all the same.
-  void check_guarded(const Input& input, const FileStatement& statement) {
-    try {
-      check(input, statement);
-    } catch (const std::bad_alloc&) {
-      progress_.hide();
-      ++totals_.unreadable;
-      output_.complain(fmt::format("{}:{}: there is not enough memory for this statement",
-                                   input.name(), statement.first_line));
-    }
-  }
-
-  void check(const Input& input, const FileStatement& statement) {
-    const std::string& file = input.name();
-    auto text = std::make_unique<StatementText>(statement.bytes, input.code_page());
-    std::vector<Finding> findings = find(*text);
-    if (options_.fix != FixWhat::kNothing && !findings.empty()) {
-      fix(file, statement, text, findings);
-    }
-    const CheckedStatement checked{file, statement.first_line, *text};
-    bool wrong = false;
-    for (const Finding& finding : findings) {
-      if (options_.first && !is_first(findings, finding)) continue;
-      const bool error = finding.severity == Severity::kError;
-      wrong |= error;
-      ++(error ? totals_.errors : totals_.warnings);
-      // Once for a file: the others have the same cause.
-      if (finding.rule == kBadEncoding && std::exchange(told_encoding_, true)) continue;
-      tell(checked, finding);
-    }
-    totals_.wrong += wrong ? 1 : 0;
-  }
-
-  std::vector<Finding> find(const StatementText& text) const {
-    return find_all(text, text.parse(), output_.show_secrets);
-  }
-
-  // The one that the library records; of a statement without one, what comes first.
-  static bool is_first(const std::vector<Finding>& findings, const Finding& finding) {
-    const auto recorded = std::find_if(findings.begin(), findings.end(),
-                                       [](const Finding& one) { return one.is_recorded; });
-    return &finding == (recorded != findings.end() ? &*recorded : &findings.front());
-  }
-
-  // A fix can make room for another one: a few rounds, then what is left is told.
-  void fix(const std::string& file, const FileStatement& statement,
-           std::unique_ptr<StatementText>& text, std::vector<Finding>& findings) {
-    std::string bytes = statement.bytes;
-    for (FixRound& round : rounds_) {
-      const std::vector<FileEdit> edits = edits_of(findings, options_.fix, 1);
-      if (edits.empty()) break;
-      bytes = with_edits(bytes, edits);
-      for (FileEdit edit : edits) {
-        edit.line += statement.first_line - 1;
-        edit.end_line += statement.first_line - 1;
-        round.push_back(std::move(edit));
-      }
-      text = std::make_unique<StatementText>(bytes, std::nullopt);
-      findings = find(*text);
-    }
-    if (bytes == statement.bytes) return;
-    ++fixed_;
-    if (options_.diff) {
-      progress_.hide();
-      const StatementText before(statement.bytes, std::nullopt);
-      output_.answer().write(change_of(output_.answer(), before, *text, file, statement.first_line,
-                                       output_.show_secrets));
-    }
-  }
-
-  void tell(const CheckedStatement& statement, const Finding& finding) {
-    progress_.hide();
-    report_->add(statement, finding);
-  }
-
-  const CheckOptions& options_;
-  Output& output_;
-  std::unique_ptr<CheckReport> report_;
-  Progress progress_;
-  CheckTotals totals_;
-  size_t bytes_before_ = 0;
-  bool told_encoding_ = false;  // of the present file
-  using FixRound = std::vector<FileEdit>;
-  std::array<FixRound, 4> rounds_;  // of the present file
-  size_t fixed_ = 0;                // statements
-};
+void add_job(CLI::App& verb, CheckJobOptions& job) {
+  add_selection_options(&verb, job.selection);
+  verb.add_option("--config", job.configuration, "This configuration instead of a search")
+      ->type_name("FILE");
+  verb.add_flag("--no-config", job.no_configuration, "No configuration");
+  verb.add_option("--baseline", job.baseline, "Hide the findings that this file lists")
+      ->type_name("FILE");
+  verb.add_option("--write-baseline", job.write_baseline,
+                  "List the findings in this file and hide them")
+      ->type_name("FILE");
+}
 
 }  // namespace
 
 void add_check(CLI::App& app, Output& output, int* status) {
   auto options = std::make_shared<CheckOptions>();
   CLI::App* verb = app.add_subcommand("check", "Report every error in files of statements");
-  verb->add_option("file", options->files, "Files of statements; - reads standard input")
+  verb->add_option("file", options->job.files,
+                   "Files of statements, folders; - reads standard input")
       ->type_name("FILE")
       ->required();
   add_choice(*verb, "--format", options->format, names_of(kCheckFormats), kCheckFormats);
   add_layout_option(*verb, options->layout);
-  verb->add_flag("--strict", options->strict, "Warnings fail, too: exit 1");
-  verb->add_flag("--first", options->first,
+  add_job(*verb, options->job);
+  verb->add_option("-j,--jobs", options->threads, "Threads that check; 0 is one for each core")
+      ->type_name("N")
+      ->check(CLI::Range(0U, 256U));
+  verb->add_flag("--strict", options->job.strict, "Warnings fail, too: exit 1");
+  verb->add_flag("--first", options->job.first,
                  "Of a statement with errors only the one that the library records");
   verb->add_flag("-v,--verbose", options->verbose,
                  "Show the recorded text too, and everything that would have been accepted");
@@ -234,7 +110,7 @@ void add_check(CLI::App& app, Output& output, int* status) {
                  "Apply the fixes that cannot change what an accepted part means; --fix=suggested "
                  "the others too")
       ->check(CLI::IsMember({"safe", "suggested"}));
-  verb->add_flag("--diff", options->diff, "Show fixes instead of applying them");
+  verb->add_flag("--diff", options->job.diff, "Show fixes instead of applying them");
   add_read_options(*verb, options->reading, "Files are", "No summary");
   verb->footer(
       "A line is a statement. It goes on in the next line when that line begins with white space,\n"
@@ -248,20 +124,23 @@ void add_check(CLI::App& app, Output& output, int* status) {
       "What the library accepts and ignores is told as well: an error when it holds a statement "
       "or\n"
       "an option, else a warning. So is an option that is given again and has no effect.\n\n"
+      "# tavo: ignore 7118 -- reason hides a finding of the next statement, by error number or "
+      "rule.\n"
+      "tavo.toml, in the folder of a file or above it, sets layout, severities and house rules; "
+      "see\n"
+      "tavo config. What may mean that text was not read is told whatever they say.\n\n"
       "Exit status: 0 clean, 1 errors, or warnings with --strict, 2 a file could not be read.\n\n"
       "Examples:\n"
       "  tavo check masks/*.txt\n"
       "  tavo check --fix --diff masks.txt\n"
       "  tavo check --fix=suggested masks.txt\n"
       "  tavo check --format sarif masks.txt > masks.sarif\n"
+      "  tavo check -j 0 --changed-since main jobs/\n"
+      "  tavo check --write-baseline old.json jobs/ && tavo check --baseline old.json jobs/\n"
       "  grep -v '^--' job.cfg | tavo check --layout paragraphs -");
-  verb->callback([options, &output, status] {
-    if (options->fix_name == "suggested") {
-      options->fix = FixWhat::kSuggested;
-    } else if (!options->fix_name.empty() || options->diff) {
-      options->fix = FixWhat::kSafe;
-    }
-    *status = Checker(*options, output).run();
+  verb->callback([options, verb, &output, status] {
+    finish(*options, *verb, output);
+    *status = check_or_complain(*options, output);
   });
 }
 

@@ -34,6 +34,7 @@ ChoiceOption choice(const std::string& flag, const Choices<T>& choices) {
 std::vector<ChoiceOption> choices_of(const std::string& verb) {
   if (verb == "parse" || verb == "tokens") return {choice("--format", kShowFormats)};
   if (verb == "check") return {choice("--format", kCheckFormats), choice("--layout", kLayouts)};
+  if (verb == "config") return {{"--format", {"text", "json"}}};
   if (verb == "fmt") return {choice("--spelling", kSpellings), choice("--layout", kLayouts)};
   if (verb == "explain") return {{"--format", {"text", "markdown", "json"}}};
   return {};
@@ -198,7 +199,7 @@ complete -c tavo -n '__fish_seen_subcommand_from parse tokens fmt' -a '(__tavo_s
 complete -c tavo -n '__fish_seen_subcommand_from explain; and test (__tavo_words) = 2' -a '@NAMES@'
 complete -c tavo -n '__fish_seen_subcommand_from help' -a '@VERBS@'
 complete -c tavo -n '__fish_seen_subcommand_from completion' -a 'bash zsh fish'
-complete -c tavo -n '__fish_seen_subcommand_from check fmt' -F
+complete -c tavo -n '__fish_seen_subcommand_from check fmt config' -F
 )";
 
 std::string replaced(std::string text, std::string_view mark, const std::string& by) {

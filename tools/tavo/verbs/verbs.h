@@ -26,6 +26,7 @@ void add_fmt(CLI::App& app, Output& output, int* status);
 void add_list(CLI::App& app, Output& output, int* status);
 void add_grep(CLI::App& app, Output& output, int* status);
 void add_diff(CLI::App& app, Output& output, int* status);
+void add_config(CLI::App& app, Output& output, int* status);
 void add_help(CLI::App& app, Output& output, int* status);
 void add_completion(CLI::App& app, Output& output, int* status);
 void add_lsp(CLI::App& app, Output& output, int* status);

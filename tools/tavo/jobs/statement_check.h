@@ -1,0 +1,44 @@
+// What is to be told of one statement under a configuration.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "jobs/configuration.h"
+#include "jobs/ignore_lines.h"
+#include "reading/statement_reader.h"
+#include "statement/findings.h"
+
+namespace tavo::cli {
+
+inline constexpr const char kRulesNotApplied[] = "rules-not-applied";
+
+struct StatementVerdict {
+  std::unique_ptr<StatementText> text;  // null when nothing is found
+  std::vector<Finding> findings;        // to be told, in order of place
+  std::vector<LineRemark> remarks;      // about ignores before the statement
+  size_t configured = 0;                // hidden by the configuration
+  size_t ignored = 0;                   // hidden by ignores
+  bool no_memory = false;               // it was not checked
+
+  bool is_clean() const {
+    return findings.empty() && remarks.empty() && configured == 0 && ignored == 0 && !no_memory;
+  }
+};
+
+struct CheckRules {
+  const Configuration& configuration;
+  std::optional<uint32_t> code_page;
+  bool show_secrets = false;
+};
+
+// Without memory for it, the verdict says so, and the next one can be checked all the same.
+// Thread-safe, but for a statement that sets a trace level: no other may be checked meanwhile.
+StatementVerdict check_statement(const FileStatement& statement, const CheckRules& rules);
+
+// Whether the statement may set a trace level, which holds for the process while it is parsed.
+bool may_set_trace_level(std::string_view bytes);
+
+}  // namespace tavo::cli
