@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <clocale>
+#include <filesystem>
 #include <sstream>
 
 #include "TAVOParserCpp.hpp"
+#include "statement/arguments.h"
 #include "terminal/output.h"
 #include "verbs/choices.h"
 #include "verbs/verbs.h"
@@ -71,10 +73,22 @@ int parse_and_run(int argc, char** argv, Output& output) {
     std::ostringstream help, complaint;
     const bool clean = app.exit(error, help, complaint) == 0;
     output.answer().write(help.str());
-    if (!complaint.str().empty()) output.messages().write(complaint.str());
+    if (!complaint.str().empty()) output.complain_in_lines(complaint.str());
     return clean ? kClean : kCouldNotRun;
   }
   return status;
+}
+
+// A statement in the wrong place may hold secrets. The name of a file that is there is none.
+void hide_arguments(int argc, char** argv, Output& output) {
+  std::vector<std::string> words;
+  for (int i = 1; i < argc; ++i) {
+    std::error_code error;
+    if (!std::filesystem::exists(argv[i], error)) words.emplace_back(argv[i]);
+  }
+  for (HiddenWord& hidden : hidden_words(words)) {
+    output.hide(std::move(hidden.word), std::move(hidden.shown));
+  }
 }
 
 // Starts the library and does what the command line asks for.
@@ -84,6 +98,7 @@ int run(int argc, char** argv, Output& output) {
     output.complain(fmt::format("the library does not start: platform code {}", library.status()));
     return kCouldNotRun;
   }
+  hide_arguments(argc, argv, output);
   const int status = parse_and_run(argc, argv, output);
   output.finish();
   return status;

@@ -254,8 +254,8 @@ void Message::write_malformed_value() {
   words_.add(finding_.found == TAVO_PARSER_COPY_COL_SYNTAX
                  ? std::string_view("copy ranges are written (start,length) or "
                                     "(start,length,\"text\"), without blanks")
-                 : std::string_view("inside the parentheses of PREFIX and SUFFIX stands a quoted "
-                                    "text, SEQ(n,n) or RAND(n,n); OVERLAY takes (n,n,\"text\")"));
+                 : std::string_view("inside these parentheses stands a quoted text, SEQ(n,n) or "
+                                    "RAND(n,n), of an overlay n,n,\"text\""));
 }
 
 void Message::write_missing_option() {

@@ -14,6 +14,8 @@
 
 #include "TAVOParserCpp.hpp"
 #include "cli/secrets/damaged_statements.h"
+#include "lsp/talk.h"
+#include "statement/arguments.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
@@ -86,6 +88,10 @@ std::string said_to(Arguments arguments) {
   add_check(app, output, &status);
   add_tokens(app, output, &status);
   add_fmt(app, output, &status);
+  add_list(app, output, &status);
+  add_grep(app, output, &status);
+  add_diff(app, output, &status);
+  for (const HiddenWord& hidden : hidden_words(arguments)) output.hide(hidden.word, hidden.shown);
   std::vector<const char*> argv = {"tavo"};
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   try {
@@ -106,8 +112,8 @@ class Folder {
   ~Folder() {
     fs::remove_all(path_);
   }
-  std::string write(const std::string& text) const {
-    const std::string file = (path_ / "statements.txt").string();
+  std::string write(const std::string& text, const char* name = "statements.txt") const {
+    const std::string file = (path_ / name).string();
     std::ofstream(file, std::ios::binary) << text;
     return file;
   }
@@ -124,7 +130,9 @@ std::string marker_of(const std::string& text) {
 }
 
 // The ways to look at one statement: all formats of the verbs that take one, and at a file of it.
-std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file) {
+// old: a file with another statement.
+std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file,
+                                    const std::string& old) {
   return {{"parse", "--", statement},
           {"parse", "--format", "json", "--", statement},
           {"parse", "--format", "tsv", "--", statement},
@@ -135,11 +143,68 @@ std::vector<Arguments> ways_to_show(const std::string& statement, const std::str
           {"fmt", "--diff", "--spelling", "long", "--option-a-line", "--", statement},
           {"fmt", "--check", "--", statement},
           {"check", file},
+          {"check", "--verbose", file},
           {"check", "--format", "json", file},
           {"check", "--format", "sarif", file},
           {"check", "--layout", "lines", file},
           {"check", "--layout", "paragraphs", file},
-          {"fmt", "--diff", "-f", file}};
+          {"check", "--fix=suggested", "--diff", file},
+          {"check", "--fix", "--diff", "--format", "json", file},
+          {"fmt", "--diff", "-f", file},
+          {"list", file},
+          {"list", "--format", "jsonl", file},
+          {"list", "--format", "csv", "--columns", "options,PASS,CONN,SEED,KEY,pw,field", file},
+          {"list", "--format", "tsv", file},
+          {"list", "--stats", file},
+          {"list", "--stats", "--format", "jsonl", file},
+          {"grep", "!NOSUCHKEY", file},
+          {"grep", "--format", "jsonl", "!NOSUCHKEY", file},
+          {"diff", old, file},
+          {"diff", "--format", "json", file, old},
+          {"diff", "--textconv", file},
+          {"diff", "--", statement, "PRO=HASH, DSTFLD=X, SEED=\"other\""}};
+}
+
+// What the language server sends about the statement, but for texts that stand in the document and
+// go back into it.
+std::string said_to_editor(const std::string& text) {
+  using tavo_test::Json;
+  const auto lines = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+  const Json document = {{"uri", tavo_test::kUri}};
+  const Json whole = {{"start", {{"line", 0}, {"character", 0}}},
+                      {"end", {{"line", lines}, {"character", 200}}}};
+  std::vector<Json> messages = {
+      tavo_test::request(1, "initialize", {{"capabilities", tavo_test::all_capabilities()}}),
+      tavo_test::notification("initialized"),
+      tavo_test::notification(
+          "textDocument/didOpen",
+          {{"textDocument",
+            {{"uri", tavo_test::kUri}, {"languageId", "tavo"}, {"version", 1}, {"text", text}}}})};
+  int id = 1;
+  const auto ask = [&](const std::string& method, Json params) {
+    params["textDocument"] = document;
+    messages.push_back(tavo_test::request(++id, "textDocument/" + method, std::move(params)));
+  };
+  ask("documentSymbol", Json::object());
+  ask("semanticTokens/full", Json::object());
+  ask("foldingRange", Json::object());
+  ask("diagnostic", Json::object());
+  ask("codeAction", {{"range", whole}, {"context", {{"diagnostics", Json::array()}, {"only", {"quickfix"}}}}});
+  int line = 0, character = 0;
+  for (size_t i = 0; i < text.size(); ++i, ++character) {
+    if (i % 7 == 0) {
+      const Json position = {{"line", line}, {"character", character}};
+      ask("hover", {{"position", position}});
+      ask("completion", {{"position", position}});
+      ask("signatureHelp", {{"position", position}});
+    }
+    if (text[i] == '\n') ++line, character = -1;
+  }
+  messages.push_back(tavo_test::request(++id, "shutdown"));
+  messages.push_back(tavo_test::notification("exit"));
+  std::string said;
+  for (const Json& message : tavo_test::talk(messages).sent) said += message.dump() + "\n";
+  return said;
 }
 
 // The library's own message, formatted by the embedded platform.
@@ -179,7 +244,11 @@ void expect_no_leak(const std::string& statement, const Folder& folder) {
   }
   const std::string messages = recorded_messages(statement);
   EXPECT_EQ(tavo_test::leak_in(messages, marker), "") << statement << "\n--\n" << messages;
-  for (const Arguments& way : ways_to_show(statement, folder.write(statement + "\n"))) {
+  const std::string editor = said_to_editor(statement + "\n");
+  EXPECT_EQ(tavo_test::leak_in(editor, marker), "") << statement << "\n--\n" << editor;
+  if (testing::Test::HasFailure()) return;
+  const std::string old = folder.write("PRO=HASH, DSTFLD=X, SEED=\"other\"\n", "old.txt");
+  for (const Arguments& way : ways_to_show(statement, folder.write(statement + "\n"), old)) {
     const std::string said = said_to(way);
     EXPECT_EQ(tavo_test::leak_in(said, marker), "")
         << way[0] << " " << way[1] << " " << way[2 < way.size() ? 2 : 1] << "\n"

@@ -1,10 +1,10 @@
 #include "statement/findings.h"
 
 #include <algorithm>
-#include <cwctype>
 
 #include "TAVODiagnostics.h"
 #include "language/language.h"
+#include "statement/masked_words.h"
 #include "statement/secrets.h"
 
 namespace tavo::cli {
@@ -84,9 +84,12 @@ class Collector {
     if (finding.is_recorded) finding.recorded = recorded_text(diagnostic.number);
     if (diagnostic.rule == TAVO_DIAGNOSTIC_RULE_VIOLATED) {
       finding.message =
-          finding.is_recorded ? finding.recorded : format_message(diagnostic.number, {});
+          finding.is_recorded ? finding.recorded : text_of_rule(diagnostic);
     }
-    mask(finding);
+    if (!show_secrets_) {
+      finding.message = without_secrets(std::move(finding.message), finding.rule,
+                                        finding.place.range, statement_);
+    }
     finding.found = name_of_token(diagnostic.found);
     for (uint32_t i = 0; i < diagnostic.expected; ++i) {
       finding.expected.push_back(written(TAVODiagnostic_GetExpected(&diagnostic, i)));
@@ -115,46 +118,22 @@ class Collector {
     }
   }
 
-  // A word that the message quotes may stand in a secret.
-  void mask(Finding& finding) const {
-    if (show_secrets_) return;
-    const Range& place = finding.place.range;
-    const auto& secrets = statement_.secrets();
-    const bool inside = std::any_of(secrets.begin(), secrets.end(), [&](const Range& secret) {
-      return secret.begin < place.end && place.begin < secret.end;
-    });
-    if (inside && finding.rule == "bad-character" &&
-        finding.message.find(L'(') == std::wstring::npos) {
-      finding.message = L"a character of the value cannot stand there";
-      return;
-    }
-    // A message quotes words at its place or shortly before it.
-    constexpr size_t kFew = 64, kNear = 1000;
-    for (const Range& secret : secrets) {
-      const bool near = secret.begin < place.end + kNear && place.begin < secret.end + kNear;
-      if (near || secrets.size() <= kFew) mask_words(finding.message, secret);
-    }
-  }
-
-  // Takes each word of a secret out of a message. Single characters tell nothing.
-  void mask_words(std::wstring& message, const Range& secret) const {
+  // The text of a rule that is violated, but not recorded: the option stands at the place, unless
+  // it is missing.
+  std::wstring text_of_rule(const TAVODiagnostic& diagnostic) const {
     const std::wstring_view text = statement_.text();
-    const auto is_word = [](wchar_t c) {
-      return c > 0x7F || std::iswalnum(static_cast<wint_t>(c)) != 0 || c == L'_' || c == L'-' ||
-             c == L'.' || c == L':';
-    };
-    for (size_t begin = secret.begin; begin < secret.end;) {
-      size_t end = begin;
-      while (end < secret.end && is_word(text[end])) ++end;
-      if (end - begin >= 2 && end - begin <= message.size()) {
-        const std::wstring_view word = text.substr(begin, end - begin);
-        for (size_t at = message.find(word); at != message.npos; at = message.find(word, at)) {
-          message.replace(at, word.size(), kMask);
-          at += kMask.size();
-        }
-      }
-      begin = end + 1;
-    }
+    const std::wstring_view option = text.substr(diagnostic.offset, diagnostic.length);
+    const std::wstring_view word = option.substr(0, option.find_first_of(L" \t\r\n\f=(/"));
+    const bool missing = diagnostic.related == 0 && is_head(diagnostic.offset);
+    const Insert insert = {missing ? uint32_t{TAVO_TOKID_SUBSTR} : uint32_t{TAVO_TOKID_PARMKEY},
+                           std::wstring(word)};
+    return format_message(diagnostic.number, {&insert, 1});
+  }
+  bool is_head(size_t offset) const {
+    const std::vector<TAVOTextToken>& tokens = statement_.tokens();
+    const auto first = std::find_if(tokens.begin(), tokens.end(),
+                                    [](const TAVOTextToken& token) { return token.hidden == 0; });
+    return first != tokens.end() && offset <= first->offset;
   }
 
   std::wstring recorded_text(uint32_t number) const {

@@ -6,6 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -109,7 +110,36 @@ Stream& Output::messages() {
 }
 
 void Output::complain(std::string_view text) {
-  messages().write(fmt::format("tavo: {}\n", printable_bytes(text)));
+  messages().write(fmt::format("tavo: {}\n", printable_bytes(with_hidden(text))));
+}
+
+void Output::complain_in_lines(std::string_view lines) {
+  const std::string text = with_hidden(lines);
+  std::string shown;
+  for (size_t begin = 0; begin < text.size();) {
+    const size_t end = std::min(text.find('\n', begin), text.size());
+    shown += printable_bytes(std::string_view(text).substr(begin, end - begin)) + "\n";
+    begin = end + 1;
+  }
+  messages().write(shown);
+}
+
+void Output::hide(std::string word, std::string shown) {
+  hidden_.emplace_back(std::move(word), std::move(shown));
+}
+
+// In one pass, so that what is shown instead is not looked at again.
+std::string Output::with_hidden(std::string_view text) const {
+  if (show_secrets) return std::string(text);
+  std::string result;
+  while (!text.empty()) {
+    const auto found = std::find_if(hidden_.begin(), hidden_.end(), [&](const auto& hidden) {
+      return text.starts_with(hidden.first);
+    });
+    result += found == hidden_.end() ? text.substr(0, 1) : std::string_view(found->second);
+    text.remove_prefix(found == hidden_.end() ? 1 : found->first.size());
+  }
+  return result;
 }
 
 void Output::choose_color(ColorChoice choice) {

@@ -13,6 +13,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "terminal/terminal.h"
 
@@ -84,6 +86,10 @@ class Output {
   Stream& messages();
   // "tavo: TEXT" on standard error; the text has no line end; its control characters are escaped.
   void complain(std::string_view text);
+  // Lines on standard error as they are, but for control characters.
+  void complain_in_lines(std::string_view lines);
+  // Complaints show the one instead of the other, unless secrets are shown.
+  void hide(std::string word, std::string shown);
 
   // auto: colors on a terminal, unless NO_COLOR is set or TERM is dumb.
   void choose_color(ColorChoice choice);
@@ -98,8 +104,11 @@ class Output {
   void finish();
 
  private:
+  std::string with_hidden(std::string_view text) const;
+
   Stream answer_;
   Stream messages_;
+  std::vector<std::pair<std::string, std::string>> hidden_;
 };
 
 // Makes sure that the descriptors 0 to 2 are open, so that no file takes the place of a closed
