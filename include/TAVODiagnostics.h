@@ -45,7 +45,7 @@ typedef struct TAVODiagnostic {
   uint32_t offset;     /* where to look: of something unclosed, its opening */
   uint32_t length;     /* 0 at the end of the text */
   uint32_t recorded;   /* 1: Parser_Service records this one */
-  /* Where the parser stumbles, as TAVOParser_GetErrorLocation tells it. The offset is
+  /* Where the parser stops, as TAVOParser_GetErrorLocation tells it. The offset is
    * TAVO_DIAGNOSTICS_NO_PLACE for a violated rule, which is recorded without a place. */
   uint32_t recordedOffset;
   uint32_t recordedLength;
@@ -62,7 +62,7 @@ typedef struct TAVODiagnostic {
   uint32_t reserved;    /* 0 */
   const char* ruleName; /* such as "unknown-option"; static text */
   const char* message;  /* one line of words, UTF-8: "AGLO is no option of HASH". Never holds the
-                           value of an option that takes free text */
+                           value of an option that accepts free text */
   const void* details;  /* the library's own */
 } TAVODiagnostic;
 
@@ -100,7 +100,7 @@ typedef enum TAVORelatedRole {
   TAVO_RELATED_FIRST = 2,   /* the first of a repetition, or the first statement */
   TAVO_RELATED_OPENING = 3, /* the opening quote or parenthesis */
   TAVO_RELATED_CLOSING = 4, /* the closing one */
-  TAVO_RELATED_STUMBLE = 5, /* before what the parser stumbles */
+  TAVO_RELATED_STOP = 5,    /* the token at which the parser stops */
   TAVO_RELATED_IGNORED = 6  /* text that is ignored */
 } TAVORelatedRole;
 

@@ -174,7 +174,7 @@ TAVO_API uint32_t TAVOResult_GetErrorNumber(const TAVOReadResult* result,
 /* The position that 7139 is recorded with, which counts characters within its line; else 0. */
 TAVO_API uint32_t TAVOResult_GetErrorPosition(const TAVOReadResult* result,
                                               uint32_t error) TAVO_NOEXCEPT;
-/* Where the error is in the text: what a syntax error stumbled over, the first character that is
+/* Where the error is in the text: the token of a syntax error, the first character that is
  * none, the option that a violated rule names. Returns 0; 72 when the error has no place, the place
  * untouched; TAVO_READ_ARGUMENT_INVALID. */
 TAVO_API uint32_t TAVOResult_GetErrorPlace(const TAVOReadResult* result, uint32_t error,

@@ -71,7 +71,7 @@ class Redaction {
   void pass() noexcept {
     past_ = next_[0].end;
     next_.advance();
-    // Options that a comment swallowed: what stands behind it may belong to one of them.
+    // Options that a comment swallowed: what stands after it may belong to one of them.
     each_comment(past_, next_[0].begin, [&](size_t begin, size_t end) {
       doubtful_ = doubtful_ || !is_harmless_comment(text_.substr(begin, end - begin));
     });
@@ -302,7 +302,7 @@ class Redaction {
   LexemeWindow next_;
   HideRange sink_;
   void* context_;
-  size_t past_ = 0;    // behind the last lexeme that was shown or hidden
+  size_t past_ = 0;    // after the last lexeme that was shown or hidden
   size_t hidden_ = 0;  // where the hidden range begins
   bool hiding_ = false;
   const bool is_excerpt_;
@@ -317,7 +317,7 @@ bool is_part_of_key(wchar_t c) noexcept {
   return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9');
 }
 
-// Calls found(end) behind each occurrence of a secret option's keyword as a word of its own.
+// Calls found(end) after each occurrence of a secret option's keyword as a word of its own.
 template <typename Found>
 bool any_secret_word(std::wstring_view text, Found found) noexcept {
   for (size_t at = 0; at < text.size();) {

@@ -36,7 +36,7 @@ enum class TextKind {
 void find_hidden(std::wstring_view text, TextKind kind, HideRange hide, void* context) noexcept;
 
 // Whether a value that is shown by right speaks of a secret all the same, as PASS=x or KEY:x in a
-// text does that swallowed the option behind it.
+// text does that swallowed the option after it.
 bool speaks_of_secret(std::wstring_view value) noexcept;
 
 // Whether a comment may be shown in an accepted statement: it holds words only, and none of a

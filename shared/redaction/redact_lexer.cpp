@@ -19,7 +19,7 @@ size_t end_of_word(std::wstring_view text, size_t at) noexcept {
   return at;
 }
 
-// Behind the closing quote. All of the text when there is none, or when the lexer cannot read what
+// After the closing quote. All of the text when there is none, or when the lexer cannot read what
 // stands between: nobody knows then which of the quotes that follow open and which close.
 size_t end_of_string(std::wstring_view text, size_t quote) noexcept {
   for (size_t i = quote + 1; i < text.size(); ++i) {

@@ -31,7 +31,7 @@ struct Lexeme {
 bool is_blank(wchar_t c) noexcept;
 // Of unquoted text.
 bool is_word_character(wchar_t c) noexcept;
-// Behind white space and comments.
+// After white space and comments.
 size_t skip_hidden(std::wstring_view text, size_t at) noexcept;
 // The end of the comment that begins there; `at` itself when none does.
 size_t end_of_comment(std::wstring_view text, size_t at) noexcept;

@@ -104,12 +104,12 @@ size_t fix_safely(std::wstring text) {
     const std::wstring fixed = with_safe_fixes(text, diagnosed);
     if (fixed == text) return round;
     if (fixed.empty()) return round;
-    std::vector<Diagnosed> behind = diagnose(fixed);
-    if (count_errors(behind) > count_errors(diagnosed)) {
+    std::vector<Diagnosed> after = diagnose(fixed);
+    if (count_errors(after) > count_errors(diagnosed)) {
       throw std::runtime_error("more errors after " + to_utf8(text) + " -> " + to_utf8(fixed));
     }
     text = fixed;
-    diagnosed = std::move(behind);
+    diagnosed = std::move(after);
   }
   throw std::runtime_error("safe fixes do not end");
 }
@@ -233,9 +233,9 @@ TEST(SeededMistakes, SeveralGiveAsManyErrors) {
     for (const SeededMistake& mistake : mistakes) {  // from the back
       const size_t kept = statement.text.size() - mistake.place;
       const size_t tail = std::min(kept, size_t{2});
-      const std::wstring behind = mistake.text.substr(0, mistake.text.size() - kept + tail);
-      text = behind + text.substr(mistake.place + tail);
-      // What stands before is that of the whole statement, what stands behind is damaged already.
+      const std::wstring rest = mistake.text.substr(0, mistake.text.size() - kept + tail);
+      text = rest + text.substr(mistake.place + tail);
+      // What stands before is that of the whole statement, what stands after is damaged already.
     }
     const size_t errors = count_errors(diagnose(text));
     figures.add(std::to_string(mistakes.size()) + " mistakes", errors == mistakes.size());

@@ -91,7 +91,7 @@ TEST_F(DiagnoseArguments, RulesAreNumberedWithoutGapsAndNamed) {
   EXPECT_EQ(uint32_t{TAVO_DIAGNOSTIC_SIGN_AS_VALUE} + 1, rule);
 }
 
-// What an option that takes free text holds never leaves the library, in no message and no edit.
+// What an option that accepts free text holds never leaves the library, in no message and no edit.
 TEST_F(DiagnoseArguments, SecretsAreInNoMessageAndNoEdit) {
   for (const char* wrong : {"PRO=HASH, SEED=Geheim, DSTFLD=X", "PRO=HASH, SEED='Geheim', DSTFLD=X",
                             "PRO=HASH, SEED=\"Geheim, DSTFLD=X", "PRO=HASH, SEED Geheim, DSTFLD=X",

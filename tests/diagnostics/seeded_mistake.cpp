@@ -86,14 +86,14 @@ SeededMistake in_sign(const std::wstring& text, const std::vector<TAVOTextToken>
   const size_t at = token.offset;
   mistake.place = at;
   const bool free_before = index > 0 && is_free(tokens[index - 1].type);
-  const bool free_behind = index + 1 < tokens.size() && is_free(tokens[index + 1].type);
+  const bool free_after = index + 1 < tokens.size() && is_free(tokens[index + 1].type);
   switch (pick(3, choose)) {
     case 0:
       if (at + 1 < text.size() && text[at] != text[at + 1]) {
         mistake.text = swapped(text, at);
         mistake.what = "sign swap";
         // The sign stands inside what was a word or a comment, and may belong anywhere in it.
-        mistake.tellable = !free_before && !free_behind && text[at + 1] != L'/' &&
+        mistake.tellable = !free_before && !free_after && text[at + 1] != L'/' &&
                            !became_another_word(mistake.text, at);
         break;
       }

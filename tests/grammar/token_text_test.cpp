@@ -138,7 +138,7 @@ TEST_F(TraceLevel, CharactersThatTakeMoreThanAByteNeverOverrun) {
   EXPECT_TRUE(status == 7175 || status == by_platform) << status;
 }
 
-// Such a text would fill the byte of its terminator, and the platform would read on behind it.
+// Such a text would fill the byte of its terminator, and the platform would read on past it.
 TEST_F(TraceLevel, OfOneByteMoreThanCharactersIs7175AndNotHandedOnWithoutATerminator) {
   for (const std::u16string text : {u"\"\u00E9\"", u"\"DETAIL\u00E9\"", u"\"\u00E90\""}) {
     EXPECT_EQ(7175u, set(text, 251));

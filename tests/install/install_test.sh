@@ -55,7 +55,7 @@ done
 echo "== the tool in its prefix"
 env -u LD_LIBRARY_PATH "$prefix/bin/tavo" parse --format tsv 'PRO=HASH, DSTFLD=X' >parse.tsv
 [ "$(cut -f1 parse.tsv | tr '\n' ' ')" = 'PRO DSTFLD ' ] || fail "the installed tavo"
-for file in share/man/man1/tavo.1 share/bash-completion/completions/tavo \
+for file in share/man/man1/tavo.1.gz share/bash-completion/completions/tavo \
   share/zsh/site-functions/_tavo share/fish/vendor_completions.d/tavo.fish; do
   [ -s "$prefix/$file" ] || fail "$file is not installed"
 done

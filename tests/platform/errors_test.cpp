@@ -133,7 +133,7 @@ class OwnList : public testing::Test {
     void* block = nullptr;
     EXPECT_EQ(TAVOGetThreadBlock(&block), kOk);
   }
-  // From here on nothing behind the first message is found from the start of the list.
+  // From here on nothing after the first message is found from the start of the list.
   void cut_behind_the_first() {
     blocks_[0]->get().next = nullptr;
   }

@@ -88,7 +88,7 @@ endfunction()
 # the program, which exports its symbols so that the dynamic linker finds them first.
 function(tavo_front_platform program)
   target_link_libraries(${program} PRIVATE tavo_fronting_platform ${CMAKE_DL_LIBS})
-  # The platform behind it is needed, although nothing is left for it to resolve.
+  # The platform that it needs is linked, although nothing is left for it to resolve.
   target_link_libraries(${program} PRIVATE
     -Wl,--no-as-needed TAVOOSLibUnix TAVODataCnvLib TAVOErrorHandler)
   set_target_properties(${program} PROPERTIES ENABLE_EXPORTS ON)

@@ -117,9 +117,9 @@ void Visited::show_place(const Finding& finding) {
     record_.recordedOffset = TAVO_DIAGNOSTICS_NO_PLACE;
     return;
   }
-  const Span stumble = finding.has_stumble ? finding.stumble : finding.place;
-  record_.recordedOffset = offsets_.of(stumble.begin);
-  record_.recordedLength = length(stumble);
+  const Span stop = finding.has_stop ? finding.stop : finding.place;
+  record_.recordedOffset = offsets_.of(stop.begin);
+  record_.recordedLength = length(stop);
 }
 
 void Visited::show_language(const Finding& finding) {

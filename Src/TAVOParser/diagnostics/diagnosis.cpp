@@ -33,16 +33,16 @@ size_t Diagnosis::count_errors() {
 // Fixes that would leave more errors than there are now are not safe.
 bool Diagnosis::prove_safe_fixes() {
   if (!has_safe_fixes(findings_)) return true;
-  size_t errors_behind = 0;
+  size_t errors_after = 0;
   {
     FixedText fixed;
     if (!fixed.apply(source_, findings_)) return false;
     const Source text = fixed.source();
     Diagnosis trial(text);
     if (!trial.find()) return false;
-    errors_behind = trial.count_errors();
+    errors_after = trial.count_errors();
   }
-  if (errors_behind > count_errors()) forget_safe_fixes(findings_);
+  if (errors_after > count_errors()) forget_safe_fixes(findings_);
   return true;
 }
 
@@ -59,7 +59,7 @@ bool Diagnosis::find_errors(const Verdict& verdict) {
   return true;
 }
 
-// The place behind the last option, where one more can be added.
+// The place after the last option, where one more can be added.
 Span Diagnosis::end_of_statement() const {
   uint32_t end = 0;
   for (const Token& token : tokens_) {
@@ -110,9 +110,9 @@ bool Diagnosis::tell_rules(const Verdict& verdict, const Walker& walker, bool am
 
 namespace {
 
-// Where the parser stumbles over a finding by itself.
-uint32_t stumble_of(const Finding& finding) {
-  return finding.has_stumble ? finding.stumble.begin : finding.place.begin;
+// Where the parser stops because of a finding by itself.
+uint32_t stop_of(const Finding& finding) {
+  return finding.has_stop ? finding.stop.begin : finding.place.begin;
 }
 
 }  // namespace
@@ -123,7 +123,7 @@ Finding* Diagnosis::recorded_syntax_error(const Verdict& verdict) {
   Finding* first = nullptr;
   for (Finding* finding : findings_) {
     if (finding->rule == TAVO_DIAGNOSTIC_RULE_VIOLATED) continue;
-    const uint32_t place = stumble_of(*finding);
+    const uint32_t place = stop_of(*finding);
     const bool error = finding->severity == TAVO_SEVERITY_ERROR;
     if (place == verdict.place.begin && (error || first == nullptr)) return finding;
     if (finding->place.begin <= verdict.place.begin &&
@@ -157,8 +157,8 @@ void Diagnosis::mark_recorded(const Verdict& verdict) {
   finding->severity = TAVO_SEVERITY_ERROR;
   finding->number = static_cast<uint16_t>(verdict.number);
   if (verdict.syntax) {
-    finding->has_stumble = true;
-    finding->stumble = verdict.place;
+    finding->has_stop = true;
+    finding->stop = verdict.place;
   } else if (finding->rule == TAVO_DIAGNOSTIC_MISSING_COMMA) {
     finding->wording = Wording::kOptionIgnored;
   }

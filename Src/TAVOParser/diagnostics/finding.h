@@ -100,12 +100,12 @@ struct Finding {
   Expecting expecting = Expecting::kNothing;
   bool recorded = false;
   bool ignores_options = false;
-  bool has_stumble = false;  // the parser stumbles somewhere else than `place` begins
+  bool has_stop = false;  // the parser stops somewhere else than where `place` begins
   uint16_t found = 0;
   uint32_t character = 0;  // code point of a bad character
   uint32_t order = 0;      // as found
   Span place;
-  Span stumble;
+  Span stop;
   Span word;              // what the message may show; empty: nothing
   std::string_view name;  // of a value or option, from the vocabulary
   const StatementRule* statement = nullptr;

@@ -85,7 +85,7 @@ uint32_t find_resumption(const Source& source, uint32_t from, bool in_parenthese
   return i;
 }
 
-uint32_t without_blanks_behind(const Source& source, uint32_t from, uint32_t to) {
+uint32_t without_blanks_after(const Source& source, uint32_t from, uint32_t to) {
   while (to > from && is_blank(source.units[to - 1])) --to;
   return to;
 }

@@ -1,4 +1,4 @@
-// The walk over a rejected statement's characters that repairs what the lexer stumbles over.
+// The walk over a rejected statement's characters that repairs what the lexer cannot read.
 #pragma once
 
 #include "diagnostics/code_points.h"
@@ -20,7 +20,7 @@ class Repair {
   void skip_hidden(uint32_t stop);
   Token& push(uint32_t type, uint32_t stop, uint32_t flags = 0, Finding* finding = nullptr);
   Token* word_before();
-  bool stands_behind_equal(const Token& token) const;
+  bool stands_after_equal(const Token& token) const;
   void repair_broken(uint32_t offending);
 
   Span character_here() const;
@@ -33,9 +33,9 @@ class Repair {
   void repair_run(Span here);
   bool ends_run(uint32_t at) const;
 
-  // Quoted text that begins here, behind so many characters.
+  // Quoted text that begins here, after so many characters.
   void repair_quote(uint32_t prefix);
-  bool repair_quote_behind_word(uint32_t prefix);
+  bool repair_quote_after_word(uint32_t prefix);
   bool repair_quote_inside(uint32_t closing);
   void close_quote(uint32_t prefix);
   uint32_t next_quote(uint32_t from);

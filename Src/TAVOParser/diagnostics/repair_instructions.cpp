@@ -90,8 +90,8 @@ void Repair::repair_instruction(uint32_t type, Matcher matches, uint32_t offendi
     propose_instruction(*finding, matches, region, offending);
   }
   finding->found = static_cast<uint16_t>(type);
-  finding->has_stumble = true;
-  finding->stumble = {offending, offending + (offending < source_.count ? 1u : 0u)};
+  finding->has_stop = true;
+  finding->stop = {offending, offending + (offending < source_.count ? 1u : 0u)};
   push(type, region.end, Token::kDamaged, finding);
 }
 

@@ -21,11 +21,11 @@ uint32_t Repair::resumption(uint32_t from, bool in_parentheses) {
     if (place == source_.count) nothing_from = from;
   }
   if (place == source_.count) place = find_resumption(source_, from, in_parentheses, false);
-  return without_blanks_behind(source_, from, place);
+  return without_blanks_after(source_, from, place);
 }
 
 void Repair::repair_quote(uint32_t prefix) {
-  if (prefix == 0 && repair_quote_behind_word(prefix)) return;
+  if (prefix == 0 && repair_quote_after_word(prefix)) return;
   const uint32_t quote = at_ + prefix;
   const uint32_t closing = next_quote(quote + 1);
   if (closing == source_.count || swallows_an_option(quote, closing)) return close_quote(prefix);
@@ -62,8 +62,8 @@ void Repair::close_quote(uint32_t prefix) {
   const uint32_t end = resumption(quote + 1, depth_ != 0);
   Finding& finding = findings_.add(TAVO_DIAGNOSTIC_UNCLOSED_QUOTE, {quote, quote + 1});
   finding.found = QUOTE;
-  finding.has_stumble = true;
-  finding.stumble = {source_.count, source_.count};
+  finding.has_stop = true;
+  finding.stop = {source_.count, source_.count};
   const Span content = {quote + 1, end};
   bool plain = content.begin != content.end;
   for (uint32_t i = content.begin; i < content.end; ++i) {
@@ -82,9 +82,9 @@ void Repair::close_quote(uint32_t prefix) {
        Token::kDamaged, &finding);
 }
 
-// Behind a word, without a blank: a closing quote whose opening one is missing, or an opening one
+// After a word, without a blank: a closing quote whose opening one is missing, or an opening one
 // that came a character too late.
-bool Repair::repair_quote_behind_word(uint32_t prefix) {
+bool Repair::repair_quote_after_word(uint32_t prefix) {
   if (tokens_.size() == 0 || (next_flags_ & Token::kTight) == 0) return false;
   Token& before = tokens_[tokens_.size() - 1];
   const Span quote = {at_ + prefix, at_ + prefix + 1};
@@ -124,7 +124,7 @@ bool Repair::repair_quote_behind_word(uint32_t prefix) {
     push(TAVO_PARSER_STRING_WITH_QUOTES, closing + 1, Token::kDamaged, &finding);
     return true;
   }
-  if (!stands_behind_equal(before) || !separator_follows(source_, closing + 1)) return false;
+  if (!stands_after_equal(before) || !separator_follows(source_, closing + 1)) return false;
   const uint32_t begin = before.begin;  // SEED=a"bc"
   Finding& finding = findings_.add(TAVO_DIAGNOSTIC_UNCLOSED_QUOTE, quote);
   finding.wording = Wording::kMisplacedQuote;

@@ -58,7 +58,7 @@ Token* Repair::word_before() {
   return is_word(source_.at(token.begin)) || token.is(Token::kRun) ? &token : nullptr;
 }
 
-bool Repair::stands_behind_equal(const Token& token) const {
+bool Repair::stands_after_equal(const Token& token) const {
   const auto index = static_cast<size_t>(&token - tokens_.begin());
   return index != 0 && tokens_[index - 1].type == EQUAL;
 }
@@ -67,8 +67,8 @@ void Repair::repair_broken(uint32_t offending) {
   const uint32_t c = source_.units[at_];
   if (c == '/') {
     Finding& finding = findings_.add(TAVO_DIAGNOSTIC_UNCLOSED_COMMENT, {at_, at_ + 2});
-    finding.has_stumble = true;
-    finding.stumble = {source_.count, source_.count};
+    finding.has_stop = true;
+    finding.stop = {source_.count, source_.count};
     findings_.add_fix(finding, FixTitle::kInsert, false, "*/", {source_.count, source_.count},
                       " */");
     skip_hidden(source_.count);
@@ -133,10 +133,10 @@ bool Repair::is_separator_of_others(Span here) {
   const uint32_t c = source_.units[here.begin];
   if (here.end - here.begin != 1 || c >= 128) return false;
   if (c == ';') return true;
-  const bool word_behind = is_word(source_.at(here.end));
+  const bool word_follows = is_word(source_.at(here.end));
   if (begins_assignment(source_, skip_blanks(source_, here.end), true)) return true;
-  if (c == '/' || c == '\\') return word_before() == nullptr && !word_behind;
-  return word_before() == nullptr || !word_behind;
+  if (c == '/' || c == '\\') return word_before() == nullptr && !word_follows;
+  return word_before() == nullptr || !word_follows;
 }
 
 void Repair::repair_sign(Span here) {

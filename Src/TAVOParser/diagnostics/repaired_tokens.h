@@ -34,7 +34,7 @@ using TokenList = GrowingList<Token, 128>;
 
 // The text of a statement.
 struct Source {
-  // Units behind the text that may be read; they are 0.
+  // Units after the text that may be read; they are 0.
   static constexpr size_t kZeros = 16;
 
   const uint16_t* units = nullptr;
@@ -68,14 +68,14 @@ void read_repaired(const Source& source, Findings& findings, TokenList& tokens);
 
 uint32_t skip_blanks(const Source& source, uint32_t at);       // line ends too
 uint32_t skip_line_blanks(const Source& source, uint32_t at);  // within the line
-// What looks like the beginning of an option or a statement: a word and an equals sign behind it.
+// What looks like the beginning of an option or a statement: a word and an equals sign after it.
 // known: the word is a keyword that begins one.
 bool begins_assignment(const Source& source, uint32_t at, bool known);
 // The first place from an index on where the text makes a statement again: a comma or a line end
 // before an option, a closing parenthesis before such a comma or before the end. The end of the
 // text when there is none.
 uint32_t find_resumption(const Source& source, uint32_t from, bool in_parentheses, bool known);
-uint32_t without_blanks_behind(const Source& source, uint32_t from, uint32_t to);
+uint32_t without_blanks_after(const Source& source, uint32_t from, uint32_t to);
 // The next quote that no backslash escapes, or the end of the text.
 uint32_t find_quote(const Source& source, uint32_t from);
 // The end, a comma, a closing parenthesis, a semicolon or a line end follows, perhaps after blanks.

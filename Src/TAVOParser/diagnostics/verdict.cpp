@@ -9,7 +9,7 @@
 namespace tavo::diagnostics {
 namespace {
 
-// Notes what is stored and where the parser stumbles.
+// Notes what is stored and where the parser stops.
 class NoteActions {
  public:
   using Prefix = const Span*;
@@ -60,7 +60,7 @@ class NoteActions {
   Span prefix_;
 };
 
-// The text behind the statement, up to the last token.
+// The text after the statement, up to the last token.
 void note_ignored_text(const Source& source, LexemeWindow& tokens, Verdict& verdict) {
   const LexemeToken* token = tokens.take();
   if (token->type == TAVO_TOKEN_END_OF_INPUT) return;

@@ -28,7 +28,7 @@ struct Verdict {
   bool syntax = false;  // a syntax error, and so one with a place
   Span place;
   uint32_t found = 0;         // token type there
-  Span ignored;               // text behind the statement, which nobody reads
+  Span ignored;               // text after the statement, which nobody reads
   uint32_t ignored_type = 0;  // token type of its first token
   bool trace_statement = false;
 };

@@ -137,12 +137,12 @@ void Walker::walk_wrong_separator() {
   unexpected_text();
 }
 
-// Text that is neither a separator nor an option. Behind a word it may belong to a value of several
+// Text that is neither a separator nor an option. After a word it may belong to a value of several
 // words, which has to be quoted.
 void Walker::unexpected_text() {
   const Token& here = token();
   const size_t first = next_;
-  const bool behind_value =
+  const bool after_value =
       first >= 3 && is_word_token(tokens_[first - 1]) && tokens_[first - 2].type == EQUAL;
   bool words = is_word_token(here);
   skip_mistake();
@@ -154,7 +154,7 @@ void Walker::unexpected_text() {
   if (next_ == first) advance();
   const Occurrence* value =
       occurrences_.size() == 0 ? nullptr : &occurrences_[occurrences_.size() - 1];
-  if (!behind_value || !words || value == nullptr) return;
+  if (!after_value || !words || value == nullptr) return;
   const OptionRule* option = value->parameter != nullptr ? value->parameter : value->option;
   if (option->syntax != ValueSyntax::kString) return;
   finding.wording = Wording::kWithBlank;
@@ -174,7 +174,7 @@ void Walker::second_statement(bool after_comma) {
 
 // ---- going on ----------------------------------------------------------------------------------
 
-// Whether the statement can be gone on with here, behind a mistake.
+// Whether the statement can be gone on with here, after a mistake.
 bool Walker::resumes(size_t ahead) const {
   const Token& here = token(ahead);
   switch (here.type) {

@@ -12,8 +12,8 @@ Finding& Walker::error(TAVODiagnosticRule rule, Span place, const Token& found) 
   finding.found = static_cast<uint16_t>(found.type);
   if (found.type == TAVO_TOKEN_END_OF_INPUT) finding.wording = Wording::kAtEnd;
   if (place.begin != found.begin) {
-    finding.has_stumble = true;
-    finding.stumble = found.place();
+    finding.has_stop = true;
+    finding.stop = found.place();
   }
   return finding;
 }
@@ -162,7 +162,7 @@ void Walker::walk_user_library(const StatementRule& statement) {
   walk_options();
 }
 
-// Everything behind it is ignored.
+// Everything after it is ignored.
 void Walker::walk_trace_statement(const StatementRule& statement) {
   const size_t first = next_;
   statement_ = &statement;

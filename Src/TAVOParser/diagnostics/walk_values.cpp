@@ -18,7 +18,7 @@ bool Walker::is_accepted(const OptionRule& option, const Token& token) const {
   }
 }
 
-// Another language's separator with an option or nothing behind it.
+// Another language's separator with an option or nothing after it.
 bool Walker::is_foreign_separator(size_t ahead) const {
   return token(ahead).type == BAD_SEP &&
          (is_own_option(ahead + 1) || token(ahead + 1).type == TAVO_TOKEN_END_OF_INPUT);
@@ -61,7 +61,7 @@ void Walker::walk_assignment(const OptionRule& option) {
   occurrences_.add(occurrence);
 }
 
-// Stands behind the keyword. Returns true when a value stands here now.
+// Stands after the keyword. Returns true when a value stands here now.
 bool Walker::missing_equals(const OptionRule& option) {
   const Token& here = token();
   const Token& keyword = before();
@@ -96,7 +96,7 @@ bool Walker::missing_equals(const OptionRule& option) {
   return false;
 }
 
-// The place is the one just behind the sign.
+// The place is the one just after the sign.
 void Walker::missing_value(const OptionRule& option) {
   Finding& finding = error(TAVO_DIAGNOSTIC_MISSING_VALUE, after(before()), token());
   name_option(finding, option);
@@ -122,9 +122,9 @@ void Walker::walk_value(const OptionRule& option, Occurrence& occurrence) {
       return advance();
     }
     occurrence.clean = false;
-    const bool accepted_behind =
+    const bool accepted_after =
         is_accepted(option, token(1)) && ends_value(token(2)) && !is_own_option(1);
-    if (here.type == EQUAL || (here.type == COMMA && accepted_behind) ||
+    if (here.type == EQUAL || (here.type == COMMA && accepted_after) ||
         (here.type == LEFT_PARENTHESIS && is_accepted(option, token(1)))) {
       surplus(here, spelling_of(here.type), true);
       continue;
@@ -168,8 +168,8 @@ void Walker::walk_string(const OptionRule& option, Occurrence& occurrence) {
       if (here.finding != nullptr) propose_quotes(*here.finding, here.place());
       return advance();
     }
-    const bool word_behind = is_word_token(token(1)) && !is_own_option(1) && ends_value(token(2));
-    if (here.type == EQUAL || (here.type == COMMA && word_behind)) {
+    const bool word_follows = is_word_token(token(1)) && !is_own_option(1) && ends_value(token(2));
+    if (here.type == EQUAL || (here.type == COMMA && word_follows)) {
       occurrence.clean = false;
       surplus(here, spelling_of(here.type), false);
       continue;
@@ -258,18 +258,18 @@ bool Walker::is_outer_option(size_t ahead) {
   return nearest.best().type == 0;
 }
 
-void Walker::not_closed(const OptionRule& option, const Token& opening, const Token& stumble,
+void Walker::not_closed(const OptionRule& option, const Token& opening, const Token& stop,
                         std::string_view sign) {
   Finding& finding =
-      error(TAVO_DIAGNOSTIC_MISSING_PARENTHESIS, {opening.begin, opening.begin + 1}, stumble);
+      error(TAVO_DIAGNOSTIC_MISSING_PARENTHESIS, {opening.begin, opening.begin + 1}, stop);
   finding.wording = Wording::kNotClosed;
   finding.option = &option;
   finding.expecting = Expecting::kInParentheses;
-  findings_.relate(finding, TAVO_RELATED_STUMBLE, stumble.place());
+  findings_.relate(finding, TAVO_RELATED_STOP, stop.place());
   findings_.add_fix(finding, FixTitle::kInsert, true, ")", after(before()), sign);
 }
 
-// One parameter and what stands behind it. Returns false when the parentheses end.
+// One parameter and what stands after it. Returns false when the parentheses end.
 bool Walker::walk_parameter(const OptionRule& option, const Token& opening, bool& after_comma) {
   const Token& here = token();
   if (at_end() || begins_statement(0)) {

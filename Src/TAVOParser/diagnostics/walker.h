@@ -91,7 +91,7 @@ class Walker {
   const OptionRule* option_at(size_t ahead) const {
     return option_of_type(token(ahead).type);
   }
-  bool is_own_option(size_t ahead) const;  // with an equals sign behind it
+  bool is_own_option(size_t ahead) const;  // with an equals sign after it
 
   // ---- values
   void walk_assignment(const OptionRule& option);
@@ -102,7 +102,7 @@ class Walker {
   void walk_string(const OptionRule& option, Occurrence& occurrence);
   void walk_parameters(const OptionRule& option);
   bool walk_parameter(const OptionRule& option, const Token& opening, bool& after_comma);
-  void not_closed(const OptionRule& option, const Token& opening, const Token& stumble,
+  void not_closed(const OptionRule& option, const Token& opening, const Token& stop,
                   std::string_view sign);
   bool ends_value(const Token& token) const;
   bool is_accepted(const OptionRule& option, const Token& token) const;

@@ -110,7 +110,7 @@ std::string_view name_of_found(uint32_t type) {
   }
 }
 
-// Whether a value may be shown: the option takes nothing but words of the language.
+// Whether a value may be shown: the option accepts only words of the language.
 bool shows_values(const OptionRule* option) {
   if (option == nullptr || option->syntax != ValueSyntax::kToken) return false;
   for (const AcceptedValue& value : option->values.list()) {
@@ -389,7 +389,7 @@ const char* related_message(uint32_t role) {
     case TAVO_RELATED_FIRST: return "the first one";
     case TAVO_RELATED_OPENING: return "opened here";
     case TAVO_RELATED_CLOSING: return "closed here";
-    case TAVO_RELATED_STUMBLE: return "before this";
+    case TAVO_RELATED_STOP: return "before this";
     case TAVO_RELATED_IGNORED: return "ignored";
     default: return "";
   }

@@ -27,7 +27,7 @@ static Page page_of(const void* descriptor) {
 
 /* ---- characters -------------------------------------------------------------------------------*/
 
-/* Each reads or writes one character and moves on behind it; NONE or false is a refusal. */
+/* Each reads or writes one character and moves on past it; NONE or false is a refusal. */
 
 static uint32_t read_utf8(const unsigned char** at, const unsigned char* end) {
   static const uint32_t smallest[] = {0, 0x80, 0x800, 0x10000};

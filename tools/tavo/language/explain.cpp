@@ -173,7 +173,7 @@ std::string Explainer::statement(const Statement& statement) const {
   text += wrapped("example: " + statement.example, 2);
   text += fmt::format("  names: {}\n", join(names(statement)));
   if (statement.key_type == 0) {
-    return text + "  stores nothing; sets the trace level; text behind it is ignored\n";
+    return text + "  stores nothing; sets the trace level; text after it is ignored\n";
   }
   text += fmt::format(
       "  stored as {} under {}\n",

@@ -16,7 +16,7 @@ bool is_blank(char c) {
   return kBlanks.find(c) != kBlanks.npos;
 }
 
-// The index behind the quote that closes, or npos.
+// The index after the quote that closes, or npos.
 size_t end_of_quote(std::string_view line, size_t at) {
   for (; at < line.size(); ++at) {
     if (line[at] == '"') return at + 1;
@@ -25,7 +25,7 @@ size_t end_of_quote(std::string_view line, size_t at) {
   return line.npos;
 }
 
-// The index behind the end of the comment, or npos.
+// The index after the end of the comment, or npos.
 size_t end_of_comment(std::string_view line, size_t at) {
   const size_t end = line.find("*/", at);
   return end == line.npos ? line.npos : end + 2;
@@ -107,7 +107,7 @@ ClosingSearch::Found ClosingSearch::add(std::string_view line) {
 }
 
 // A quote that closes stands before a separator, a comment or the line's end; one that opens stands
-// behind a sign that wants a value, and before it.
+// after a sign that wants a value, and before it.
 ClosingSearch::Found ClosingSearch::find_quote(std::string_view line) {
   const size_t past = end_of_quote(line, 0);
   const size_t searched = past == line.npos ? line.size() : past - 1;

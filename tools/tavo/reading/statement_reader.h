@@ -38,7 +38,7 @@ class StatementReader {
   StatementReader(Input& input, Layout layout) : input_(input), layout_(layout) {}
 
   // False at the end of the file, throws InputError where it cannot be read; `lead` then holds the
-  // lines behind the last statement.
+  // lines after the last statement.
   bool next(FileStatement& statement);
   // Of the statements so far, and of what follows the last one at the end.
   size_t lines_read() const {
@@ -46,7 +46,7 @@ class StatementReader {
   }
 
  private:
-  // The i-th line that is still to be read; null behind the last one.
+  // The i-th line that is still to be read; null past the last one.
   const std::string* line_ahead(size_t i);
   void drop_line();
   bool goes_on(const std::string& line);

@@ -11,7 +11,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Lines of the file, columns in characters; the end is one behind the last character.
+// Lines of the file, columns in characters; the end is one past the last character.
 void put_place(Json& json, const Place& place, size_t first_line) {
   json["line"] = first_line + place.line - 1;
   json["column"] = place.column;

@@ -14,12 +14,12 @@ bool is_word(char c) {
 }
 
 void add_keywords(std::vector<std::string>& words, const std::vector<Option>& options,
-                  const std::string& behind) {
+                  const std::string& suffix) {
   for (const Option& option : options) {
     for (const std::string& spelling : spellings(option)) {
       std::string word = spelling;
       // A number follows the keyword.
-      word += takes_number(option) ? "" : behind;
+      word += takes_number(option) ? "" : suffix;
       words.push_back(std::move(word));
     }
   }

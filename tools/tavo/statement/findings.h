@@ -9,7 +9,7 @@
 namespace tavo::cli {
 
 // A place in a statement. Lines and columns count from 1, columns in characters; the end is one
-// behind the last character.
+// after the last character.
 struct Place {
   Range range;  // in characters of the statement
   size_t line = 1;

@@ -54,7 +54,7 @@ class Formatter {
     }
   }
 
-  // Behind the last token that the parser reads; behind everything when it reads all of it. What
+  // After the last token that the parser reads; after everything when it reads all of it. What
   // follows is ignored, and is nothing that has a layout.
   size_t end_of_statement() const {
     if (written_.past >= written_.tokens.size() || written_.past == 0) {
@@ -116,7 +116,7 @@ class Formatter {
     ++index_;
   }
 
-  // A comment stays behind what it followed, or on its own line where options have theirs.
+  // A comment stays after what it followed, or on its own line where options have theirs.
   void put_comment(const TAVOTextToken& token) {
     const std::wstring_view comment = text_.text_of(token);
     const bool own_line = style_.option_a_line && broken_line_ && after_separator_;
@@ -129,7 +129,7 @@ class Formatter {
     after_comment_ = true;
     after_line_comment_ = comment.starts_with(L"//");
     broken_line_ = false;
-    // Behind a separator the next option still begins a line.
+    // After a separator the next option still begins a line.
     if (!(style_.option_a_line && after_separator_)) after_comma_ = false;
   }
 

@@ -25,7 +25,7 @@ struct StatementStyle {
 };
 
 // Lays an accepted statement out anew: keywords of statement, options and parameters in upper case,
-// no blanks but one behind a comma, comments kept. Values stay as typed, and so do the keys of a
+// no blanks but one after a comma, comments kept. Values stay as typed, and so do the keys of a
 // user's own provider. Text that the parser ignores stays as it is.
 // Comment lines stay before what they stood before, each on a line of its own.
 std::wstring format_statement(const StatementText& text, const StatementStyle& style,

@@ -74,7 +74,7 @@ class AcceptedSecrets {
   void add_option(const WrittenOption& option) {
     for (const WrittenOption& parameter : option.parameters) add_option(parameter);
     if (!option.parameters.empty()) return;
-    const size_t value = option.first + 2;  // behind keyword and sign
+    const size_t value = option.first + 2;  // after keyword and sign
     const std::wstring_view text = statement_.text_of(written_.tokens[value]);
     if (!holds_secret(option) && !redaction::speaks_of_secret(text)) return;
     const size_t begin = statement_.text().find_first_not_of(
@@ -105,7 +105,7 @@ class AcceptedSecrets {
   std::vector<Range> secrets_;
 };
 
-// The first range that ends behind a place.
+// The first range that ends after a place.
 auto first_behind(const std::vector<Range>& ranges, size_t place) {
   return std::partition_point(ranges.begin(), ranges.end(),
                               [&](const Range& range) { return range.end <= place; });

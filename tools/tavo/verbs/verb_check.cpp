@@ -119,7 +119,7 @@ void add_check(CLI::App& app, Output& output, int* status) {
       "that begins with PRO=, indented or not, begins a statement, and so does one with LIB= or\n"
       "TRCLEVEL= when no comma stands before it. A blank line ends a statement. A line that "
       "begins\n"
-      "with # is a comment. --layout lines takes every line by itself; --layout paragraphs ends a\n"
+      "with # is a comment. --layout lines reads every line by itself; --layout paragraphs ends a\n"
       "statement only at a blank line or where another one begins.\n\n"
       "What the library accepts and ignores is told as well: an error when it holds a statement "
       "or\n"

@@ -78,7 +78,7 @@ std::string explained_names() {
 }
 
 // In bash the word is what is typed so far, with its opening quote; replies replace what stands
-// behind the quote, and behind the last "=" or ":" when there is no quote.
+// after the quote, and after the last "=" or ":" when there is no quote.
 constexpr std::string_view kBash = R"(# bash completion for tavo
 _tavo() {
   local cur=${COMP_WORDS[COMP_CWORD]} verb='' i
