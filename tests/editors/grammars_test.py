@@ -10,6 +10,7 @@ import sys
 FILES = {
     "vscode/syntaxes/tavo.tmLanguage.json": "textmate",
     "vscode/syntaxes/tavo.injection.tmLanguage.json": "textmate-injection",
+    "vscode/syntaxes/tavo.double-injection.tmLanguage.json": "textmate-double-injection",
     "vim/syntax/tavo.vim": "vim",
 }
 

@@ -147,6 +147,32 @@ Json signs() {
 
 constexpr std::string_view kOrigin = "Written by `tavo explain` from the tables of the parser.";
 
+// Statements in strings of other languages. kinds: the ends of the strings' scopes. first: what
+// differs there from a statement in a file of its own.
+std::string injection(const std::string& scope, const std::vector<std::string>& kinds,
+                      const std::string& end, const Json& first) {
+  const Vocabulary words = read_vocabulary();
+  std::vector<std::string> selectors;
+  for (const std::string& kind : kinds) {
+    const std::string string = kind.starts_with("unquoted") ? "string." : "string.quoted.";
+    // Not inside itself: it would begin again at the same place.
+    selectors.push_back("L:" + string + kind + " - meta.embedded.tavo");
+  }
+  Json patterns = first;
+  patterns.push_back({{"include", "source.tavo#statement"}});
+  const Json statement = {
+      {"begin", fmt::format("(?i){}(?={}\\s*=\\s*{}{})", kBefore, any_of(words.openers),
+                            any_of(words.names), kAfter)},
+      {"end", end},
+      {"name", "meta.embedded.tavo"},
+      {"patterns", patterns}};
+  const Json grammar = {{"$comment", kOrigin},
+                        {"scopeName", scope},
+                        {"injectionSelector", join(selectors, ", ")},
+                        {"patterns", {statement}}};
+  return grammar.dump(2) + "\n";
+}
+
 // ---- Vim ----------------------------------------------------------------------------------------
 
 std::string vim_match(const std::string& group, const std::string& expression) {
@@ -189,23 +215,20 @@ std::string textmate_grammar() {
 }
 
 std::string textmate_injection() {
-  const Vocabulary words = read_vocabulary();
-  const std::string begin = fmt::format("(?i){}(?={}\\s*=\\s*{}{})", kBefore, any_of(words.openers),
-                                        any_of(words.names), kAfter);
-  const auto quoted_by = [&](const std::string& end) {
-    return Json{{"begin", begin},
-                {"end", end},
-                {"name", "meta.embedded.tavo"},
-                {"patterns", {{{"include", "source.tavo#statement"}}}}};
-  };
-  const Json grammar = {{"$comment", kOrigin},
-                        {"scopeName", "source.tavo.injection"},
-                        // Not inside itself: it would begin again at the same place.
-                        {"injectionSelector",
-                         "L:string.quoted.single - meta.embedded.tavo, L:string.unquoted.plain - "
-                         "meta.embedded.tavo, L:string.unquoted.block - meta.embedded.tavo"},
-                        {"patterns", {quoted_by("(?='|$)")}}};
-  return grammar.dump(2) + "\n";
+  return injection("source.tavo.injection", {"single", "unquoted.plain", "unquoted.block"},
+                   "(?='|$)", Json::array());
+}
+
+// In double quotes the quotes of a statement are escaped: \" in shell and YAML, "" in SQL.
+std::string textmate_double_injection() {
+  const Json texts = {
+      match(R"(\\"(?:[^"\\]|\\[^"])*\\")", "string.quoted.double.tavo"),
+      match(R"(""[^"]*"")", "string.quoted.double.tavo"),
+      match(R"(#\\"(?:[^"\\]|\\[^"])*\\")", "variable.other.field.tavo"),
+      match(R"(#""[^"]*"")", "variable.other.field.tavo"),
+      // One that is not closed.
+      {{"begin", R"(\\")"}, {"end", R"((?=")|$)"}, {"name", "string.quoted.double.tavo"}}};
+  return injection("source.tavo.injection.double", {"double"}, R"((?="(?!"))|$)", texts);
 }
 
 std::string vim_syntax() {

@@ -6,8 +6,10 @@
 namespace tavo::cli {
 
 std::string textmate_grammar();
-// For statements quoted in files of other languages.
+// For statements in files of other languages: in single quotes or without quotes, and in double
+// quotes.
 std::string textmate_injection();
+std::string textmate_double_injection();
 std::string vim_syntax();
 
 }  // namespace tavo::cli

@@ -191,6 +191,7 @@ class ExplainRun {
     if (options.format == "json") return show(language_json());
     if (options.format == "textmate") return show(textmate_grammar());
     if (options.format == "textmate-injection") return show(textmate_injection());
+    if (options.format == "textmate-double-injection") return show(textmate_double_injection());
     if (options.format == "vim") return show(vim_syntax());
     return all ? show(explain_.all()) : by_names(options.names);
   }
@@ -210,9 +211,10 @@ void add_explain(CLI::App& app, Output& output, int* status) {
       ->expected(0, 3);
   verb->add_flag("--errors", options->errors, "Every error number of the library");
   verb->add_option("--format", options->format,
-                   "text, markdown, json, svg, textmate, textmate-injection or vim")
-      ->check(CLI::IsMember(
-          {"text", "markdown", "json", "svg", "textmate", "textmate-injection", "vim"}))
+                   "text, markdown, json, svg, textmate, textmate-injection, "
+                   "textmate-double-injection or vim")
+      ->check(CLI::IsMember({"text", "markdown", "json", "svg", "textmate", "textmate-injection",
+                             "textmate-double-injection", "vim"}))
       ->capture_default_str();
   verb->footer(
       "Examples:\n"
