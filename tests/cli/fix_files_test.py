@@ -59,6 +59,20 @@ with tempfile.TemporaryDirectory() as folder:
     expect(content() == SUGGESTED, content())
     expect("..." not in content() and "NAME" not in content(), "a placeholder")
     expect(os.listdir(folder) == ["masks.txt"], os.listdir(folder))
+    # What --diff shows is what --fix does.
+    for text in ("# a\nPRO=HASH,, DSTFLD=X\n\nPRO=EML,,\n# inside\n  MTD=HASH\nPRO=CCN",
+                 "PRO=CCN\nPRO=CCN\nPRO=CCN\nPRO=CCN\nPRO=HASH,, DSTFLD=X\nPRO=CCN\n"):
+        put(text)
+        shown = run("--fix", "--diff", "-q", path)
+        expect("masks" not in shown.stderr, shown.stderr)
+        patched = subprocess.run(["patch", path], input=shown.stdout, capture_output=True,
+                                 encoding="utf-8")
+        expect(patched.returncode == 0, patched)
+        after = content()
+        put(text)
+        run("--fix", path)
+        expect(content() == after != text, (content(), after))
+    expect(run("--fix", "--diff", "--format", "json", path).returncode == 2, "a diff in JSON")
     put("PRO=HASH,, DSTFLD=X\n")
     expect(run("--fix", path).returncode == 0, "nothing is left")
     expect(run("--fix", "--code-page", "850", path).returncode == 2, "8-bit text")

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <regex>
 
 #include "TAVOParserCpp.hpp"
@@ -84,13 +85,10 @@ std::string said_to(Arguments arguments) {
   app.add_flag("--show-secrets", output.show_secrets);
   app.require_subcommand(1);
   app.fallthrough();
-  add_parse(app, output, &status);
-  add_check(app, output, &status);
-  add_tokens(app, output, &status);
-  add_fmt(app, output, &status);
-  add_list(app, output, &status);
-  add_grep(app, output, &status);
-  add_diff(app, output, &status);
+  static const std::map<std::string, void (*)(CLI::App&, Output&, int*)> verbs = {
+      {"parse", add_parse}, {"check", add_check}, {"tokens", add_tokens}, {"fmt", add_fmt},
+      {"list", add_list},   {"grep", add_grep},   {"diff", add_diff}};
+  verbs.at(arguments.front())(app, output, &status);
   for (const HiddenWord& hidden : hidden_words(arguments)) output.hide(hidden.word, hidden.shown);
   std::vector<const char*> argv = {"tavo"};
   for (const std::string& argument : arguments) argv.push_back(argument.c_str());
@@ -130,9 +128,9 @@ std::string marker_of(const std::string& text) {
 }
 
 // The ways to look at one statement: all formats of the verbs that take one, and at a file of it.
-// old: a file with another statement.
+// old: a file with another statement; among: a file with it between others that change.
 std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file,
-                                    const std::string& old) {
+                                    const std::string& old, const std::string& among) {
   return {{"parse", "--", statement},
           {"parse", "--format", "json", "--", statement},
           {"parse", "--format", "tsv", "--", statement},
@@ -149,7 +147,7 @@ std::vector<Arguments> ways_to_show(const std::string& statement, const std::str
           {"check", "--layout", "lines", file},
           {"check", "--layout", "paragraphs", file},
           {"check", "--fix=suggested", "--diff", file},
-          {"check", "--fix", "--diff", "--format", "json", file},
+          {"check", "--fix", "--diff", "--layout", "lines", file},
           {"fmt", "--diff", "-f", file},
           {"list", file},
           {"list", "--format", "jsonl", file},
@@ -159,6 +157,8 @@ std::vector<Arguments> ways_to_show(const std::string& statement, const std::str
           {"list", "--stats", "--format", "jsonl", file},
           {"grep", "!NOSUCHKEY", file},
           {"grep", "--format", "jsonl", "!NOSUCHKEY", file},
+          {"fmt", "--diff", "-f", among},
+          {"check", "--fix", "--diff", among},
           {"diff", old, file},
           {"diff", "--format", "json", file, old},
           {"diff", "--textconv", file},
@@ -189,7 +189,8 @@ std::string said_to_editor(const std::string& text) {
   ask("semanticTokens/full", Json::object());
   ask("foldingRange", Json::object());
   ask("diagnostic", Json::object());
-  ask("codeAction", {{"range", whole}, {"context", {{"diagnostics", Json::array()}, {"only", {"quickfix"}}}}});
+  ask("codeAction",
+      {{"range", whole}, {"context", {{"diagnostics", Json::array()}, {"only", {"quickfix"}}}}});
   int line = 0, character = 0;
   for (size_t i = 0; i < text.size(); ++i, ++character) {
     if (i % 7 == 0) {
@@ -248,7 +249,10 @@ void expect_no_leak(const std::string& statement, const Folder& folder) {
   EXPECT_EQ(tavo_test::leak_in(editor, marker), "") << statement << "\n--\n" << editor;
   if (testing::Test::HasFailure()) return;
   const std::string old = folder.write("PRO=HASH, DSTFLD=X, SEED=\"other\"\n", "old.txt");
-  for (const Arguments& way : ways_to_show(statement, folder.write(statement + "\n"), old)) {
+  const std::string change = "pro=hash,, dstfld=X\n\npro=eml,mtd=ran\n\n";
+  const std::string among = folder.write(change + statement + "\n\n" + change, "among.txt");
+  const std::string file = folder.write(statement + "\n");
+  for (const Arguments& way : ways_to_show(statement, file, old, among)) {
     const std::string said = said_to(way);
     EXPECT_EQ(tavo_test::leak_in(said, marker), "")
         << way[0] << " " << way[1] << " " << way[2 < way.size() ? 2 : 1] << "\n"

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "reading/file_writer.h"
-#include "showing/change.h"
 #include "showing/encoding_finding.h"
+#include "showing/statement_diff.h"
 
 namespace tavo::cli {
 namespace {
@@ -83,6 +83,7 @@ void CheckJob::run() {
   run.finish();
   run_ = nullptr;
   progress_.hide();
+  if (masked_) output_.complain(kMaskedDiff);
   if (baseline_) totals_.gone = baseline_->gone();
   if (written_) write_baseline_file();
 }
@@ -136,7 +137,9 @@ void CheckJob::fix_file(CheckRun& run, const std::string& file) {
       after = with_edits(after, round);
       round.clear();
     }
-    if (!options_.diff && after != before) {
+    if (options_.diff) {
+      tell_diff(checked, before);
+    } else if (after != before) {
       replace_file(file, input.info(), encoded(after, input.encoding()));
     }
   } catch (const InputError& error) {
@@ -144,6 +147,16 @@ void CheckJob::fix_file(CheckRun& run, const std::string& file) {
   } catch (const FileError& error) {
     add_unread(checked, error.what());
   }
+}
+
+void CheckJob::tell_diff(const CheckedFile& file, const std::string& before) {
+  const std::vector<ChangedPart> parts = changed_parts(before, file.layout, fixed_);
+  fixed_.clear();
+  Stream& answer = output_.answer();
+  const UnifiedDiff diff = unified_diff(file.name, parts, {}, output_.show_secrets, answer);
+  progress_.hide();
+  answer.write(diff.text);
+  masked_ |= diff.masked;
 }
 
 void CheckJob::begin_file(const CheckedFile& file) {
@@ -227,10 +240,12 @@ void CheckJob::tell(const CheckedFile& file, size_t first_line, const StatementT
 // A fix can make room for another one: a few rounds, then what is left is told.
 void CheckJob::fix(const CheckedFile& file, FoundStatement& found) {
   FileStatement statement = found.lines;
+  std::string raw = statement.raw;
   for (FixRound& round : rounds_) {
     const std::vector<FileEdit> edits = edits_of(found.verdict.findings, options_.fix, 1);
     if (edits.empty()) break;
     statement.bytes = with_edits(statement.bytes, edits);
+    raw = with_edits(raw, edits);
     for (FileEdit edit : edits) {
       edit.line += statement.first_line - 1;
       edit.end_line += statement.first_line - 1;
@@ -238,13 +253,7 @@ void CheckJob::fix(const CheckedFile& file, FoundStatement& found) {
     }
     found.verdict = run_->check_again(file, statement);
   }
-  if (statement.bytes == found.lines.bytes || !options_.diff) return;
-  progress_.hide();
-  const StatementText before(found.lines.bytes, std::nullopt);
-  StatementText after(statement.bytes, std::nullopt);
-  after.parse();  // more of an accepted statement is shown
-  output_.answer().write(change_of(output_.answer(), before, after, file.name, statement.first_line,
-                                   output_.show_secrets));
+  fixed_[statement.first_line] = std::move(raw);
 }
 
 }  // namespace tavo::cli

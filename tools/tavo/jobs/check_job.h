@@ -11,6 +11,7 @@
 #include "jobs/baseline.h"
 #include "jobs/check_run.h"
 #include "jobs/file_list.h"
+#include "reading/format_text.h"
 #include "showing/check_report.h"
 #include "statement/fixing.h"
 #include "terminal/progress.h"
@@ -58,6 +59,7 @@ class CheckJob : private CheckSink {
   void check_file(CheckRun& run, const std::string& file);
   void fix_file(CheckRun& run, const std::string& file);
   void fix(const CheckedFile& file, FoundStatement& found);
+  void tell_diff(const CheckedFile& file, const std::string& before);
   void hide_old(const CheckedFile& file, FoundStatement& found);
   void tell_all(const CheckedFile& file, const FoundStatement& found);
   void tell(const CheckedFile& file, size_t first_line, const StatementText& text,
@@ -80,6 +82,8 @@ class CheckJob : private CheckSink {
   bool told_encoding_ = false;  // of the present file
   using FixRound = std::vector<FileEdit>;
   std::array<FixRound, 4> rounds_;  // of the present file
+  ChangedStatements fixed_;         // of the present file
+  bool masked_ = false;             // a diff hides something
 };
 
 }  // namespace tavo::cli

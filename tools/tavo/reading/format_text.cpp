@@ -19,6 +19,28 @@ std::string FormattedText::after() const {
   return text;
 }
 
+std::vector<ChangedPart> changed_parts(const std::string& whole, Layout layout,
+                                       const ChangedStatements& changed) {
+  std::vector<ChangedPart> parts;
+  Input input = Input::of_decoded(whole);
+  StatementReader reader(input, layout);
+  size_t done = 0;
+  const auto add = [&](std::string before, std::string after) {
+    done += before.size();
+    parts.push_back({std::move(before), std::move(after)});
+  };
+  for (FileStatement statement; reader.next(statement);) {
+    add(statement.lead, statement.lead);
+    const auto other = changed.find(statement.first_line);
+    const std::string& after = other == changed.end() ? statement.raw : other->second;
+    const char* end = done + statement.raw.size() < whole.size() ? "\n" : "";
+    add(statement.raw + end, after + end);
+  }
+  const std::string rest = whole.substr(std::min(done, whole.size()));
+  add(rest, rest);
+  return parts;
+}
+
 bool is_divided_into(const std::string& whole, Layout layout,
                      const std::vector<std::string>& statements) {
   Input input = Input::of_decoded(whole);
@@ -70,7 +92,6 @@ FormattedText format_text(const std::string& whole, std::optional<uint32_t> code
     if (kept.ends_with('\r')) kept.pop_back();
     if (laid_out.text && *laid_out.text != kept) {
       result.changed.push_back(statement.first_line);
-      result.holds_secrets |= !one.secrets().empty();
     }
     statements.push_back(laid_out.text.value_or(kept));
     if (done + raw.size() < whole.size()) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,12 +27,18 @@ struct FormattedText {
   bool wrong = false;              // a statement is not accepted, and stays as it is
   bool stuck = false;              // a statement cannot be laid out anew, and stays as it is
   bool mixed_line_ends = false;    // and they are made alike
-  bool holds_secrets = false;      // in a statement that changes
   bool divided_otherwise = false;  // the new text would hold other statements: all of it stays
 
   std::string before() const;
   std::string after() const;
 };
+
+// Texts of statements, by their first lines.
+using ChangedStatements = std::map<size_t, std::string>;
+
+// A text with some of its statements changed, each statement and what stands between them a part.
+std::vector<ChangedPart> changed_parts(const std::string& whole, Layout layout,
+                                       const ChangedStatements& changed);
 
 // Sees each statement, its parse and what becomes of it, in order.
 using SeeStatement = std::function<void(const FileStatement& read, const StatementText& text,

@@ -13,8 +13,8 @@ struct HiddenWord {
 };
 
 // What is not to be repeated as it is, the longest first: words that read like a statement or a
-// part of one, parts of them that a complaint may name, and what follows an equal sign. words: UTF-8
-// of unknown origin, without those that name existing files.
+// part of one, parts of them that a complaint may name, and what follows an equal sign. words:
+// UTF-8 of unknown origin, without those that name existing files.
 std::vector<HiddenWord> hidden_words(const std::vector<std::string>& words);
 
 }  // namespace tavo::cli

@@ -83,8 +83,7 @@ class Collector {
     finding.message = from_utf8(diagnostic.message);
     if (finding.is_recorded) finding.recorded = recorded_text(diagnostic.number);
     if (diagnostic.rule == TAVO_DIAGNOSTIC_RULE_VIOLATED) {
-      finding.message =
-          finding.is_recorded ? finding.recorded : text_of_rule(diagnostic);
+      finding.message = finding.is_recorded ? finding.recorded : text_of_rule(diagnostic);
     }
     if (!show_secrets_) {
       finding.message = without_secrets(std::move(finding.message), finding.rule,

@@ -84,8 +84,9 @@ std::wstring without_secrets(std::wstring message, std::string_view rule, Range 
   const size_t begin = few || place.begin < kNear ? 0 : place.begin - kNear;
   for (auto secret = std::partition_point(secrets.begin(), secrets.end(), ends_before(begin));
        secret != secrets.end() && (few || secret->begin < place.end + kNear); ++secret) {
-    mask_words(message, std::wstring_view(statement.text())
-                            .substr(secret->begin, secret->end - secret->begin));
+    mask_words(
+        message,
+        std::wstring_view(statement.text()).substr(secret->begin, secret->end - secret->begin));
   }
   return message;
 }

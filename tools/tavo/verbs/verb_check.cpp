@@ -26,6 +26,9 @@ std::string contradiction_of(const CheckOptions& options) {
     return "--baseline reads a baseline and --write-baseline makes a new one: give one of them";
   }
   if (job.fix == FixWhat::kNothing) return "";
+  if (job.diff && options.format != CheckFormat::kText) {
+    return "--diff is for people: the other formats tell the fixes of each finding";
+  }
   if (std::find(job.files.begin(), job.files.end(), "-") != job.files.end() && !job.diff) {
     return "--fix writes files: standard input can only be shown with --diff";
   }

@@ -5,7 +5,6 @@
 
 #include "reading/file_writer.h"
 #include "showing/statement_diff.h"
-#include "statement/secrets.h"
 #include "verbs/format_file.h"
 #include "verbs/read_options.h"
 #include "verbs/verbs.h"
@@ -35,9 +34,7 @@ class FormatRun {
     if (statement) format_statement_word(*statement);
     for (const std::string& file : files) format_and_tell(file);
     if (masked_) {
-      output_.complain(
-          "the diff masks secrets, so that patch cannot apply it; --show-secrets shows "
-          "them");
+      output_.complain(kMaskedDiff);
     }
     return status_;
   }
@@ -81,7 +78,6 @@ class FormatRun {
     FormattedText result;
     const StatementText text(given, reading.code_page);
     const std::string laid_out = format_one(text, options_.style, name, result, output_);
-    result.holds_secrets = !StatementText(given, reading.code_page).secrets().empty();
     if (laid_out != given) result.changed.push_back(1);
     result.parts.push_back({given + '\n', laid_out + '\n'});
     tell(name, result);
@@ -142,22 +138,10 @@ class FormatRun {
 
   void tell_diff(const std::string& name, const FormattedText& result) {
     Stream& out = output_.answer();
-    if (!result.holds_secrets || output_.show_secrets) {
-      out.write(unified_diff(name, result.parts, out));
-      return;
-    }
-    std::vector<ChangedPart> parts = result.parts;
-    for (ChangedPart& part : parts) {
-      if (part.before == part.after) continue;
-      part = {without_secrets(part.before), without_secrets(part.after)};
-      masked_ = true;
-    }
-    out.write(unified_diff(name, parts, out));
-  }
-
-  std::string without_secrets(const std::string& bytes) const {
-    const StatementText text(bytes, options_.reading.code_page);
-    return to_utf8(masked(text.text(), text.secrets(), {0, text.text().size()}, false));
+    const UnifiedDiff diff =
+        unified_diff(name, result.parts, options_.reading.code_page, output_.show_secrets, out);
+    masked_ |= diff.masked;
+    out.write(diff.text);
   }
 
   const FmtOptions& options_;
