@@ -55,9 +55,16 @@ lua([[
   vim.opt.completeopt = 'menuone,noselect'
   vim.ui.select = function(items, _, choose) choose(items[1], 1) end
   vim.cmd('edit ' .. file)
-  local id = vim.lsp.start_client({ name = 'tavo', cmd = { tavo, 'lsp' }, root_dir = vim.fn.getcwd() })
-  vim.lsp.buf_attach_client(0, id)
+  local server = { name = 'tavo', cmd = { tavo, 'lsp' }, root_dir = vim.fn.getcwd() }
+  local id
+  if vim.lsp.start then  -- from 0.8 on
+    id = vim.lsp.start(server)
+  else
+    id = vim.lsp.start_client(server)
+    vim.lsp.buf_attach_client(0, id)
+  end
   vim.bo.omnifunc = 'v:lua.vim.lsp.omnifunc'
+  _G.clients = vim.lsp.get_clients or vim.lsp.get_active_clients
   _G.client = function() return vim.lsp.get_client_by_id(id) end
 ]], file, vim.env.TAVO)
 expect('the file type', 'tavo', lua('return vim.bo.filetype'))
@@ -110,8 +117,8 @@ lua([[
 expect('the formatted line', 'PRO=ccn, CP=1', lines()[2])
 
 -- ---- the end ------------------------------------------------------------------------------------
-lua([[vim.lsp.stop_client(vim.lsp.get_active_clients())]])
-wait_for('the server ends', 'return #vim.lsp.get_active_clients() == 0')
+lua([[vim.lsp.stop_client(_G.clients())]])
+wait_for('the server ends', 'return #_G.clients() == 0')
 vim.fn.jobstop(inner)
 vim.fn.delete(folder, 'rf')
 io.stdout:write('Neovim ' .. tostring(vim.version().major) .. '.' .. tostring(vim.version().minor) .. ': all well\n')

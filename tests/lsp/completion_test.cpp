@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "language/language.h"
 #include "lsp/talk.h"
+#include "statement/statement_text.h"
 
 namespace {
 
@@ -105,6 +107,81 @@ TEST(Completion, OffersNothingInQuotesAndComments) {
     EXPECT_EQ((Labels{}), offered(text)) << text;
   }
   EXPECT_TRUE(ask_at("# PRO=|", "textDocument/completion").is_null());
+}
+
+// ---- every statement, option and value of the tables --------------------------------------------
+
+TEST(Completion, OffersEveryOptionThatIsNotThere) {
+  for (const tavo::cli::Statement& statement : tavo::cli::statements()) {
+    for (const tavo::cli::Option& option : statement.options) {
+      const std::vector<std::string> written = spellings(option);
+      if (written.empty()) continue;  // a word of the user's own
+      const bool numbered = takes_number(option);
+      const std::string label = long_spelling(option) + (numbered ? "1" : "");
+      EXPECT_TRUE(offers(option.start + ", |", label)) << option.start << ": " << label;
+      const bool again = offers(option.start + ", " + option.example + ", |", label);
+      EXPECT_EQ(again, numbered || option.key_type == TAVO_PARSER_AFF_PARM_CLASS)
+          << option.start << ", " << option.example;
+    }
+  }
+}
+
+TEST(Completion, OffersEveryValueThatIsAWord) {
+  for (const tavo::cli::Statement& statement : tavo::cli::statements()) {
+    for (const tavo::cli::Option& option : statement.options) {
+      const Labels all = offered(option.start + ", " + long_spelling(option) +
+                                 (takes_number(option) ? "1=|" : "=|"));
+      for (const TAVOValueInfo& value : option.values) {
+        for (const std::string& word : tavo::cli::spellings(value.tokenType)) {
+          EXPECT_NE(all.end(), std::find(all.begin(), all.end(), word)) << word;
+        }
+      }
+      for (const tavo::cli::Option& parameter : option.parameters) {
+        EXPECT_TRUE(
+            offers(option.start + ", " + option.example.substr(0, option.example.find('(')) + "(|",
+                   long_spelling(parameter)));
+      }
+    }
+  }
+}
+
+// Places inside quotes and comments of a line.
+std::vector<size_t> silent_places(const std::string& text) {
+  std::vector<size_t> places;
+  const tavo::cli::StatementText read(text, std::nullopt);
+  for (const TAVOTextToken& token : read.tokens()) {
+    if (token.type != COMMENT && token.type != TAVO_PARSER_STRING_WITH_QUOTES) continue;
+    // What is typed after a comment to the end of the line belongs to it, too.
+    const bool line = token.type == COMMENT && text.compare(token.offset, 2, "//") == 0;
+    const size_t past = size_t{token.offset} + token.length + (line ? 1 : 0);
+    for (size_t at = token.offset + size_t{1}; at < past; ++at) places.push_back(at);
+  }
+  return places;
+}
+
+TEST(Completion, OffersNothingInsideAnyQuoteOrCommentOfAnyExample) {
+  size_t looked_at = 0;
+  for (const tavo::cli::Statement& statement : tavo::cli::statements()) {
+    for (const tavo::cli::Option& option : statement.options) {
+      const std::string text = option.start + ", /* PRO=, */ " + option.example + " // , PRO=";
+      const Json item = {{"uri", kUri}, {"languageId", "tavo"}, {"version", 1}, {"text", text}};
+      std::vector<Json> messages = {
+          request(1, "initialize", {{"capabilities", all_capabilities()}}),
+          notification("textDocument/didOpen", {{"textDocument", item}})};
+      int id = 1;
+      for (const size_t at : silent_places(text)) {
+        messages.push_back(request(
+            ++id, "textDocument/completion",
+            {{"textDocument", {{"uri", kUri}}}, {"position", {{"line", 0}, {"character", at}}}}));
+      }
+      for (const Json& message : talk(messages).sent) {
+        if (!message.contains("id") || message["id"] == 1) continue;
+        ++looked_at;
+        EXPECT_EQ((Labels{}), labels(message["result"])) << text << " " << message["id"];
+      }
+    }
+  }
+  EXPECT_GT(looked_at, 2000u);
 }
 
 TEST(Completion, GoesOnInTheNextLine) {

@@ -199,6 +199,12 @@ TEST(Rewrites, SpellKeywordsAndLayOutOptions) {
   EXPECT_EQ("PRO=HASH,\n  DSTFLD=X,\n  ALGO=SHA256\n",
             applied(text, list, "Write one option a line"));
   for (const Json& action : list) EXPECT_NE("Write keywords short", action["title"]);
+  const std::string written_long = "PROVIDER=HASH,\n  DSTFLD=X, ALGORITHM=SHA256\n";
+  const Json shorter = actions(written_long, {"refactor"}, range(1, 0, 0));
+  EXPECT_EQ("PRO=HASH, DSTFLD=X, ALGO=SHA256\n",
+            applied(written_long, shorter, "Write keywords short"));
+  EXPECT_EQ("PROVIDER=HASH, DSTFLD=X, ALGORITHM=SHA256\n",
+            applied(written_long, shorter, "Write the statement in one line"));
   const std::string around = "PRO=HASH,\r\n# inner\r\n  DSTFLD=X, ALGO=SHA256\r\n";
   EXPECT_EQ(
       "PRO=HASH,\r\n# inner\r\n  DSTFLD=X,\r\n  ALGO=SHA256\r\n",

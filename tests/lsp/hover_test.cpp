@@ -64,6 +64,22 @@ TEST(Hover, KnowsEveryOptionOfEveryStatement) {
   }
 }
 
+TEST(Hover, KnowsEveryValueThatIsAWord) {
+  for (const tavo::cli::Statement& statement : tavo::cli::statements()) {
+    for (const tavo::cli::Option& option : statement.options) {
+      for (const TAVOValueInfo& value : option.values) {
+        const std::string& meaning = option.meaning_of_value(value.tokenType);
+        ASSERT_FALSE(meaning.empty()) << option.start << " " << option.example;
+        for (const std::string& word : tavo::cli::spellings(value.tokenType)) {
+          const std::string text = option.start + ", " + long_spelling(option) + "=" +
+                                   word.substr(0, 1) + "|" + word.substr(1);
+          EXPECT_TRUE(tells(text, meaning)) << text;
+        }
+      }
+    }
+  }
+}
+
 // ---- signature help -----------------------------------------------------------------------------
 
 Json signature(const std::string& text) {

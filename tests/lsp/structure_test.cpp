@@ -151,4 +151,25 @@ TEST(SemanticTokens, OfARangeAreThoseThatAreInIt) {
       part);
 }
 
+TEST(SemanticTokens, OfEveryRangeAreThoseOfTheDocumentThatMeetIt) {
+  const std::string text =
+      "# c\nPRO=EML, /* a\nb */ DOM=a, // x\n# d\n  SEED=\"1\", CP=1\nPRO=NID, SWI=US\n";
+  const std::vector<Token> all = tokens(ask(text, "textDocument/semanticTokens/full"));
+  for (int first = 0; first < 6; ++first) {
+    for (int last = first; last < 7; ++last) {
+      const Json range = {{"start", {{"line", first}, {"character", 3}}},
+                          {"end", {{"line", last}, {"character", 5}}}};
+      std::vector<Token> wanted;
+      for (const Token& token : all) {
+        const bool before =
+            std::pair(token.line, token.character + token.length) <= std::pair(first, 3);
+        const bool after = std::pair(token.line, token.character) >= std::pair(last, 5);
+        if (!before && !after) wanted.push_back(token);
+      }
+      EXPECT_EQ(wanted, tokens(ask(text, "textDocument/semanticTokens/range", {{"range", range}})))
+          << first << " to " << last;
+    }
+  }
+}
+
 }  // namespace

@@ -18,6 +18,8 @@ bool is_gone(int64_t process) {
   return process > 0 && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
 }
 
+// Not an Input, which reads text by the line: frames count bytes, the server asks whether any wait
+// before it answers, and the wait for them ends when the client is gone.
 size_t read_input(int64_t client, char* buffer, size_t size) {
   for (;;) {
     pollfd input = {STDIN_FILENO, POLLIN, 0};
