@@ -102,8 +102,10 @@ function(tavo_install_tools)
   install(FILES ${PROJECT_BINARY_DIR}/package/tavo.1.gz
           DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/cli.md ${PROJECT_SOURCE_DIR}/docs/language.md
-                ${PROJECT_SOURCE_DIR}/docs/errors.md
+                ${PROJECT_SOURCE_DIR}/docs/errors.md ${PROJECT_SOURCE_DIR}/docs/jobs.md
           DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tavo COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/tools/tavo/pipelines/github-problem-matcher.json
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/tavo COMPONENT tools)
   set(dir ${PROJECT_BINARY_DIR}/completions)
   set(files "")
   foreach(shell bash zsh fish)

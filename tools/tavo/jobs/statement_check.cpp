@@ -5,11 +5,21 @@
 #include <algorithm>
 #include <new>
 
+#include "reading/encoding.h"
 #include "showing/encoding_finding.h"
+#include "statement/code_page.h"
 #include "terminal/visible_text.h"
 
 namespace tavo::cli {
 namespace {
+
+// ASCII, which is the same in UTF-8 and in every code page of files; nothing for other text.
+std::optional<std::wstring> widened(const std::string& bytes) {
+  unsigned char all = 0;
+  for (const char c : bytes) all |= static_cast<unsigned char>(c);
+  if (all >= 0x80) return std::nullopt;
+  return std::wstring(bytes.begin(), bytes.end());
+}
 
 class Check {
  public:
@@ -20,6 +30,10 @@ class Check {
     const size_t lead_lines =
         static_cast<size_t>(std::count(statement_.lead.begin(), statement_.lead.end(), '\n'));
     IgnoreLines ignores(statement_.lead, statement_.first_line - lead_lines, rules_.configuration);
+    if (is_right()) {
+      add_all_remarks(ignores);
+      return std::move(verdict_);
+    }
     auto text = std::make_unique<StatementText>(statement_.bytes, rules_.code_page);
     const ParseResult result = text->parse();
     bool hid_error = false;
@@ -34,17 +48,35 @@ class Check {
       verdict_.findings.push_back(std::move(finding));
     }
     if (hid_error && !result && !rules_.configuration.rules.empty()) add_not_applied(*text);
-    add_remarks(ignores);
-    if (!statement_.inner.empty()) {
-      // Inside a statement they hide nothing.
-      IgnoreLines inside(statement_.raw, statement_.first_line, rules_.configuration);
-      add_remarks(inside);
-    }
+    add_all_remarks(ignores);
     if (!verdict_.findings.empty()) verdict_.text = std::move(text);
     return std::move(verdict_);
   }
 
  private:
+  // Most statements are: then nothing else has to be known of them. What sets a trace level asks
+  // the platform, and house rules ask for the pairs.
+  bool is_right() const {
+    if (!rules_.configuration.rules.empty() || may_set_trace_level(statement_.bytes)) return false;
+    if (const std::optional<std::wstring> ascii = widened(statement_.bytes)) {
+      return has_no_findings(*ascii);
+    }
+    if (!rules_.code_page) {
+      BadByte bad;
+      return !find_bad_byte(statement_.bytes, bad) && has_no_findings(from_utf8(statement_.bytes));
+    }
+    const std::optional<std::wstring> text = decode(statement_.bytes, *rules_.code_page);
+    return text && has_no_findings(*text);
+  }
+
+  void add_all_remarks(IgnoreLines& ignores) {
+    add_remarks(ignores);
+    if (statement_.inner.empty()) return;
+    // Inside a statement they hide nothing.
+    IgnoreLines inside(statement_.raw, statement_.first_line, rules_.configuration);
+    add_remarks(inside);
+  }
+
   // Gives it the level that is configured.
   bool is_told(Finding& finding, IgnoreLines& ignores) {
     if (ignores.hides(finding)) {
@@ -89,6 +121,9 @@ class Check {
       finding.place = place_of_head(text);
       findings.push_back(std::move(finding));
     }
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+      return a.place.range.begin < b.place.range.begin;
+    });
   }
 
   // Such a statement has no pairs that a rule could look at.
@@ -138,10 +173,11 @@ StatementVerdict check_statement(const FileStatement& statement, const CheckRule
 }
 
 bool may_set_trace_level(std::string_view bytes) {
-  for (size_t at = bytes.find_first_of("tT"); at != bytes.npos;
-       at = bytes.find_first_of("tT", at + 1)) {
-    if (at + 2 >= bytes.size()) return false;
-    if ((bytes[at + 1] | 0x20) == 'r' && (bytes[at + 2] | 0x20) == 'c') return true;
+  // Each of them has a C; most statements have few.
+  for (size_t i = 2; i < bytes.size(); ++i) {
+    if ((bytes[i] | 0x20) == 'c' && (bytes[i - 1] | 0x20) == 'r' && (bytes[i - 2] | 0x20) == 't') {
+      return true;
+    }
   }
   return false;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t\f\r";
 
 bool is_blank(char c) {
-  return kBlanks.find(c) != kBlanks.npos;
+  return c == ' ' || c == '\t' || c == '\f' || c == '\r';
 }
 
 // The index after the quote that closes, or npos.

@@ -185,4 +185,9 @@ std::vector<Finding> find_findings(const StatementText& statement, const ParseRe
   return Collector(statement, result, show_secrets).collect();
 }
 
+bool has_no_findings(std::wstring_view text) {
+  const auto stop = [](const TAVODiagnostic*, void*) -> uint32_t { return TAVO_DIAGNOSTICS_END; };
+  return TAVOParser_Diagnose(text.data(), static_cast<uint32_t>(text.size()), stop, nullptr) == 0;
+}
+
 }  // namespace tavo::cli

@@ -55,4 +55,8 @@ struct Finding {
 std::vector<Finding> find_findings(const StatementText& statement, const ParseResult& result,
                                    bool show_secrets);
 
+// Whether the library's diagnostics find nothing, and so accept the statement: a quick look, which
+// leaves out what only the platform knows of trace levels.
+bool has_no_findings(std::wstring_view text);
+
 }  // namespace tavo::cli

@@ -74,6 +74,12 @@ void append_json_escape(std::string& json, uint32_t code) {
                  0xDC00 + (offset & 0x3FF));
 }
 
+// Printable ASCII, which most text is: shown as it is.
+template <typename Text>
+bool is_plain(Text text) {
+  return std::all_of(text.begin(), text.end(), [](auto c) { return c >= 0x20 && c < 0x7F; });
+}
+
 }  // namespace
 
 bool is_unsafe(wchar_t c) {
@@ -84,6 +90,7 @@ bool is_unsafe(wchar_t c) {
 }
 
 std::string printable(std::wstring_view text) {
+  if (is_plain(text)) return {text.begin(), text.end()};
   std::string shown;
   size_t plain = 0;  // the safe text since there is written at once
   for (size_t i = 0; i < text.size(); ++i) {
@@ -96,6 +103,7 @@ std::string printable(std::wstring_view text) {
 }
 
 std::string printable_bytes(std::string_view bytes) {
+  if (is_plain(bytes)) return std::string(bytes);
   std::string shown;
   size_t at = 0;
   for (const wchar_t c : from_utf8(bytes)) {
@@ -134,6 +142,7 @@ std::string tsv_field(std::wstring_view text) {
 }
 
 std::string escape_json(std::string_view json) {
+  if (is_plain(json)) return std::string(json);
   std::string escaped_text;
   escaped_text.reserve(json.size());
   size_t at = 0;
