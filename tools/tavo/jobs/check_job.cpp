@@ -44,6 +44,33 @@ bool is_first(const std::vector<Finding>& findings, const Finding& finding) {
 
 }  // namespace
 
+void list_checked_files(
+    const std::vector<std::string>& arguments, FileSelection selection,
+    const std::function<const Configuration*(const std::string&)>& configuration_of,
+    const std::function<void(const std::string&)>& visit,
+    const std::function<void(const std::string&, const std::string&)>& report,
+    const std::function<void(const std::string&)>& empty) {
+  selection.configured = [&](const std::string& path, bool is_folder) {
+    const Configuration* configuration = configuration_of(path);
+    return configuration == nullptr ? Choice::kNothing : configuration->choice_of(path, is_folder);
+  };
+  for (const std::string& argument : arguments) {
+    size_t listed = 0;
+    list_files(
+        {argument}, selection,
+        [&](const std::string& file) {
+          ++listed;
+          visit(file);
+        },
+        [&](const std::string& folder, const std::string& why) {
+          ++listed;
+          report(folder, why);
+        });
+    // Whoever names a folder expects something in it.
+    if (listed == 0 && selection.changed_since.empty() && empty) empty(argument);
+  }
+}
+
 CheckJob::CheckJob(const CheckJobOptions& options, Output& output, CheckReport& report)
     : options_(options),
       output_(output),
@@ -57,29 +84,15 @@ CheckJob::CheckJob(const CheckJobOptions& options, Output& output, CheckReport& 
 void CheckJob::run() {
   CheckRun run(options_.settings, configurations_, *this);
   run_ = &run;
-  FileSelection selection = options_.selection;
-  selection.configured = [this](const std::string& path, bool is_folder) {
-    const Configuration* configuration = configuration_of(path);
-    return configuration == nullptr ? Choice::kNothing : configuration->choice_of(path, is_folder);
-  };
-  for (const std::string& argument : options_.files) {
-    size_t listed = 0;
-    list_files(
-        {argument}, selection,
-        [&](const std::string& file) {
-          ++listed;
-          check_file(run, file);
-        },
-        [&](const std::string& folder, const std::string& why) {
-          ++listed;
-          complain(folder, why);
-        });
-    // Whoever names a folder expects something in it.
-    if (listed == 0 && selection.changed_since.empty()) {
-      run.finish();
-      complain(argument, "holds no file of statements; --include says which files to read");
-    }
-  }
+  list_checked_files(
+      options_.files, options_.selection,
+      [this](const std::string& path) { return configuration_of(path); },
+      [&](const std::string& file) { check_file(run, file); },
+      [this](const std::string& folder, const std::string& why) { complain(folder, why); },
+      [&](const std::string& folder) {
+        run.finish();
+        complain(folder, "holds no file of statements; --include says which files to read");
+      });
   run.finish();
   run_ = nullptr;
   progress_.hide();

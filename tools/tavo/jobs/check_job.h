@@ -32,6 +32,15 @@ struct CheckJobOptions {
   std::string write_baseline;  // a file; empty for none
 };
 
+// The files that a check is for, in order; reports a folder that cannot be read, and calls `empty`
+// for a named folder without such a file. configuration_of: null when it cannot be used.
+void list_checked_files(
+    const std::vector<std::string>& arguments, FileSelection selection,
+    const std::function<const Configuration*(const std::string&)>& configuration_of,
+    const std::function<void(const std::string&)>& visit,
+    const std::function<void(const std::string&, const std::string&)>& report,
+    const std::function<void(const std::string&)>& empty = {});
+
 class CheckJob : private CheckSink {
  public:
   // Throws InputError and BaselineError, which tell the baseline.

@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "jobs/check_job.h"
+#include "jobs/watch.h"
 #include "verbs/job_options.h"
 #include "verbs/read_options.h"
 #include "verbs/verbs.h"
@@ -16,6 +17,7 @@ struct CheckOptions {
   ReadOptions reading;
   unsigned threads = 1;  // 0: as many as there are cores
   bool verbose = false;
+  bool watch = false;
   std::string fix_name;  // safe, suggested, or empty
 };
 
@@ -25,11 +27,16 @@ std::string contradiction_of(const CheckOptions& options) {
   if (!job.baseline.empty() && !job.write_baseline.empty()) {
     return "--baseline reads a baseline and --write-baseline makes a new one: give one of them";
   }
+  const bool stream = std::find(job.files.begin(), job.files.end(), "-") != job.files.end();
+  if (options.watch && (stream || options.format != CheckFormat::kText ||
+                        job.fix != FixWhat::kNothing || !job.write_baseline.empty())) {
+    return "--watch shows files as text: it reads no standard input and writes nothing";
+  }
   if (job.fix == FixWhat::kNothing) return "";
   if (job.diff && options.format != CheckFormat::kText) {
     return "--diff is for people: the other formats tell the fixes of each finding";
   }
-  if (std::find(job.files.begin(), job.files.end(), "-") != job.files.end() && !job.diff) {
+  if (stream && !job.diff) {
     return "--fix writes files: standard input can only be shown with --diff";
   }
   return options.reading.code_page ? "--fix is for files in UTF-8" : "";
@@ -38,8 +45,11 @@ std::string contradiction_of(const CheckOptions& options) {
 int check(const CheckOptions& options, Output& output) {
   const bool text = options.format == CheckFormat::kText;
   if (!text) output.use_english();
-  const std::unique_ptr<CheckReport> report =
-      make_check_report(name_of(kCheckFormats, options.format), output, options.verbose);
+  const auto make_report = [&] {
+    return make_check_report(name_of(kCheckFormats, options.format), output, options.verbose);
+  };
+  if (options.watch) watch_files(options.job, output, make_report);
+  const std::unique_ptr<CheckReport> report = make_report();
   CheckJob job(options.job, output, *report);
   report->begin();
   job.run();
@@ -54,6 +64,8 @@ int check_or_complain(const CheckOptions& options, Output& output) {
   try {
     if (contradiction.empty()) return check(options, output);
     output.complain("check: " + contradiction);
+  } catch (const WatchError& error) {
+    output.complain(error.what());
   } catch (const BaselineError& error) {
     output.complain(error.what());
   } catch (const SelectionError& error) {
@@ -104,6 +116,7 @@ void add_check(CLI::App& app, Output& output, int* status) {
   verb->add_option("-j,--jobs", options->threads, "Threads that check; 0 is one for each core")
       ->type_name("N")
       ->check(CLI::Range(0U, 256U));
+  verb->add_flag("--watch", options->watch, "Check files again whenever they change");
   verb->add_flag("--strict", options->job.strict, "Warnings fail, too: exit 1");
   verb->add_flag("--first", options->job.first,
                  "Of a statement with errors only the one that the library records");
