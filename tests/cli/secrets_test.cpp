@@ -40,6 +40,13 @@ TEST(Secrets, OfAnAcceptedStatementAreThoseOfTheTables) {
             L"LIB=mine, color=***, pin=***, FLDDEF1=(NAME=x, DT=CHAR)");
 }
 
+TEST(Secrets, AreNotShownWhereAMessageCutsThem) {
+  const std::string said =
+      everything("pro=eml\" mtd=rep, /* about */ seed=,(hunTer2xQz)\",= dom=x");
+  EXPECT_NE(said.find("..."), said.npos) << said;
+  EXPECT_EQ(said.find("hunT"), said.npos) << said;
+}
+
 TEST(Secrets, AreNoNamesOfVariablesFieldsAndMethodsThatGiveASeed) {
   for (const char* seed : {"@NAME", "#FIELD", "#\"a field\"", "RANDOM"}) {
     const std::string text = std::string("PRO=HASH, DSTFLD=X, SEED=") + seed;

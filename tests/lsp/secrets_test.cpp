@@ -2,6 +2,9 @@
 // Edits are the exception: they are the document itself.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
+#include "cli/secrets/damaged_statements.h"
 #include "lsp/talk.h"
 
 namespace {
@@ -65,6 +68,32 @@ TEST(Secrets, AreInNoAnswerNotificationOrTrace) {
       EXPECT_EQ(std::string::npos, message.dump().find(kSecret)) << text << "\n" << message.dump(1);
     }
   }
+}
+
+// An edit is text of the document.
+void without_edits(Json& value) {
+  if (value.is_object()) value.erase("edit");
+  if (!value.is_structured()) return;
+  for (Json& each : value) without_edits(each);
+}
+
+TEST(Secrets, OfDamagedStatementsAreInNoAnswerNotificationOrTrace) {
+  const char* const given = std::getenv("TAVO_SECRET_STATEMENTS");
+  const size_t count = given != nullptr ? std::strtoul(given, nullptr, 10) : 150;
+  DamagedStatements statements(20262);
+  size_t looked_at = 0;
+  for (size_t i = 0; i < count; ++i) {
+    const std::string whole = statements.statement(kMarkers[i % 3]);
+    const std::string text = i % 16 == 0 ? whole : statements.damaged(whole);
+    const std::string marker = marker_of(text);
+    if (marker.empty() || stores_marker_openly(text, marker)) continue;
+    ++looked_at;
+    for (Json& message : talk(questions(text, 7)).sent) {
+      without_edits(message);
+      ASSERT_EQ("", leak_in(message.dump(), marker)) << text << "\n" << message.dump(1);
+    }
+  }
+  EXPECT_GT(looked_at, count / 3);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -120,13 +119,6 @@ class Folder {
   fs::path path_;
 };
 
-std::string marker_of(const std::string& text) {
-  for (const std::string& marker : tavo_test::kMarkers) {
-    if (!tavo_test::leak_in(text, marker).empty()) return marker;
-  }
-  return "";
-}
-
 // The ways to look at one statement: all formats of the verbs that take one, and at a file of it.
 // old: a file with another statement; among: a file with it between others that change.
 std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file,
@@ -217,29 +209,12 @@ std::string recorded_messages(const std::string& statement) {
   return said;
 }
 
-// Whether the library accepts the statement and stores the marker where no secret is, or as the
-// name of a seed: the damage made another statement of it, which means what it says.
-bool stores_marker_openly(const std::string& statement, const std::string& marker) {
-  constexpr std::array kSecretKeys = {
-      TAVO_PARSER_LDS_PARM_PASSWORD, TAVO_PARSER_LDS_PARM_CONNECTION_STRING,
-      TAVO_PARSER_AFF_PARM_KEY, TAVO_PARSER_CMN_PARM_SEED, TAVO_PARSER_USER_PROVIDER_KEY};
-  for (const Pair& pair : tavo::parse(std::string_view(statement)).pairs) {
-    const bool secret =
-        std::find(kSecretKeys.begin(), kSecretKeys.end(), pair.key_type) != kSecretKeys.end();
-    if (!tavo_test::leak_in(to_utf8(pair.key), marker).empty()) return true;
-    const bool named =
-        pair.value_type == TAVO_PARSER_SEED_ENVVAR || pair.value_type == TAVO_PARSER_SEED_FLDNAME;
-    if ((!secret || named) && !tavo_test::leak_in(to_utf8(pair.value), marker).empty()) return true;
-  }
-  return false;
-}
-
 size_t g_shown_by_right = 0;
 
 void expect_no_leak(const std::string& statement, const Folder& folder) {
-  const std::string marker = marker_of(statement);
+  const std::string marker = tavo_test::marker_of(statement);
   if (marker.empty()) return;  // the damage took it away
-  if (stores_marker_openly(statement, marker)) {
+  if (tavo_test::stores_marker_openly(statement, marker)) {
     ++g_shown_by_right;
     return;
   }

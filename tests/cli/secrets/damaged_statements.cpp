@@ -1,8 +1,11 @@
 #include "cli/secrets/damaged_statements.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <string_view>
+
+#include "TAVOParserCpp.hpp"
 
 namespace tavo_test {
 namespace {
@@ -139,6 +142,28 @@ std::string leak_in(const std::string& shown, const std::string& marker) {
     if (folded.find(part) != folded.npos) return part;
   }
   return "";
+}
+
+std::string marker_of(const std::string& text) {
+  for (const std::string& marker : kMarkers) {
+    if (!leak_in(text, marker).empty()) return marker;
+  }
+  return "";
+}
+
+bool stores_marker_openly(const std::string& statement, const std::string& marker) {
+  constexpr std::array kSecretKeys = {
+      TAVO_PARSER_LDS_PARM_PASSWORD, TAVO_PARSER_LDS_PARM_CONNECTION_STRING,
+      TAVO_PARSER_AFF_PARM_KEY, TAVO_PARSER_CMN_PARM_SEED, TAVO_PARSER_USER_PROVIDER_KEY};
+  for (const tavo::Pair& pair : tavo::parse(std::string_view(statement)).pairs) {
+    const bool secret =
+        std::find(kSecretKeys.begin(), kSecretKeys.end(), pair.key_type) != kSecretKeys.end();
+    if (!leak_in(tavo::to_utf8(pair.key), marker).empty()) return true;
+    const bool named =
+        pair.value_type == TAVO_PARSER_SEED_ENVVAR || pair.value_type == TAVO_PARSER_SEED_FLDNAME;
+    if ((!secret || named) && !leak_in(tavo::to_utf8(pair.value), marker).empty()) return true;
+  }
+  return false;
 }
 
 }  // namespace tavo_test

@@ -42,4 +42,11 @@ std::vector<std::string> damaged_at_every_byte(const std::string& text);
 // The first part of a marker that a text holds, in either case; empty when there is none.
 std::string leak_in(const std::string& shown, const std::string& marker);
 
+// The marker of which a text holds a part; empty when it holds none.
+std::string marker_of(const std::string& text);
+
+// Whether the library accepts the statement and stores the marker where no secret is, or as the
+// name of a seed: the damage made another statement of it, which means what it says.
+bool stores_marker_openly(const std::string& statement, const std::string& marker);
+
 }  // namespace tavo_test

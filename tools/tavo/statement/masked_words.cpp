@@ -41,6 +41,20 @@ void mask_word(std::wstring& message, std::wstring_view word) {
   }
 }
 
+// The library ends what it cuts with dots: the word before them may be the beginning of this one.
+void mask_cut_word(std::wstring& message, std::wstring_view word) {
+  constexpr std::wstring_view kCut = L"...";
+  for (size_t dots = message.find(kCut); dots != message.npos;
+       dots = message.find(kCut, dots + 1)) {
+    size_t begin = dots;
+    while (begin > 0 && is_alphanumeric(message[begin - 1])) --begin;
+    const std::wstring_view cut = std::wstring_view(message).substr(begin, dots - begin);
+    if (cut.size() < 2 || !word.starts_with(cut)) continue;
+    message.replace(begin, cut.size(), kMask);
+    dots = begin + kMask.size();
+  }
+}
+
 // Calls found() for each longest run of characters that belong to it.
 template <typename Belongs, typename Found>
 void each_run(std::wstring_view text, Belongs belongs, Found found) {
@@ -57,6 +71,7 @@ void mask_words(std::wstring& message, std::wstring_view secret) {
   // The library shows some characters of a word as others, so that the whole is not found.
   each_run(secret, is_alphanumeric, [&](std::wstring_view word) {
     if (word.size() >= kTelling) mask_word(message, word);
+    mask_cut_word(message, word);
   });
 }
 
