@@ -49,6 +49,8 @@ def measure(program, pattern, repetitions, min_time, libraries=None):
 
 
 class Table:
+    HEAD = "| What | Measured | Target | Met |\n|---|---|---|---|"
+
     def __init__(self):
         self.missed = 0
 
@@ -224,8 +226,15 @@ def main():
     parser.add_argument("--save", action="store_true",
                         help="replace bench/results.json and its plots in docs/pictures")
     parser.add_argument("--trace-rounds", type=int, default=41)
+    parser.add_argument("--editor", action="store_true",
+                        help="measure the language server only, with tavo_editor_bench alone")
     arguments = parser.parse_args()
     folder = os.path.abspath(arguments.build)
+    if arguments.editor:
+        print(machine() + "\n")
+        print(Table.HEAD)
+        editor(Table(), folder, arguments)
+        return
 
     print("peers:", run([f"{folder}/bin/tavo_peer_check"]).strip())
     where = machine()
@@ -237,7 +246,7 @@ def main():
     times |= measure(f"{folder}/bin/tavo_bench", "^threads/", 2 * arguments.repetitions,
                      5 * arguments.min_time)
     table = Table()
-    print("| What | Measured | Target | Met |\n|---|---|---|---|")
+    print(Table.HEAD)
     against_recognizer(table, times)
     against_chain(table, times)
     lexers(table, times)

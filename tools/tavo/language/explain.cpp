@@ -229,7 +229,7 @@ std::string Explainer::option_everywhere(const std::vector<const Statement*>& ow
     text += wrapped("= " + join(value_notations(*option), " | "), 6);
   }
   return text +
-         fmt::format("\ntavo explain {} {} tells more.\n", title(*owners.front()), upper(name));
+         fmt::format("\ntavo explain {} {} shows more.\n", title(*owners.front()), upper(name));
 }
 
 std::string Explainer::number(uint32_t number) const {

@@ -36,7 +36,7 @@ std::string escaped(const std::string& text, std::string_view special) {
   return result;
 }
 
-// Quotes and comments are nobody's business; so is a value with an inner structure that is not
+// Nothing is offered in quotes, in comments, and in a value with an inner structure that is not
 // complete yet.
 bool is_silent(const StatementText& before) {
   const auto& tokens = before.tokens();
@@ -140,7 +140,7 @@ class Completion {
     items_.push_back(std::move(item));
   }
 
-  // The option with its values to choose from, or with room for its text.
+  // The option with its values to choose from, or with a place for its text.
   static std::string snippet_of(const std::string& spelling, const Option& option) {
     std::string begin = escaped(spelling, "\\$}");
     if (takes_number(option)) begin += "${1:1}";

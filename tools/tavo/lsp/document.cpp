@@ -37,7 +37,7 @@ class LineSource {
 };
 
 // Statements from a line on at which one begins. The reader may look far ahead; a new one does not
-// know what that one saw, so that each statement tells by itself what it depends on.
+// know what that one saw, so each statement records what it depends on.
 class StatementsFrom {
  public:
   StatementsFrom(const std::vector<Line>& lines, uint32_t first)
@@ -45,7 +45,7 @@ class StatementsFrom {
     restart(first);
   }
 
-  // False behind the last one. Tells its first line, and the line behind all that was looked at.
+  // False after the last one. Sets its first line, and the line after all that was looked at.
   bool next(FileStatement& read, uint32_t& first_line, uint32_t& looked_past) {
     if (!reader_->next(read)) return false;
     for (; reader_line_ < read.first_line; ++line_) {
@@ -151,7 +151,7 @@ size_t Document::piece_to_read_again(uint32_t changed_line) const {
 }
 
 // Reads from a line at which a statement, or the document, begins. Stops where a statement begins
-// behind the change at which one began before: from there on nothing differs.
+// after the change at which one began before: from there on nothing differs.
 void Document::read_statements(size_t first_piece, uint32_t from_line, uint32_t changed_past,
                                int64_t lines_added) {
   ++state_;

@@ -45,7 +45,7 @@ class Document {
   }
 
   void set_text(std::string_view text);
-  // A range that lies behind the end of a line or of the document ends there.
+  // A range that lies past the end of a line or of the document ends there.
   void replace(PositionRange range, std::string_view text, Encoding encoding);
 
   int64_t version() const {
@@ -67,7 +67,7 @@ class Document {
   }
   // The statement that a line belongs to, or null.
   const Piece* piece_at(uint32_t line) const;
-  // The first statement that ends behind a line.
+  // The first statement that ends after a line.
   size_t first_piece_from(uint32_t line) const;
   Position end(Encoding encoding) const;
   std::string text() const;

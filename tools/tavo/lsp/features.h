@@ -30,7 +30,7 @@ Json document_highlights(Session& session, const Json& params);
 const std::vector<std::string>& semantic_token_types();
 
 // ---- shared ------------------------------------------------------------------------------------
-// The options without which a statement of this kind is not accepted.
+// Whether a statement of this kind is not accepted without the option.
 bool is_required(const Statement& statement, const Option& option);
 // What an option, a value or a statement means, in Markdown.
 std::string describe(const Statement& statement);

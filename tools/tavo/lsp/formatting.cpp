@@ -38,7 +38,7 @@ class Positions {
   size_t begin_ = 0;  // byte of the line
 };
 
-// Without the line end that both texts have: an edit leaves it alone.
+// Removes the line end that both have, so that an edit leaves it alone.
 void drop_common_end(std::string_view& before, std::string_view& after) {
   const bool returns = before.ends_with("\r\n");
   if (!before.ends_with('\n') || !after.ends_with('\n') || returns != after.ends_with("\r\n")) {

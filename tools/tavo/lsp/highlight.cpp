@@ -1,5 +1,5 @@
 // What belongs to the place: every option of the same key, the matching parenthesis, and the
-// options that a violated rule puts beside this one.
+// options that a violated rule relates to this one.
 #include <algorithm>
 
 #include "lsp/features.h"

@@ -13,7 +13,7 @@ namespace tavo::cli::lsp {
 struct OutlineOption {
   const Option* option = nullptr;  // null: no option of the statement begins like this
   size_t first = 0;                // the keyword
-  size_t past = 0;                 // behind the last token
+  size_t past = 0;                 // after the last token
   std::optional<size_t> value;     // the first token after "="
   std::optional<size_t> open;      // parentheses of a parameter list
   std::optional<size_t> close;

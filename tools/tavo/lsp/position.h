@@ -28,7 +28,7 @@ struct PositionRange {
 // Code units that a character needs.
 uint32_t units_of(wchar_t character, Encoding encoding);
 
-// The byte of a line of UTF-8 at which a character starts. A place behind the line's end is its
+// The byte of a line of UTF-8 at which a character starts. A place past the line's end is its
 // end, and one inside a character is its start.
 size_t byte_of(std::string_view line, uint32_t character, Encoding encoding);
 

@@ -13,7 +13,7 @@ namespace {
 
 const Json& member(const Json& object, const char* name) {
   if (!object.is_object()) {
-    throw ProtocolError(ErrorCode::kInvalidParams, "the parameters are no object");
+    throw ProtocolError(ErrorCode::kInvalidParams, "the parameters are not an object");
   }
   const auto found = object.find(name);
   if (found == object.end()) invalid(name, "missing");
@@ -48,25 +48,25 @@ Json notification(const std::string& method, Json params) {
 
 const Json& object_member(const Json& object, const char* name) {
   const Json& found = member(object, name);
-  if (!found.is_object()) invalid(name, "no object");
+  if (!found.is_object()) invalid(name, "not an object");
   return found;
 }
 
 const Json& array_member(const Json& object, const char* name) {
   const Json& found = member(object, name);
-  if (!found.is_array()) invalid(name, "no array");
+  if (!found.is_array()) invalid(name, "not an array");
   return found;
 }
 
 const std::string& string_member(const Json& object, const char* name) {
   const Json& found = member(object, name);
-  if (!found.is_string()) invalid(name, "no string");
+  if (!found.is_string()) invalid(name, "not a string");
   return found.get_ref<const std::string&>();
 }
 
 int64_t integer_member(const Json& object, const char* name) {
   const Json& found = member(object, name);
-  if (!found.is_number_integer()) invalid(name, "no integer");
+  if (!found.is_number_integer()) invalid(name, "not an integer");
   if (found.is_number_unsigned() &&
       found.get<uint64_t>() > static_cast<uint64_t>(std::numeric_limits<int64_t>::max())) {
     invalid(name, "out of range");

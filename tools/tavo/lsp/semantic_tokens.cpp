@@ -48,7 +48,7 @@ Type type_of(const Outline& outline, size_t token) {
   }
 }
 
-// Numbers relative to the token before, as the protocol packs them.
+// Numbers relative to the previous token, as the protocol packs them.
 class Packer {
  public:
   explicit Packer(PositionRange wanted) : wanted_(wanted) {}
@@ -73,7 +73,7 @@ class Packer {
   std::vector<uint32_t> data_;
 };
 
-// A token may not go on in the next line: its lines are tokens of their own.
+// A token must not span lines: each of its lines becomes a token.
 void add_lines(Packer& packer, const Session& session, const Piece& piece, Range range, Type type) {
   const std::wstring_view text = piece.view->text().text();
   size_t begin = range.begin;

@@ -10,7 +10,7 @@ namespace tavo::cli::lsp {
 namespace {
 
 constexpr size_t kReadBytes = size_t{64} << 10;
-// Reading ahead ends here: what arrives faster than it is answered waits with the client.
+// The server reads no further ahead than this: the rest waits with the client.
 constexpr size_t kMostAhead = size_t{8} << 20;
 constexpr size_t kMostQueued = 4096;
 
@@ -49,8 +49,8 @@ Client read_client(const Json& params) {
     return find_member(params, path) != nullptr;
   };
   const Json* process = find_member(params, {"processId"});
-  const bool told = process != nullptr && process->is_number_integer();
-  client.process = told ? process->get<int64_t>() : 0;
+  const bool has_process = process != nullptr && process->is_number_integer();
+  client.process = has_process ? process->get<int64_t>() : 0;
   client.snippets = flag_member(
       params, {"capabilities", "textDocument", "completion", "completionItem", "snippetSupport"});
   client.markdown_completion =
@@ -182,7 +182,7 @@ void Server::read_ahead() {
 void Server::arrive(const std::string& content) {
   Json message = Json::parse(content, nullptr, false);
   if (message.is_discarded()) {
-    send(error_response(nullptr, ErrorCode::kParseError, "the message is no JSON"));
+    send(error_response(nullptr, ErrorCode::kParseError, "the message is not JSON"));
     return;
   }
   const Json* method = find_member(message, {"method"});
@@ -190,7 +190,7 @@ void Server::arrive(const std::string& content) {
     queue_.push_back(std::move(message));
     return;
   }
-  // Of a request that is answered already, or never came, nothing is remembered.
+  // Nothing is kept about a request that was answered already, or never arrived.
   const Json* id = find_member(message, {"params", "id"});
   if (id == nullptr || !is_id(*id)) return;
   const std::string key = key_of(*id);
@@ -209,10 +209,10 @@ void Server::handle(const Json& message) {
   if (!valid || (id != nullptr && !is_id(*id)) || (method != nullptr && !method->is_string())) {
     const bool answerable = id != nullptr && is_id(*id);
     send(error_response(answerable ? *id : Json(), ErrorCode::kInvalidRequest,
-                        "the message is no request of JSON-RPC 2.0"));
+                        "the message is not a JSON-RPC 2.0 request"));
     return;
   }
-  if (method == nullptr) return;  // an answer to a request; the server sends none
+  if (method == nullptr) return;  // a response; the server sends no requests
   const Json* params = find_member(message, {"params"});
   const Json none = Json::object();
   const Json& given = params != nullptr && !params->is_null() ? *params : none;
@@ -307,7 +307,7 @@ void Server::trace(const std::string& method) {
 
 Json Server::initialize(const Json& params) {
   if (!params.is_object()) {
-    throw ProtocolError(ErrorCode::kInvalidParams, "the parameters are no object");
+    throw ProtocolError(ErrorCode::kInvalidParams, "the parameters are not an object");
   }
   session_.client = read_client(params);
   configure(find_member(params, {"initializationOptions"}));

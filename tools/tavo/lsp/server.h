@@ -1,5 +1,5 @@
-// The dispatcher: takes messages in the order in which they arrive, hands each to its feature, and
-// keeps the rules of the protocol's life cycle.
+// The dispatcher: handles messages in the order in which they arrive, hands each to its feature,
+// and enforces the protocol's life cycle.
 #pragma once
 
 #include <deque>
@@ -13,14 +13,14 @@
 
 namespace tavo::cli::lsp {
 
-// How the server meets the world; nothing of it has to be a process.
+// The server's input and output, which need not be those of a process.
 struct Streams {
   // Waits for bytes and reads some; 0 at the end of the input.
   std::function<size_t(char* buffer, size_t size)> read;
-  // Whether read would not wait. Looked at before a request is answered, so that one that was
-  // cancelled in the meantime is not.
+  // Whether read would return at once. Asked before a request is answered, so that one that was
+  // cancelled in the meantime is not answered.
   std::function<bool()> readable = [] { return false; };
-  // False when nobody reads any more.
+  // False when the client no longer reads.
   std::function<bool(std::string_view bytes)> write;
 };
 
@@ -65,12 +65,12 @@ class Server {
   Session session_;
   FrameReader frames_;
   std::deque<Json> queue_;           // messages that arrived and were not handled yet
-  std::set<std::string> cancelled_;  // ids of requests, as JSON texts
+  std::set<std::string> cancelled_;  // ids of requests, as JSON
   std::set<std::string> changed_;    // documents whose diagnostics are out of date
   std::string current_;              // id of the request that is being answered
   Phase phase_ = Phase::kNew;
   bool ended_ = false;  // no more bytes arrive
-  bool deaf_ = false;   // nobody reads the answers any more
+  bool deaf_ = false;   // the client no longer reads
   bool exit_ = false;
   bool traces_ = false;
 };

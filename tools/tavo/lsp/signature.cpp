@@ -1,4 +1,4 @@
-// What belongs between parentheses: of a parameter list, of an affix instruction, of a copy range.
+// What stands between parentheses: in a parameter list, an affix instruction, or a copy range.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -62,7 +62,7 @@ Json help_of_list(const Session& session, const OutlineOption& list, const Outli
     signature.parameters.push_back(long_spelling(parameter) + "=" + join(values, "|"));
     signature.meanings.push_back(parameter.meaning);
   }
-  // The parameter that is being written; behind the last one when none is begun.
+  // The parameter that is being written; past the last one when none is begun.
   size_t active = signature.parameters.size();
   const OutlineOption* last = list.parameters.empty() ? nullptr : &list.parameters.back();
   if (last != nullptr && last->past == before.tokens.size() && last->option != nullptr) {

@@ -6,7 +6,8 @@
 namespace tavo::cli::lsp {
 namespace {
 
-// Line ends of the protocol that are none of the reader's: a carriage return by itself.
+// A line end of the protocol that the reader of statements does not know: a carriage return by
+// itself.
 bool is_lone_return(std::wstring_view text, size_t at) {
   return text[at] == L'\r' && (at + 1 == text.size() || text[at + 1] != L'\n');
 }

@@ -10,7 +10,7 @@ namespace {
 
 enum SymbolKind : int { kClass = 5, kKey = 20, kField = 8 };
 
-// Options that tell what a statement is about, the most telling first.
+// Options that tell what a statement is about, the most specific first.
 constexpr uint32_t kTelling[] = {
     TAVO_PARSER_CMN_PARM_DSTFLD,  TAVO_PARSER_CMN_PARM_DESTINATION, TAVO_PARSER_DS_PARM_SWAP_FIELD,
     TAVO_PARSER_CMN_PARM_HASHFLD, TAVO_PARSER_PARAM_FLDDEF_NAME,    TAVO_PARSER_CMN_PARM_SOURCE,

@@ -12,7 +12,7 @@ class FrameReader {
  public:
   enum class Result {
     kMessage,    // `content` holds one
-    kNeedMore,   // nothing whole so far
+    kNeedMore,   // no complete message yet
     kMalformed,  // `content` says what was wrong; the frame was skipped as far as it could be
   };
 

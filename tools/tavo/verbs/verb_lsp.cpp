@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kLookAfterClient = 5000;  // milliseconds
 
-// A client that died may leave its end of the pipe to a process of its own.
+// A client that died may have left its end of the pipe to one of its child processes.
 bool is_gone(int64_t process) {
   return process > 0 && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
 }
@@ -53,12 +53,12 @@ bool write_output(Output& output, std::string_view bytes) {
 
 void add_lsp(CLI::App& app, Output& output, int* status) {
   CLI::App* verb = app.add_subcommand("lsp", "Serve an editor: the Language Server Protocol");
-  // What editors add by habit; there is no other way to talk to it.
-  const std::string about = "Standard input and output; the only way, and the default";
+  // Editors add it by habit; there is no other transport.
+  const std::string about = "Use standard input and output: the default, and the only transport";
   verb->add_flag("--stdio", about);
   verb->footer(
       "Talks the Language Server Protocol 3.17 on standard input and output. Exit status: 0 after\n"
-      "the client asked for the end, 1 when it went away without.");
+      "a shutdown request, 1 when the client ended without one.");
   verb->callback([&output, status] {
     lsp::Server* running = nullptr;
     const auto read = [&running](char* buffer, size_t size) {

@@ -9,8 +9,8 @@ namespace {
 constexpr OptionMeaning kOptions[] = {
     // ---- field definition --------------------------------------------------------------------
     {"cmn_opt_parm_flddef",
-     "Defines a field: its name, data type, length and code page, stored as one pair a parameter "
-     "under the keyword, a colon and the parameter's keyword.",
+     "Defines a field: its name, data type, length and code page, stored as one pair for each "
+     "parameter under the keyword, a colon and the parameter's keyword.",
      "FLDDEF1=(NAME=CUSTOMER, DT=VARCHAR, LEN=30)"},
     {"flddef_opt_parm_precision",
      "Precision of a decimal field, in digits.",
@@ -43,15 +43,15 @@ constexpr OptionMeaning kOptions[] = {
      "Database product that the data belongs to, unless a field definition names its own.",
      "CPTYPE=ORACLE"},
     {"cmn_opt_parm_discardlimit",
-     "Discard limit; what is counted and what follows belongs to the masking provider, the number "
-     "is stored as typed.",
+     "Discard limit; what is counted and what follows is defined by the masking provider, and "
+     "the number is stored as typed.",
      "DISCARDLIMIT=100"},
     {"cmn_opt_parm_trclevel",
      "Sets the trace level of the platform when the statement is parsed; the text is stored, too.",
      "TRCLEVEL=\"OFF\""},
     {"cmn_opt_parm_source",
-     "Names the source; how the text is split into columns belongs to the masking provider, it is "
-     "stored whole without its quotes.",
+     "Names the source; how the text is split into columns is defined by the masking provider, "
+     "and the text is stored whole, without its quotes.",
      "SOURCE=\"CUSTOMER\""},
     {"cmn_opt_parm_method",
      "Chooses whether the same source value always gets the same masked value.",
@@ -64,7 +64,7 @@ constexpr OptionMeaning kOptions[] = {
      "Changes the case of the result's letters.",
      "CASE=LOWER"},
     {"cmn_opt_parm_case_upper",
-     "Changes letters to upper case; lower case is not on offer here.",
+     "Changes letters to upper case; lower case is not available here.",
      "CASE=UPPER"},
     {"cmn_opt_parm_seed",
      "Seeds the hash: another seed gives other hash values.",
@@ -76,37 +76,38 @@ constexpr OptionMeaning kOptions[] = {
      "Names the field that receives the hash value.",
      "DSTFLD=CUSTOMER_HASH"},
     {"cmn_opt_parm_remove",
-     "Characters that are removed from a value before it is masked; how the text is read belongs to "
-     "the masking provider, it is stored whole without its quotes.",
+     "Characters that are removed from a value before it is masked; how the text is read is "
+     "defined by the masking provider, and the text is stored whole, without its quotes.",
      "REMOVE=\"- .\""},
     {"cmn_opt_parm_trim",
      "Trims a value before it is masked.",
      "TRIM=RIGHT"},
     {"cmn_opt_parm_whennull",
-     "What is used for a value that is null; the integer's meaning belongs to the masking provider, "
-     "it is stored as typed and has no checked range.",
+     "What is used for a value that is null; the integer is stored as typed, its range is not "
+     "checked, and its meaning is defined by the masking provider.",
      "WHENNULL=1"},
     {"cmn_opt_parm_whenspace",
-     "What is used for a value of spaces only; the integer's meaning belongs to the masking "
-     "provider, it is stored as typed and has no checked range.",
+     "What is used for a value of spaces only; the integer is stored as typed, its range is not "
+     "checked, and its meaning is defined by the masking provider.",
      "WHENSPACE=2"},
     {"cmn_opt_parm_whenzerolen",
-     "What is used for a value of length zero; the integer's meaning belongs to the masking "
-     "provider, it is stored as typed and has no checked range.",
+     "What is used for a value of length zero; the integer is stored as typed, its range is not "
+     "checked, and its meaning is defined by the masking provider.",
      "WHENZEROLEN=3"},
     {"cmn_opt_parm_whenmixed",
-     "What is used when such special values are mixed; the integer's meaning belongs to the masking "
-     "provider, it is stored as typed and has no checked range.",
+     "What is used when such special values are mixed; the integer is stored as typed, its range "
+     "is not checked, and its meaning is defined by the masking provider.",
      "WHENMIXED=4"},
     {"cmn_opt_parm_src_date_format",
-     "Format of the source dates; its language belongs to the masking provider, the text is stored "
-     "whole without its quotes.",
+     "Format of the source dates; its syntax is defined by the masking provider, and the text is "
+     "stored whole, without its quotes.",
      "SRCDF=\"YYYY-MM-DD\""},
 
     // ---- CCN, EML, NID -----------------------------------------------------------------------
     {"ccn_opt_parm_pattern",
      "Issuer pattern: how many leading digits of the card number are kept, and whether a random "
-     "suffix follows; the rest belongs to the masking provider, the pattern is stored as typed.",
+     "suffix follows; the rest is defined by the masking provider, and the pattern is stored as "
+     "typed.",
      "PATTERN=6C"},
     {"eml_opt_parm_method",
      "Chooses how the address is made: from a hash, at random, or the same for the same source "
@@ -116,8 +117,8 @@ constexpr OptionMeaning kOptions[] = {
      "Character between the parts of the user name.",
      "SEPARATOR=DOT"},
     {"eml_opt_parm_parts",
-     "Name columns that the user part is built from; how the text is split belongs to the masking "
-     "provider, it is stored whole without its quotes.",
+     "Name columns that the user part is built from; how the text is split is defined by the "
+     "masking provider, and the text is stored whole, without its quotes.",
      "PARTS=\"FIRST,LAST\""},
     {"eml_opt_parm_name1col_firstchar",
      "Says whether only the first character of the first name column is used.",
@@ -144,8 +145,8 @@ constexpr OptionMeaning kOptions[] = {
      "Chooses the area table, for numbers of the United States only.",
      "AREATABLE=DIST"},
     {"nid_opt_parm_format",
-     "Layouts of the numbers, one a country, stored as one pair a country under the keyword, a colon "
-     "and the country.",
+     "Layouts of the numbers, one for each country, stored as one pair for each country under "
+     "the keyword, a colon and the country.",
      "FORMAT=(US=3X-2X-4X, UK=8X1C)"},
     {"nid_opt_parm_format_us",
      "Layout of numbers of the United States, 9 positions.",
@@ -196,20 +197,21 @@ constexpr OptionMeaning kOptions[] = {
      "Says how the column is read: as binary, numeric or scaled data.",
      "RULE=NUMERIC"},
     {"col_opt_parm_copy",
-     "Ranges of the value that are copied, each a start and a length, and a text if wanted; the "
+     "Ranges of the value that are copied, each a start, a length and optionally a text; the "
      "whole list is stored as typed.",
      "COPY=(1,4)(7,2,\"X\")"},
     {"col_opt_parm_class",
-     "A custom character class; may be given more than once, and how the text is read belongs to "
-     "the masking provider.",
+     "A custom character class; may be given more than once, and how the text is read is defined "
+     "by the masking provider.",
      "CLASS=\"ABCDEF\""},
     {"col_opt_parm_language",
-     "Language whose letters are masked; how the text is read belongs to the masking provider.",
+     "Language whose letters are masked; how the text is read is defined by the masking "
+     "provider.",
      "LANGUAGE=\"en\""},
 
     // ---- HASH --------------------------------------------------------------------------------
     {"hash_opt_parm_hashmax",
-     "Greatest hash value, 0 to 4294967295.",
+     "Largest hash value, 0 to 4294967295.",
      "HASHMAX=999999"},
     {"hash_opt_parm_field_separator",
      "Text between the source columns when they are joined for the hash.",
@@ -218,18 +220,19 @@ constexpr OptionMeaning kOptions[] = {
     // ---- lookups -----------------------------------------------------------------------------
     {"lookup_opt_parm_replace",
      "Columns of the lookup table whose values replace the source values; how the text is split "
-     "belongs to the masking provider, it is stored whole without its quotes; required.",
+     "is defined by the masking provider, and the text is stored whole, without its quotes; "
+     "required.",
      "REPLACE=\"NAME\""},
     {"lookup_opt_parm_destination",
-     "Where the result goes; how the text is split belongs to the masking provider, it is stored "
-     "whole without its quotes.",
+     "Where the result goes; how the text is split is defined by the masking provider, and the "
+     "text is stored whole, without its quotes.",
      "DESTINATION=\"CUSTOMER\""},
     {"lookup_opt_parm_cache",
      "Chooses where the rows of the lookup table are cached.",
      "CACHE=MEMORY"},
     {"lookup_opt_parm_cachesize",
-     "Size of the cache, a number that is not negative; only with a cache; its unit belongs to the "
-     "masking provider.",
+     "Size of the cache, a number that is not negative; only with a cache; its unit is defined "
+     "by the masking provider.",
      "CACHESIZE=1000"},
     {"cmn_opt_parm_tmpdir",
      "Directory for temporary files; a LOOKUP or HASHLOOKUP accepts it only with a cache.",
@@ -238,23 +241,23 @@ constexpr OptionMeaning kOptions[] = {
      "Says what happens when the lookup table has no matching row.",
      "WHENNOTFOUND=PRESERVE"},
     {"cmn_opt_parm_preserve_null",
-     "Keeps null values instead of looking them up; how the text is read belongs to the masking "
-     "provider, it is stored whole without its quotes.",
+     "Keeps null values instead of looking them up; how the text is read is defined by the "
+     "masking provider, and the text is stored whole, without its quotes.",
      "PRESERVENULL=\"CUSTOMER\""},
     {"cmn_opt_parm_preserve_spaces",
-     "Keeps values of spaces only instead of looking them up; how the text is read belongs to the "
-     "masking provider, it is stored whole without its quotes.",
+     "Keeps values of spaces only instead of looking them up; how the text is read is defined by "
+     "the masking provider, and the text is stored whole, without its quotes.",
      "PRESERVESPACES=\"CUSTOMER\""},
     {"cmn_opt_parm_preserve_zerolength",
-     "Keeps values of length zero instead of looking them up; how the text is read belongs to the "
-     "masking provider, it is stored whole without its quotes.",
+     "Keeps values of length zero instead of looking them up; how the text is read is defined by "
+     "the masking provider, and the text is stored whole, without its quotes.",
      "PRESERVEZEROLENGTH=\"CUSTOMER\""},
     {"lookup_opt_parm_operator",
      "Says how the search columns are combined.",
      "OPERATOR=AND"},
     {"lookup_opt_parm_search",
-     "Columns of the lookup table that are searched; how the text is split belongs to the masking "
-     "provider, it is stored whole without its quotes; required.",
+     "Columns of the lookup table that are searched; how the text is split is defined by the "
+     "masking provider, and the text is stored whole, without its quotes; required.",
      "SEARCH=\"ID\""},
     {"hashlookup_parm_source",
      "Columns of the lookup table that are searched; SOURCE and SRC mean the same here and are "
@@ -282,14 +285,14 @@ constexpr OptionMeaning kOptions[] = {
      "Password for the lookup data source; it is stored as typed.",
      "PASS=\"not-a-real-one\""},
     {"lds_opt_parm_connection_string",
-     "Connection string of the lookup data source; its language belongs to the connection library, "
-     "it is stored as typed.",
+     "Connection string of the lookup data source; its syntax is defined by the connection "
+     "library, and the text is stored as typed.",
      "CONN=\"db.example.com/names\""},
 
     // ---- AGE ---------------------------------------------------------------------------------
     {"cmn_opt_parm_dst_date_format",
-     "Format of the resulting dates; its language belongs to the masking provider, the text is "
-     "stored whole without its quotes.",
+     "Format of the resulting dates; its syntax is defined by the masking provider, and the text "
+     "is stored whole, without its quotes.",
      "DSTDF=\"DD.MM.YYYY\""},
     {"age_opt_parm_year",
      "Moves the date by years from -2500 to 1581, or, in quotes, sets a year from 1582 to 3999.",
@@ -318,18 +321,18 @@ constexpr OptionMeaning kOptions[] = {
      "Names the field whose values are swapped; required.",
      "SWAPFIELD=\"SALARY\""},
     {"ds_opt_parm_locked",
-     "Locked flag; what it locks belongs to the masking provider, the answer is stored.",
+     "Locked flag; what it locks is defined by the masking provider, and the answer is stored.",
      "LOCKED=YES"},
     {"cmn_opt_parm_rate",
-     "Rate at which values are swapped; its unit belongs to the masking provider, the number is "
-     "stored as typed.",
+     "Rate at which values are swapped; its unit is defined by the masking provider, and the "
+     "number is stored as typed.",
      "RATE=50"},
     {"ds_opt_parm_control",
      "Names the control field of the classes; required.",
      "CONTROL=\"GRADE\""},
     {"ds_opt_parm_classifier",
-     "Names what divides the rows into classes; how the text is read belongs to the masking "
-     "provider, it is stored whole without its quotes.",
+     "Names what divides the rows into classes; how the text is read is defined by the masking "
+     "provider, and the text is stored whole, without its quotes.",
      "CLASSIFIER=\"REGION\""},
     {"cmn_opt_parm_size",
      "Rows of one block; required.",

@@ -63,8 +63,8 @@ constexpr StatementMeaning kStatements[] = {
      "LIB=mymask, FLDDEF1=(NAME=CUSTOMER, DT=CHAR, LEN=30), LEVEL=3, LABEL=\"a b\"",
      "LIB=mymask"},
     {"tavo_set_trace_level",
-     "Stands for a statement that only concerns the trace level: a quoted level is demanded, the "
-     "platform is handed the keyword itself, and nothing is stored.",
+     "Stands for a statement that only concerns the trace level: it requires a quoted level, "
+     "hands the platform the keyword itself, and stores nothing.",
      "TRCLEVEL=\"OFF\"",
      ""},
 };
