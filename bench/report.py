@@ -104,14 +104,27 @@ def long_statements(table, times):
                       ratio <= 1.3)
 
 
-def threads(table, times):
-    one, two = (times[f"threads/filling/hash/130/real_time/threads:{n}"] if
-                f"threads/filling/hash/130/real_time/threads:{n}" in times else
-                times[f"threads/filling/hash/130/threads:{n}"] for n in (1, 2))
+def threads(table, times, what="filling", title="", target=1.8):
+    one, two = (times[f"threads/{what}/hash/130/real_time/threads:{n}"] if
+                f"threads/{what}/hash/130/real_time/threads:{n}" in times else
+                times[f"threads/{what}/hash/130/threads:{n}"] for n in (1, 2))
     wall = one[1] / two[1]
-    table.row("two threads : one, wall time (needs two idle cores)", f"{wall:.2f}", "at least 1.8",
-              wall >= 1.8)
-    print(f"| CPU time of a call with two threads : with one | {two[0] / one[0]:.2f} | | |")
+    table.row(f"two threads{title} : one, wall time (needs two idle cores)", f"{wall:.2f}",
+              f"at least {target}", wall >= target)
+    print(f"| CPU time of a call{title} with two threads : with one | {two[0] / one[0]:.2f} | | |")
+
+
+def one_call(table, times):
+    """TAVOParser_ReadInto of UTF-8, beside what it replaces and what it cannot be faster than."""
+    for name, title, peer, most in (
+            ("utf8", "filling run", "filling/{p}/{n}/wide", 0.45),
+            ("utf8", "re2c and descent, which stores nothing", "peer/re2c/{p}/{n}", 2.0)):
+        for length in LENGTHS:
+            add_ratios(table, f"one call : {title}, {length} characters", f"at most {most}",
+                       {p: times[f"read/{name}/{p}/{length}"][0] /
+                        times[peer.format(p=p, n=length)][0] for p in PROVIDERS}, max,
+                       lambda ratio, most=most: ratio <= most)
+    threads(table, times, "read", " of one-call reading", 1.9)
 
 
 def allocations(table, folder):
@@ -123,6 +136,12 @@ def allocations(table, folder):
                   "at most 16, 16 KB", calls <= 16 and size <= 16384)
     print(f"| the same, 64 KB of field definitions | {counts['filling_wide_65536_allocations']}, "
           f"{counts['filling_wide_65536_bytes']} bytes | | |")
+    for length in (130, 65536):
+        calls = int(counts[f"read_into_utf8_{length}_allocations"])
+        table.row(f"allocations of one call into the caller's memory, {length} characters", calls,
+                  "0", calls == 0)
+    print(f"| allocations of one call with memory of its own, 130 characters | "
+          f"{counts['read_utf8_130_allocations']}, {counts['read_utf8_130_bytes']} bytes | | |")
 
 
 def trace(table, folder, arguments):
@@ -143,14 +162,14 @@ def trace(table, folder, arguments):
               f"{lower:+.1f} %)", "under 2 %", median < 2)
 
 
-def instructions(folder, library, calls=2000):
-    """Instructions of a filling run, by callgrind, which no other process can disturb."""
+def instructions(folder, library, what="repeat", calls=2000):
+    """Instructions of a filling run, or of "read", by callgrind, which no other process can disturb."""
     environment = dict(os.environ, LD_LIBRARY_PATH=library)
     totals = []
     for times in (calls, 2 * calls):
         result = subprocess.run(
             ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
-             f"{folder}/bin/tavo_bench_allocations", "repeat", "130", str(times)],
+             f"{folder}/bin/tavo_bench_allocations", what, "130", str(times)],
             check=True, capture_output=True, text=True, env=environment)
         totals += [int(line.split(":")[1]) for line in result.stderr.splitlines()
                    if "Collected" in line]
@@ -216,6 +235,8 @@ def peers(times):
     for title, name in plots.COMPARED.items():
         print(f"| {title} | " + " | ".join(f"{times[name.format(n)][0]:.0f}" for n in LENGTHS) +
               " |")
+    print("| one call | " + " | ".join(f"{times[f'read/utf8/hash/{n}'][0]:.0f}" for n in LENGTHS) +
+          " |")
 
 
 def main():
@@ -241,6 +262,7 @@ def main():
     print(where + "\n")
     pattern = "|".join([
         f"^(filling)/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})/wide$",
+        f"^read/utf8/({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})$",
         "^(peer|lexer)/", "^(bare|lean|pool)chain/", f"^filling/({'|'.join(LONG)})/.*/wide$"])
     times = measure(f"{folder}/bin/tavo_bench", pattern, arguments.repetitions, arguments.min_time)
     times |= measure(f"{folder}/bin/tavo_bench", "^threads/", 2 * arguments.repetitions,
@@ -252,6 +274,7 @@ def main():
     lexers(table, times)
     long_statements(table, times)
     threads(table, times)
+    one_call(table, times)
     allocations(table, folder)
     trace(table, folder, arguments)
     if shutil.which("valgrind"):
@@ -259,6 +282,8 @@ def main():
         without = instructions(folder, f"{folder}/lib/no_trace")
         print(f"| instructions of a filling run, 130 characters | {with_frames:.0f} "
               f"({without:.0f} without trace frames) | | |")
+        print(f"| instructions of one call, 130 characters | "
+              f"{instructions(folder, f'{folder}/lib', 'read'):.0f} | | |")
     library_size(table, folder)
     editor(table, folder, arguments)
     peers(times)

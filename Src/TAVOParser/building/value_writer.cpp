@@ -24,9 +24,8 @@ class ScannerText {
   }
 
   Written convert(std::string_view utf8) {
-    // The scanner is never handed an empty text.
-    units_ = static_cast<uint16_t*>(std::malloc((utf8.size() + 1) * sizeof(uint16_t)));
-    wide_ = static_cast<wchar_t*>(std::malloc((utf8.size() + 1) * sizeof(wchar_t)));
+    units_ = static_cast<uint16_t*>(std::malloc(unit_room(utf8.size()) * sizeof(uint16_t)));
+    wide_ = static_cast<wchar_t*>(std::malloc(wide_room(utf8.size()) * sizeof(wchar_t)));
     if (units_ == nullptr || wide_ == nullptr) return Written::kNoMemory;
     text_ = tavo::convert({utf8.data(), utf8.size(), TAVO_TEXT_UTF8}, false, units_, wide_);
     return text_.is_valid ? Written::kYes : Written::kNoUtf8;

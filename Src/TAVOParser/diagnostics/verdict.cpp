@@ -9,6 +9,8 @@
 namespace tavo::diagnostics {
 namespace {
 
+using Tokens = LexemeWindow<TextWords>;
+
 // Notes what is stored and where the parser stops.
 class NoteActions {
  public:
@@ -61,7 +63,7 @@ class NoteActions {
 };
 
 // The text after the statement, up to the last token.
-void note_ignored_text(const Source& source, LexemeWindow& tokens, Verdict& verdict) {
+void note_ignored_text(const Source& source, Tokens& tokens, Verdict& verdict) {
   const LexemeToken* token = tokens.take();
   if (token->type == TAVO_TOKEN_END_OF_INPUT) return;
   verdict.ignored_type = token->type;
@@ -74,8 +76,8 @@ void note_ignored_text(const Source& source, LexemeWindow& tokens, Verdict& verd
 }  // namespace
 
 bool judge(const Source& source, PairList& pairs, Verdict& verdict) {
-  LexemeWindow tokens(source.units, source.count, Source::kZeros);
-  TableEngine<LexemeWindow, NoteActions> engine(tokens, source, pairs, verdict);
+  Tokens tokens(source.units, source.count, source.end() + Source::kZeros);
+  TableEngine<Tokens, NoteActions> engine(tokens, source, pairs, verdict);
   if (!engine.parse_tavo_provider_syntax()) return !pairs.refused();
   note_ignored_text(source, tokens, verdict);
   const BrokenLexeme& broken = tokens.first_broken();

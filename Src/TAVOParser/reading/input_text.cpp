@@ -20,11 +20,38 @@ constexpr bool is_character(uint32_t c) {
 
 constexpr size_t kStep = 16;
 
+// Sixteen of them from the n-th on keep the last n of sixteen bytes.
+constexpr uint8_t kLast[2 * kStep] = {
+    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
+    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
 __m128i load(const void* place) {
   return _mm_loadu_si128(static_cast<const __m128i*>(place));
 }
 void store(void* place, __m128i units) {
   _mm_storeu_si128(static_cast<__m128i*>(place), units);
+}
+// The last `rest` of `count` bytes, not more than sixteen, and zeros after them. Copying few bytes
+// to load them as many would wait until they are stored, so a longer text is loaded and shifted.
+inline __m128i load_rest(const uint8_t* text, size_t count, size_t rest) {
+  if (count < kStep) {
+    uint8_t copy[kStep] = {};
+    std::memcpy(copy, text + count - rest, rest);
+    return load(copy);
+  }
+  uint64_t first;
+  uint64_t second;
+  std::memcpy(&first, text + count - 16, sizeof first);
+  std::memcpy(&second, text + count - 8, sizeof second);
+  const size_t shift = 8 * (kStep - rest);
+  if (shift >= 64) {
+    first = shift == 128 ? 0 : second >> (shift - 64);
+    second = 0;
+  } else if (shift != 0) {
+    first = first >> shift | second << (64 - shift);
+    second >>= shift;
+  }
+  return _mm_set_epi64x(static_cast<int64_t>(second), static_cast<int64_t>(first));
 }
 
 #endif
@@ -78,19 +105,19 @@ InputMeasure measure_units(const uint8_t* text, size_t count) {
   __m128i equals = zero;
   __m128i parentheses = zero;
   __m128i bits = zero;
-  const auto tally = [&](const void* place) {
-    const __m128i bytes = load(place);
+  const auto tally = [&](__m128i bytes) {
     const __m128i found = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('='));
     equals = _mm_add_epi64(equals, _mm_sad_epu8(_mm_sub_epi8(zero, found), zero));
     parentheses = _mm_or_si128(parentheses, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('(')));
     bits = _mm_or_si128(bits, bytes);
   };
   size_t done = 0;
-  for (; count - done >= kStep; done += kStep) tally(text + done);
-  if (done != count) {
-    uint8_t rest[kStep] = {};
-    std::memcpy(rest, text + done, count - done);
-    tally(rest);
+  for (; count - done >= kStep; done += kStep) tally(load(text + done));
+  const size_t rest = count - done;
+  if (rest != 0 && done == 0) {
+    tally(load_rest(text, count, rest));
+  } else if (rest != 0) {
+    tally(_mm_and_si128(load(text + count - kStep), load(kLast + rest)));
   }
   const auto halves = static_cast<size_t>(_mm_cvtsi128_si64(equals)) +
                       static_cast<size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(equals, equals)));
@@ -104,18 +131,22 @@ void copy_units(const From* from, size_t count, To* to) {
   for (size_t i = 0; i < count; ++i) to[i] = static_cast<To>(from[i]);
 }
 
+void add_zeros(uint16_t* units) {
+  std::memset(units, 0, kZerosAfter * sizeof(uint16_t));
+}
+
 // ASCII into both forms.
 template <typename Unit>
 void widen(const Unit* text, size_t count, uint16_t* units, wchar_t* wide) {
   copy_units(text, count, units);
   copy_units(text, count, wide);
+  add_zeros(units + count);
 }
 
 #ifdef __SSE2__
 
-void widen_step(const uint8_t* text, uint16_t* units, wchar_t* wide) {
+void widen_step(__m128i bytes, uint16_t* units, wchar_t* wide) {
   const __m128i zero = _mm_setzero_si128();
-  const __m128i bytes = load(text);
   const __m128i first = _mm_unpacklo_epi8(bytes, zero);
   const __m128i second = _mm_unpackhi_epi8(bytes, zero);
   store(units, first);
@@ -126,17 +157,16 @@ void widen_step(const uint8_t* text, uint16_t* units, wchar_t* wide) {
   store(wide + 12, _mm_unpackhi_epi16(second, zero));
 }
 
-// What is left over is widened with a step that begins in what is widened already.
+// Whole steps only, so that who reads the units in such steps need not wait for two stores.
 template <>
 void widen(const uint8_t* text, size_t count, uint16_t* units, wchar_t* wide) {
-  if (count < kStep) {
-    copy_units(text, count, units);
-    copy_units(text, count, wide);
-    return;
+  static_assert(kConvertedStep == kStep && kZerosAfter == kStep);
+  size_t done = 0;
+  for (; count - done >= kStep; done += kStep) {
+    widen_step(load(text + done), units + done, wide + done);
   }
-  const size_t last = count - kStep;
-  for (size_t i = 0; i < last; i += kStep) widen_step(text + i, units + i, wide + i);
-  widen_step(text + last, units + last, wide + last);
+  widen_step(load_rest(text, count, count - done), units + done, wide + done);
+  add_zeros(units + done + kStep);
 }
 
 #endif
@@ -196,6 +226,7 @@ ConvertedText convert_units(const Unit* text, size_t count, bool is_ascii, uint1
       *unit++ = static_cast<uint16_t>(0xDC00 + (c & 0x3FF));
     }
   }
+  add_zeros(unit);
   result.unit_count = static_cast<uint32_t>(unit - units);
   result.characters = static_cast<uint32_t>(character - wide);
   return result;

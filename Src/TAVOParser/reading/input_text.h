@@ -34,8 +34,19 @@ struct ConvertedText {
   uint32_t invalid_character = 0;  // what a wide text has there, or half a surrogate pair
 };
 
-// Converts a whole text. units: room for as many units as the input has, twice that for wide text
-// with pairs; wide: room for as many characters as the input has units.
+// Units after a converted text that are 0.
+inline constexpr size_t kZerosAfter = 16;
+// A text is converted in steps, so that more may be written than it has.
+inline constexpr size_t kConvertedStep = 16;
+constexpr size_t unit_room(size_t units) {
+  return units + kConvertedStep + kZerosAfter;
+}
+constexpr size_t wide_room(size_t characters) {
+  return characters + kConvertedStep;
+}
+
+// Converts a whole text. units: unit_room of as many units as the input has, of twice that for wide
+// text with pairs; wide: wide_room of as many characters as the input has units.
 ConvertedText convert(const InputText& input, bool is_ascii, uint16_t* units, wchar_t* wide);
 
 // UTF-16 without lone halves of pairs to wide text.

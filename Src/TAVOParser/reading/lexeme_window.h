@@ -6,6 +6,8 @@
 #include <cstdint>
 
 #include "Grammar/lexer/scanner.h"
+#include "Grammar/lexer/word_index.h"
+#include "text/utf16_characters.h"
 
 namespace tavo {
 
@@ -18,21 +20,48 @@ struct LexemeToken {
   const uint16_t* stop;
 };
 
+// Surrogate pairs from one place to another.
+inline uint32_t count_pairs(const uint16_t* from, const uint16_t* to) {
+  return static_cast<uint32_t>(to - from) - count_characters(from, to);
+}
+
 // The first lexical error: the offending character, or the end of the text.
 struct BrokenLexeme {
   RecognitionError error = RecognitionError::kNone;
   const uint16_t* offending = nullptr;
 };
 
+// Finds each word in the text itself: for text that is read once and briefly.
+class TextWords {
+ public:
+  static constexpr bool kFindsAll = false;
+
+  // readable: end of readable memory; from the end of the text to there it is 0.
+  explicit TextWords(const uint16_t* readable) : readable_(readable) {}
+
+  // As WordIndex::read; also 0 when the word takes more than one step to read.
+  size_t read(const uint16_t* place, WordRun& run) const {
+    if (!is_word(*place) || !read_word(place, readable_, run)) return 0;
+    return static_cast<size_t>(run.stop - place);
+  }
+
+ private:
+  const uint16_t* readable_;
+};
+
+// Words: a WordIndex or TextWords.
+template <typename Words>
 class LexemeWindow {
  public:
   using Token = LexemeToken*;
 
-  // Reads UTF-16 text that is followed by that many zero units.
-  LexemeWindow(const uint16_t* text, size_t units, size_t zeros_after)
+  // Reads UTF-16 text that is followed by at least one zero unit. The other arguments construct the
+  // words in place.
+  template <typename... Arguments>
+  LexemeWindow(const uint16_t* text, size_t units, Arguments... arguments)
       : next_(units != 0 && *text == kByteOrderMark ? text + 1 : text),
         end_(text + units),
-        readable_(end_ + zeros_after),
+        words_(arguments...),
         end_of_input_{TAVO_TOKEN_END_OF_INPUT, 0, false, end_, end_} {}
   LexemeWindow(const LexemeWindow&) = delete;
   LexemeWindow& operator=(const LexemeWindow&) = delete;
@@ -48,6 +77,13 @@ class LexemeWindow {
     current_ = nullptr;
     return token;
   }
+  // Skips a sign that has not been read yet.
+  bool skip(Sign sign) {
+    const uint16_t* place = skip_spaces();
+    if (current_ != nullptr || *place != static_cast<uint16_t>(sign)) return false;
+    next_ = place + 1;
+    return true;
+  }
   // Skips a sign without creating a token for it and takes the token after it, if the next token is
   // this sign and has not been read yet. Null means only that it has to be read.
   LexemeToken* take_after(Sign sign) {
@@ -55,7 +91,7 @@ class LexemeWindow {
       return nullptr;
     }
     const uint16_t* place = skip_spaces();
-    if (place == end_ || *place != static_cast<uint16_t>(sign)) [[unlikely]] {
+    if (*place != static_cast<uint16_t>(sign)) [[unlikely]] {
       return nullptr;
     }
     next_ = place + 1;
@@ -76,20 +112,25 @@ class LexemeWindow {
   // A rule holds its keyword, the sign after it and the value.
   static constexpr size_t kSlots = 4;
 
-  // The next place that is not a space; spaces are the most frequent hidden token.
+  // The next place that is not a space; spaces are the most frequent hidden token. The zero after
+  // the text ends them.
   const uint16_t* skip_spaces() const {
     const uint16_t* place = next_;
-    while (place != end_ && *place == ' ') ++place;
+    while (*place == ' ') ++place;
     return place;
   }
 
   LexemeToken* read() {
     const uint16_t* place = skip_spaces();
-    if (place == end_) [[unlikely]] {
+    WordRun run;
+    const size_t length = words_.read(place, run);
+    if (length == 0 && place == end_) [[unlikely]] {
       next_ = end_;
       return &end_of_input_;
     }
-    const Lexeme lexeme = scan(place, end_, readable_);
+    const Lexeme lexeme = length != 0        ? detail::scan_run(place, end_, run, length)
+                          : Words::kFindsAll ? detail::scan_no_word(place, end_)
+                                             : scan(place, end_);
     // Nearly all visible tokens are plain: without errors and line ends.
     if (lexeme.traits != 0) [[unlikely]] {
       return read_from(place, lexeme.stop, lexeme.type, lexeme.traits);
@@ -103,12 +144,12 @@ class LexemeWindow {
     return token;
   }
   // Continues from a lexeme that has been read, passed in parts that fit in registers.
-  LexemeToken* read_from(const uint16_t* place, const uint16_t* stop, uint32_t type,
-                         uint32_t traits);
+  [[gnu::noinline]] LexemeToken* read_from(const uint16_t* place, const uint16_t* stop,
+                                           uint32_t type, uint32_t traits);
 
   const uint16_t* next_;
   const uint16_t* end_;
-  const uint16_t* readable_;        // end of readable memory: the text and the zeros after it
+  Words words_;
   LexemeToken* current_ = nullptr;  // null: not read yet
   uint32_t newest_ = 0;
   uint32_t pairs_ = 0;  // surrogate pairs before next_
@@ -116,5 +157,28 @@ class LexemeWindow {
   LexemeToken end_of_input_;
   LexemeToken slots_[kSlots];
 };
+
+template <typename Words>
+LexemeToken* LexemeWindow<Words>::read_from(const uint16_t* place, const uint16_t* stop,
+                                            uint32_t type, uint32_t traits) {
+  for (Lexeme lexeme = {stop, type, traits};; lexeme = scan(place, end_)) {
+    const uint16_t* next = lexeme.stop;
+    LexemeToken* token = nullptr;
+    if (lexeme.type == 0) {
+      // Drops the characters that the failed rule consumed and the offending character.
+      if (first_broken_.error == RecognitionError::kNone) {
+        first_broken_ = {lexeme.error(), lexeme.stop};
+      }
+      if (next != end_) next = next_character(next, end_);
+    } else if (!lexeme.hidden()) {
+      token = keep(place, lexeme.stop, lexeme.type, true);
+    }
+    if (lexeme.type == 0 || lexeme.multi_line()) pairs_ += count_pairs(place, next);
+    next_ = next;
+    if (token != nullptr) return token;
+    place = next;
+    if (place == end_) return &end_of_input_;
+  }
+}
 
 }  // namespace tavo

@@ -65,7 +65,6 @@ class ResultMaker {
       refuse_text();
       return &result_;
     }
-    std::memset(units_ + text_.unit_count, 0, PassText::kZeros * sizeof(uint16_t));
     run();
     return &result_;
   }
@@ -107,22 +106,22 @@ class ResultMaker {
     const bool told = request_.reported_length != kLengthInCharacters;
     const PassText text{units_, text_.unit_count, wide_,
                         told ? request_.reported_length : text_.characters};
-    const PassMemory memory = {
-        at<KeyValueEntry>(memory_, layout_.pairs), at<StoredOption>(memory_, layout_.options),
-        at<wchar_t>(memory_, layout_.wide_keys), at<char>(memory_, layout_.utf8)};
+    const PassMemory memory = {at<KeyValueEntry>(memory_, layout_.pairs),
+                               at<TraceLevel>(memory_, layout_.levels),
+                               at<wchar_t>(memory_, layout_.wide_keys),
+                               at<char>(memory_, layout_.utf8), at<char>(memory_, layout_.words)};
     StatementPass pass(text, memory);
     const bool accepted = pass.run();
     result_.status = accepted ? 0 : uint32_t{TAVO_STATUS_STATEMENT_REJECTED};
-    result_.error = pass.error();
+    if (pass.error().number != 0) result_.error = pass.error();
     result_.pairs = memory.pairs;
-    result_.options = memory.options;
+    result_.levels = memory.trace_levels;
     if (result_.error.line != 0) return tell_syntax_error();
     result_.pair_count = accepted ? pass.pair_count() : 0;
-    result_.option_count = pass.option_count();
     result_.trace_levels = pass.trace_levels();
     result_.refused_trace_levels = pass.refused_trace_levels();
     if (result_.error.insert != nullptr) tell_insert();
-    tell_options(pass.keys_end());
+    tell_texts(pass);
   }
 
   // The wide text was ended at stored texts: it is written anew and ended where the excerpt ends.
@@ -140,36 +139,46 @@ class ResultMaker {
   // Of a violated rule that names an option.
   void tell_insert() {
     const KeyValueEntry& pair = *result_.error.insert;
-    const StoredOption& option = result_.options[option_of(pair)];
+    const OptionPlace option = place_of(pair);
     add_insert(result_, TAVO_TOKID_PARMKEY, pair.key);
     set_place(option.key, option.value + option.value_length - option.key);
   }
 
-  void tell_options(const wchar_t* keys_end) {
+  void tell_texts(const StatementPass& pass) {
     char* utf8 = at<char>(memory_, layout_.utf8);
+    const StoredTexts stored = {wide_, result_.pairs, pass.pair_count(), result_.levels,
+                                result_.trace_levels};
     result_.wide = wide_;
     result_.utf8 = utf8;
-    if (layout_.is_ascii()) return narrow_texts(keys_end, utf8);
-    result_.texts = at<OptionText>(memory_, layout_.texts);
-    write_texts({result_.pairs, result_.options, result_.texts, result_.option_count}, wide_, utf8,
-                at<char>(memory_, layout_.utf8_keys));
-    if (request_.unit == TAVO_COUNT_CHARACTERS) return;
-    OffsetMap map = offset_map();
-    for (uint32_t i = 0; i < result_.option_count; ++i) {
-      StoredOption& option = result_.options[i];
-      map.move(option.key, option.key_length);
-      map.move(option.value, option.value_length);
+    if (layout_.is_ascii()) {
+      const bool has_keys = pass.keys_end() != at<wchar_t>(memory_, layout_.wide_keys);
+      return narrow_texts(stored, has_keys ? pass.keys_end() : wide_ + text_.characters + 1, utf8);
     }
+    result_.texts = at<OptionText>(memory_, layout_.texts);
+    write_texts(stored, result_.texts, utf8, at<char>(memory_, layout_.utf8_keys));
+    if (request_.unit != TAVO_COUNT_CHARACTERS) move_places(stored.pair_count);
   }
 
-  // The wide text and the keys with prefixes after it, with the ends of the stored texts in them. A
-  // trace level that is not stored is ended here.
-  void narrow_texts(const wchar_t* keys_end, char* utf8) {
-    narrow(wide_, static_cast<size_t>(keys_end - wide_), utf8);
+  void move_places(uint32_t pair_count) {
+    OffsetMap map = offset_map();
+    for (uint32_t i = 0; i < pair_count; ++i) {
+      OptionPlace place = place_of(result_.pairs[i]);
+      map.move(place.key, place.key_length);
+      map.move(place.value, place.value_length);
+      set_place_of(result_.pairs[i], place);
+    }
+    OffsetMap map_of_levels = offset_map();
     for (uint32_t i = 0; i < result_.trace_levels; ++i) {
-      const WideOption texts =
-          wide_option(result_.pairs, *find_trace_level(result_, i, false), wide_);
-      utf8[texts.value - wide_ + texts.value_length] = 0;
+      OptionPlace& place = result_.levels[i].place;
+      // Of the statement that only sets the level both are the keyword.
+      const bool is_keyword = place.value == place.key;
+      map_of_levels.move(place.key, place.key_length);
+      if (is_keyword) {
+        place.value = place.key;
+        place.value_length = place.key_length;
+      } else {
+        map_of_levels.move(place.value, place.value_length);
+      }
     }
   }
 
@@ -184,6 +193,8 @@ class ResultMaker {
 
 }  // namespace
 
+static_assert(kZerosAfter >= PassText::kZeros);
+
 ResultLayout::ResultLayout(const InputText& input, const InputMeasure& measure)
     : is_ascii_(measure.is_ascii) {
   const size_t count = input.count;
@@ -195,13 +206,14 @@ ResultLayout::ResultLayout(const InputText& input, const InputMeasure& measure)
   // From the largest alignment to the smallest.
   pairs = add(measure.equals, sizeof(KeyValueEntry));
   texts = add(measure.equals, sizeof(OptionText));
-  options = add(measure.equals, sizeof(StoredOption));
+  levels = add(measure.equals, sizeof(TraceLevel));
   // Keys with prefixes lie after the text, so that a text of ASCII can be narrowed with them.
-  wide = add(count + 1, sizeof(wchar_t));
+  wide = add(wide_room(count), sizeof(wchar_t));
   wide_keys = add(keys, sizeof(wchar_t));
-  units = add((two_units_each ? 2 : 1) * count + PassText::kZeros, sizeof(uint16_t));
-  utf8 = add(count * bytes_each + 1, 1);
+  units = add(unit_room((two_units_each ? 2 : 1) * count), sizeof(uint16_t));
+  utf8 = add(wide_room(count) * bytes_each, 1);
   utf8_keys = add(keys, 1);
+  words = add(WordIndex::memory_for((two_units_each ? 2 : 1) * count), 1);
 }
 
 size_t ResultLayout::add(size_t count, size_t size) {

@@ -22,12 +22,13 @@ class ResultLayout {
   }
   size_t pairs = 0;
   size_t texts = 0;
-  size_t options = 0;
+  size_t levels = 0;
   size_t wide = 0;
   size_t wide_keys = 0;
   size_t units = 0;
   size_t utf8 = 0;
   size_t utf8_keys = 0;
+  size_t words = 0;
 
  private:
   size_t add(size_t count, size_t size);

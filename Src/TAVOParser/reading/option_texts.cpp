@@ -6,15 +6,27 @@
 namespace tavo {
 namespace {
 
+struct WideText {
+  const wchar_t* characters;
+  uint32_t length;
+};
+
 uint32_t characters_in(uint32_t bytes) {
   return bytes / uint32_t{sizeof(wchar_t)} - 1;
 }
 
+// Not terminated when no pair has it.
+WideText value_of(const TraceLevel& level, const wchar_t* wide) {
+  if (level.pair != nullptr) return {level.pair->value, characters_in(level.pair->valueLength)};
+  const bool quoted = is_quoted(level.value_type) && level.place.value_length >= 2;
+  return {wide + level.place.value + (quoted ? 1 : 0), level.place.value_length - (quoted ? 2 : 0)};
+}
+
 // Each text takes what it takes in the statement's text, and its terminator the place of the sign
 // or blank after it.
-const char* write(const wchar_t* text, uint32_t length, char*& next, uint32_t* bytes) {
+const char* write(const WideText& text, char*& next, uint32_t* bytes) {
   const char* first = next;
-  next = to_utf8(text, length, next);
+  next = to_utf8(text.characters, text.length, next);
   *bytes = static_cast<uint32_t>(next - first);
   *next++ = 0;
   return first;
@@ -22,31 +34,32 @@ const char* write(const wchar_t* text, uint32_t length, char*& next, uint32_t* b
 
 }  // namespace
 
-WideOption wide_option(const KeyValueEntry* pairs, const StoredOption& option,
-                       const wchar_t* wide) {
-  if (option.pair != StoredOption::kNoPair) {
-    const KeyValueEntry& pair = pairs[option.pair];
-    return {pair.key, pair.value, characters_in(pair.keySize), characters_in(pair.valueLength)};
+void narrow_texts(const StoredTexts& stored, const wchar_t* end, char* bytes) {
+  narrow(stored.wide, static_cast<size_t>(end - stored.wide), bytes);
+  for (uint32_t i = 0; i < stored.level_count; ++i) {
+    const WideText value = value_of(stored.levels[i], stored.wide);
+    char* text = bytes + (value.characters - stored.wide);
+    text[value.length] = 0;
+    stored.levels[i].text = text;
   }
-  const bool quoted = is_quoted(option.value_type) && option.value_length >= 2;
-  return {wide + option.key, wide + option.value + (quoted ? 1 : 0), option.key_length,
-          option.value_length - (quoted ? 2 : 0)};
 }
 
-void write_texts(const OptionTable& table, const wchar_t* wide, char* bytes, char* keys) {
-  for (uint32_t i = 0; i < table.count; ++i) {
-    const StoredOption& option = table.options[i];
-    const WideOption texts = wide_option(table.pairs, option, wide);
-    OptionText& out = table.texts[i];
-    const bool has_prefix = texts.key_length != option.key_length;
-    out.key = write(texts.key, texts.key_length, has_prefix ? keys : bytes, &out.key_bytes);
-    // The statement that only sets the trace level hands its keyword on twice: there is room for
-    // one.
-    if (option.value == option.key) {
-      out.value = out.key;
-      out.value_bytes = out.key_bytes;
+void write_texts(const StoredTexts& stored, OptionText* texts, char* bytes, char* keys) {
+  for (uint32_t i = 0; i < stored.pair_count; ++i) {
+    const KeyValueEntry& pair = stored.pairs[i];
+    const WideText key = {pair.key, characters_in(pair.keySize)};
+    const bool has_prefix = key.length != place_of(pair).key_length;
+    texts[i].key = write(key, has_prefix ? keys : bytes, &texts[i].key_bytes);
+    texts[i].value =
+        write({pair.value, characters_in(pair.valueLength)}, bytes, &texts[i].value_bytes);
+  }
+  for (uint32_t i = 0; i < stored.level_count; ++i) {
+    TraceLevel& level = stored.levels[i];
+    if (level.pair != nullptr) {
+      level.text = texts[level.pair - stored.pairs].value;
     } else {
-      out.value = write(texts.value, texts.value_length, bytes, &out.value_bytes);
+      uint32_t length;
+      level.text = write(value_of(level, stored.wide), bytes, &length);
     }
   }
 }

@@ -1,4 +1,4 @@
-// The texts of the options of a statement in UTF-8.
+// The texts of pairs and trace levels in UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -8,24 +8,21 @@
 
 namespace tavo {
 
-struct OptionTable {
+// What a pass stored.
+struct StoredTexts {
+  const wchar_t* wide;  // the text of the statement after the pass
   const KeyValueEntry* pairs;
-  const StoredOption* options;
-  OptionText* texts;  // out: one for each option
-  uint32_t count;
+  uint32_t pair_count;
+  TraceLevel* levels;
+  uint32_t level_count;
 };
 
-// Writes the texts one after the other. wide: the text of the statement after a pass; bytes: room
-// for that text in UTF-8 and a terminator; keys: room for the keys with a prefix.
-void write_texts(const OptionTable& table, const wchar_t* wide, char* bytes, char* keys);
+// Of a statement of ASCII: narrows the wide text and the keys after it, in which the texts of the
+// pairs are terminated, and sets the texts of the trace levels. bytes: room for a byte for each.
+void narrow_texts(const StoredTexts& stored, const wchar_t* end, char* bytes);
 
-// The texts of an option as the wide text has them; not terminated in it when no pair has them.
-struct WideOption {
-  const wchar_t* key;
-  const wchar_t* value;
-  uint32_t key_length;
-  uint32_t value_length;
-};
-WideOption wide_option(const KeyValueEntry* pairs, const StoredOption& option, const wchar_t* wide);
+// Of any statement: writes the texts one after the other. texts: out, one for each pair; bytes:
+// room for the statement's text in UTF-8 and a terminator; keys: room for the keys with a prefix.
+void write_texts(const StoredTexts& stored, OptionText* texts, char* bytes, char* keys);
 
 }  // namespace tavo

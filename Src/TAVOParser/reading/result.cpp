@@ -1,8 +1,6 @@
 // Looking into a result.
 #include "reading/result.h"
 
-#include "reading/option_texts.h"
-
 namespace tavo {
 namespace {
 
@@ -10,18 +8,21 @@ const KeyValueEntry* find_pair(const TAVOReadResult* result, uint32_t pair) {
   return result == nullptr || pair >= result->pair_count ? nullptr : result->pairs + pair;
 }
 
-OptionText find_text(const TAVOReadResult* result, uint32_t pair) {
-  const KeyValueEntry* entry = find_pair(result, pair);
-  return entry == nullptr ? OptionText{} : text_of(*result, *entry);
-}
-
-const StoredOption* find_option(const TAVOReadResult* result, uint32_t pair) {
-  const KeyValueEntry* entry = find_pair(result, pair);
-  return entry == nullptr ? nullptr : result->options + option_of(*entry);
-}
-
 size_t length_of(uint32_t bytes) {
   return bytes / sizeof(wchar_t) - 1;
+}
+
+OptionText find_text(const TAVOReadResult* result, uint32_t pair) {
+  const KeyValueEntry* entry = find_pair(result, pair);
+  if (entry == nullptr) return {};
+  if (result->texts != nullptr) return result->texts[pair];
+  return {result->utf8 + (entry->key - result->wide), result->utf8 + (entry->value - result->wide),
+          static_cast<uint32_t>(length_of(entry->keySize)),
+          static_cast<uint32_t>(length_of(entry->valueLength))};
+}
+
+const TraceLevel* find_level(const TAVOReadResult* result, uint32_t index) {
+  return result == nullptr || index >= result->trace_levels ? nullptr : result->levels + index;
 }
 
 uint32_t tell(TAVORange* range, uint32_t offset, uint32_t length) {
@@ -30,24 +31,6 @@ uint32_t tell(TAVORange* range, uint32_t offset, uint32_t length) {
 }
 
 }  // namespace
-
-OptionText text_of(const TAVOReadResult& result, const KeyValueEntry& pair) {
-  if (result.texts != nullptr) return result.texts[option_of(pair)];
-  return {result.utf8 + (pair.key - result.wide), result.utf8 + (pair.value - result.wide),
-          static_cast<uint32_t>(length_of(pair.keySize)),
-          static_cast<uint32_t>(length_of(pair.valueLength))};
-}
-
-const StoredOption* find_trace_level(const TAVOReadResult& result, uint32_t index, bool refused) {
-  const StoredOption* const end = result.options + result.option_count;
-  for (const StoredOption* option = result.options; option != end; ++option) {
-    const bool wanted = refused ? option->trace_level == StoredOption::kNotConvertible
-                                : option->trace_level != StoredOption::kNone;
-    if (wanted && index-- == 0) return option;
-  }
-  return nullptr;
-}
-
 }  // namespace tavo
 
 extern "C" {
@@ -121,16 +104,18 @@ size_t TAVOResult_GetValueLength(const TAVOReadResult* result, uint32_t pair) no
 
 uint32_t TAVOResult_GetKeyRange(const TAVOReadResult* result, uint32_t pair,
                                 TAVORange* range) noexcept {
-  const tavo::StoredOption* option = tavo::find_option(result, pair);
-  if (option == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
-  return tavo::tell(range, option->key, option->key_length);
+  const KeyValueEntry* entry = tavo::find_pair(result, pair);
+  if (entry == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
+  const tavo::OptionPlace place = tavo::place_of(*entry);
+  return tavo::tell(range, place.key, place.key_length);
 }
 
 uint32_t TAVOResult_GetValueRange(const TAVOReadResult* result, uint32_t pair,
                                   TAVORange* range) noexcept {
-  const tavo::StoredOption* option = tavo::find_option(result, pair);
-  if (option == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
-  return tavo::tell(range, option->value, option->value_length);
+  const KeyValueEntry* entry = tavo::find_pair(result, pair);
+  if (entry == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
+  const tavo::OptionPlace place = tavo::place_of(*entry);
+  return tavo::tell(range, place.value, place.value_length);
 }
 
 // ---- trace levels ------------------------------------------------------------------------------
@@ -140,20 +125,16 @@ uint32_t TAVOResult_CountTraceLevels(const TAVOReadResult* result) noexcept {
 }
 
 const char* TAVOResult_GetTraceLevel(const TAVOReadResult* result, uint32_t index) noexcept {
-  if (result == nullptr) return nullptr;
-  const tavo::StoredOption* option = tavo::find_trace_level(*result, index, false);
-  if (option == nullptr) return nullptr;
-  if (result->texts != nullptr) return result->texts[option - result->options].value;
-  return result->utf8 +
-         (tavo::wide_option(result->pairs, *option, result->wide).value - result->wide);
+  const tavo::TraceLevel* level = tavo::find_level(result, index);
+  return level == nullptr ? nullptr : level->text;
 }
 
 uint32_t TAVOResult_GetTraceLevelRange(const TAVOReadResult* result, uint32_t index,
                                        TAVORange* range) noexcept {
-  if (result == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
-  const tavo::StoredOption* option = tavo::find_trace_level(*result, index, false);
-  if (option == nullptr) return TAVO_READ_ARGUMENT_INVALID;
-  return tavo::tell(range, option->key, option->value + option->value_length - option->key);
+  const tavo::TraceLevel* level = tavo::find_level(result, index);
+  if (level == nullptr || range == nullptr) return TAVO_READ_ARGUMENT_INVALID;
+  const tavo::OptionPlace& place = level->place;
+  return tavo::tell(range, place.key, place.value + place.value_length - place.key);
 }
 
 }  // extern "C"

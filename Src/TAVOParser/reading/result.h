@@ -9,7 +9,7 @@
 
 namespace tavo {
 
-// The texts of an option in UTF-8, terminated.
+// The texts of a pair in UTF-8, terminated.
 struct OptionText {
   const char* key;
   const char* value;
@@ -31,14 +31,12 @@ struct TAVOReadResult {
 
   uint32_t status;
   uint32_t pair_count;  // 0 unless the statement is accepted
-  uint32_t option_count;
   uint32_t trace_levels;
   uint32_t refused_trace_levels;
   uint32_t insert_count;  // of the error, not of a refused trace level
-  KeyValueEntry* pairs;   // caller1 holds the index of the pair's option
-  tavo::StoredOption* options;
-  // Of each option; null when the statement is ASCII: then a text lies in utf8 where it lies in
-  // wide.
+  KeyValueEntry* pairs;   // places in the unit that was asked for
+  tavo::TraceLevel* levels;
+  // Of each pair; null when the statement is ASCII: then a text lies in utf8 where it lies in wide.
   tavo::OptionText* texts;
   const wchar_t* wide;
   const char* utf8;
@@ -51,20 +49,8 @@ struct TAVOReadResult {
 
 namespace tavo {
 
-inline uint32_t option_of(const KeyValueEntry& pair) {
-  uint32_t option;
-  __builtin_memcpy(&option, pair.caller1, sizeof option);
-  return option;
-}
-
-// The texts of the option of a pair.
-OptionText text_of(const TAVOReadResult& result, const KeyValueEntry& pair);
-
 inline uint32_t count_errors(const TAVOReadResult& result) {
   return result.refused_trace_levels + (result.error.number != 0 ? 1 : 0);
 }
-
-// The option of the index-th trace level; refused: of those alone that have no 8-bit form.
-const StoredOption* find_trace_level(const TAVOReadResult& result, uint32_t index, bool refused);
 
 }  // namespace tavo

@@ -1,6 +1,7 @@
 #include "reading/statement_pass.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstring>
 #include <cwchar>
 
@@ -26,29 +27,30 @@ class PassActions {
              uint32_t value_type, const LexemeToken* prefix) {
     if (value->type == TAVO_TOKEN_END_OF_INPUT)
       return;  // the error that follows is all that counts
-    StoredOption& option = add_option(*key, key_type, *value, value_type);
-    if (!is_new(key_type)) return;
-    option.pair = pass_.pair_count_++;
-    KeyValueEntry& pair = pass_.memory_.pairs[option.pair];
-    const uint32_t index = pass_.option_count_ - 1;
-    std::memcpy(pair.caller1, &index, sizeof index);
+    if (pass_.stored_.has(key_type) && !is_repeatable(key_type)) return;
+    KeyValueEntry& pair = pass_.memory_.pairs[pass_.stored_.size()];
+    pass_.stored_.add(key_type);
+    const OptionPlace place = place_of(*key, *value);
+    set_place_of(pair, place);
     pair.status = 0;
     if (prefix == nullptr) [[likely]] {
-      pair.key = wide_ + option.key;
-      pair.key[option.key_length] = 0;
-      pair.keySize = bytes(option.key_length);
+      pair.key = wide_ + place.key;
+      pair.key[place.key_length] = 0;
+      pair.keySize = bytes(place.key_length);
     } else {
-      store_prefixed_key(pair, option, *prefix);
+      store_prefixed_key(pair, *key, *prefix);
+      note_parameter(key_type);
     }
     pair.keyId = key_type;
-    pair.value = wide_ + option.value;
-    uint32_t length = option.value_length;
+    wchar_t* text = wide_ + place.value;
+    uint32_t length = place.value_length;
     const bool quoted = is_quoted(value_type);
     if (quoted) {
-      pair.value += length != 0 ? 1 : 0;
+      text += length != 0 ? 1 : 0;
       length = length < 2 ? 0 : length - 2;
     }
-    pair.value[length] = 0;
+    text[length] = 0;
+    pair.value = text;
     pair.valueId = value_type;
     pair.valueSize = pair.valueLength = bytes(length);
     if (quoted && value->may_escape) [[unlikely]] {
@@ -56,17 +58,17 @@ class PassActions {
     }
   }
 
-  void set_trace_level(const LexemeToken*, uint32_t, const LexemeToken* value, uint32_t value_type,
-                       const LexemeToken*) {
-    note_trace_level(pass_.memory_.options[pass_.option_count_ - 1], *value, value_type);
+  void set_trace_level(const LexemeToken* key, uint32_t, const LexemeToken* value,
+                       uint32_t value_type, const LexemeToken*) {
+    note_trace_level(*key, *value, value_type);
   }
-  void run_trace_statement(const LexemeToken* keyword, uint32_t key_type) {
-    note_trace_level(add_option(*keyword, key_type, *keyword, keyword->type), *keyword,
-                     keyword->type);
+  void run_trace_statement(const LexemeToken* keyword, uint32_t) {
+    note_trace_level(*keyword, *keyword, keyword->type);
   }
 
   const LexemeToken* make_prefix(const LexemeToken* keyword) {
     prefix_ = *keyword;  // its place among the tokens will be taken
+    note_definition();
     return &prefix_;
   }
 
@@ -86,46 +88,63 @@ class PassActions {
     return static_cast<uint32_t>(token.stop - token.start);
   }
   // No token that is stored holds a surrogate pair: its units are its characters.
-  StoredOption& add_option(const LexemeToken& key, uint32_t key_type, const LexemeToken& value,
-                           uint32_t value_type) {
-    StoredOption& option = pass_.memory_.options[pass_.option_count_++];
-    option = {key_type,
-              value_type,
-              pass_.offset_of(key),
-              length_of(key),
-              pass_.offset_of(value),
-              length_of(value),
-              StoredOption::kNoPair,
-              StoredOption::kNone};
-    return option;
+  OptionPlace place_of(const LexemeToken& key, const LexemeToken& value) const {
+    return {pass_.offset_of(key), length_of(key), pass_.offset_of(value), length_of(value)};
   }
 
-  // Whether a pair with this key is to be stored.
-  bool is_new(uint32_t key_type) {
-    uint64_t& word = stored_[key_type / 64];
-    const uint64_t bit = uint64_t{1} << (key_type % 64);
-    if ((word & bit) != 0) return false;
-    if (!is_repeatable(key_type)) word |= bit;
-    return true;
-  }
-
-  void store_prefixed_key(KeyValueEntry& pair, const StoredOption& option,
+  void store_prefixed_key(KeyValueEntry& pair, const LexemeToken& keyword,
                           const LexemeToken& prefix) {
-    // Read from the UTF-16 text: the wide one may have been ended there.
     wchar_t* key = pass_.keys_end_;
-    wchar_t* next = key;
-    const uint32_t prefix_length = std::min(length_of(prefix), uint32_t{kLongestKeyPrefix});
-    next = std::copy_n(prefix.start, prefix_length, next);
+    wchar_t* next =
+        copy_key(prefix.start, std::min(length_of(prefix), uint32_t{kLongestKeyPrefix}), key);
     *next++ = L':';
-    next = std::copy_n(wide_ + option.key, option.key_length, next);
+    next = copy_key(keyword.start, length_of(keyword), next);
     pair.key = key;
     pair.keySize = bytes(static_cast<uint32_t>(next - key));
     *next++ = 0;
     pass_.keys_end_ = next;
   }
+  // Copies from the UTF-16 text: the wide one may have been ended there. Returns one past the copy;
+  // what is written after it is overwritten.
+  static wchar_t* copy_key(const uint16_t* units, uint32_t count, wchar_t* to) {
+    static_assert(kKeyStep <= PassText::kZeros);
+    for (size_t i = 0; i < kKeyStep; ++i) to[i] = static_cast<wchar_t>(units[i]);
+    if (count > kKeyStep) [[unlikely]] {
+      std::copy_n(units, count, to);
+    }
+    return to + count;
+  }
 
-  // Whether the level has the 8-bit form that the platform would be handed.
-  void note_trace_level(StoredOption& option, const LexemeToken& value, uint32_t value_type) {
+  // The number of a field definition, 0 for a bare keyword.
+  static uint32_t number_of_definition(const LexemeToken& keyword) {
+    constexpr uint32_t kStem = 6;
+    uint32_t number = 0;
+    for (const uint16_t* digit = keyword.start + kStem; digit < keyword.stop; ++digit) {
+      number = number * 10 + (*digit - uint32_t{'0'});
+    }
+    return number;
+  }
+  void note_definition() {
+    const uint32_t number = number_of_definition(prefix_);
+    named_ = typed_ = false;
+    if (number >= kDefinitions || definitions_[number]) {
+      pass_.definitions_repeat_ = true;
+    } else {
+      definitions_.set(number);
+    }
+  }
+  void note_parameter(uint32_t key_type) {
+    if (key_type == TAVO_PARSER_PARAM_FLDDEF_NAME) {
+      pass_.definitions_repeat_ |= named_;
+      named_ = true;
+    } else if (key_type == TAVO_PARSER_PARAM_FLDDEF_DATATYPE) {
+      pass_.definitions_repeat_ |= typed_;
+      typed_ = true;
+    }
+  }
+
+  // Also of the option that has just been stored.
+  void note_trace_level(const LexemeToken& key, const LexemeToken& value, uint32_t value_type) {
     const uint16_t* units = value.start;
     uint32_t count = length_of(value);
     if (value_type == TAVO_PARSER_STRING_WITH_QUOTES) {
@@ -133,26 +152,34 @@ class PassActions {
       count = count < 2 ? 0 : count - 2;
     }
     uint32_t produced = 0;
-    ++pass_.trace_levels_;
-    option.trace_level = StoredOption::kSet;
     // As in SetTraceLevel: one byte more than characters would fill the byte of the terminator.
-    if (Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) != 0 ||
-        produced > count) {
-      option.trace_level = StoredOption::kNotConvertible;
-      ++pass_.refused_trace_levels_;
-    }
+    const bool is_convertible =
+        Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) == 0 &&
+        produced <= count;
+    const OptionPlace place = place_of(key, value);
+    const KeyValueEntry* last = pass_.stored_.size() == 0 ? nullptr : pass_.stored_.end() - 1;
+    const bool is_stored = last != nullptr && tavo::place_of(*last).key == place.key;
+    pass_.memory_.trace_levels[pass_.trace_levels_++] = {place, value_type, is_convertible,
+                                                         is_stored ? last : nullptr, nullptr};
+    if (!is_convertible) ++pass_.refused_trace_levels_;
   }
 
   StatementPass& pass_;
   wchar_t* wide_;
-  uint64_t stored_[(TAVO_TOKEN_NAME_COUNT + 63) / 64] = {};
+  static constexpr size_t kDefinitions = 100;  // FLDDEF and FLDDEF1 to FLDDEF99
   LexemeToken prefix_;
+  std::bitset<kDefinitions> definitions_;
+  // Of the present definition.
+  bool named_ = false;
+  bool typed_ = false;
 };
 
 bool StatementPass::run() {
-  LexemeWindow tokens(text_.units, text_.unit_count, PassText::kZeros);
+  using Tokens = LexemeWindow<WordIndex>;
+  static_assert(PassText::kZeros >= WordIndex::kZeros);
+  Tokens tokens(text_.units, text_.unit_count, text_.units, text_.unit_count, memory_.words);
   const bool accepted =
-      TableEngine<LexemeWindow, PassActions>(tokens, *this).parse_tavo_provider_syntax();
+      TableEngine<Tokens, PassActions>(tokens, *this).parse_tavo_provider_syntax();
   if (!accepted) return false;
   tokens.read_to_end();
   const BrokenLexeme& broken = tokens.first_broken();
@@ -162,8 +189,8 @@ bool StatementPass::run() {
             broken.offending == end ? end : next_character(broken.offending, end));
     return false;
   }
-  if (pair_count_ != 0) {
-    const Violation violation = find_violation(StoredPairs(memory_.pairs, pair_count_));
+  if (pair_count() != 0) {
+    const Violation violation = find_violation(stored_, definitions_repeat_);
     error_.number = violation.number;
     error_.insert = violation.insert;
   }

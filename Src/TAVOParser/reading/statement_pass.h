@@ -6,9 +6,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "TAVOParser.h"
 #include "reading/lexeme_window.h"
+#include "validation/stored_pairs.h"
 
 namespace tavo {
 
@@ -27,36 +29,51 @@ struct PassText {
   uint32_t reported_length = 0;
 };
 
-// An option as the text has it. Offsets and lengths count characters and are those of the tokens as
-// typed, quotes included.
-struct StoredOption {
-  static constexpr uint32_t kNoPair = 0xFFFFFFFF;
-  enum TraceLevel : uint32_t { kNone, kSet, kNotConvertible };
-
-  uint32_t key_type;
-  uint32_t value_type;
+// Where an option stands in the text. Offsets and lengths count characters and are those of the
+// tokens as typed, quotes included.
+struct OptionPlace {
   uint32_t key;
   uint32_t key_length;
   uint32_t value;
   uint32_t value_length;
-  uint32_t pair;  // index of its pair; kNoPair when an earlier one of its key counts
-  uint32_t trace_level;
+};
+
+// A pair holds its place where callers of the two runs have bytes of their own.
+inline OptionPlace place_of(const KeyValueEntry& pair) {
+  OptionPlace place;
+  static_assert(sizeof place == sizeof pair.caller0);
+  std::memcpy(&place, pair.caller0, sizeof place);
+  return place;
+}
+inline void set_place_of(KeyValueEntry& pair, const OptionPlace& place) {
+  std::memcpy(pair.caller0, &place, sizeof place);
+}
+
+// An option, or the statement, that sets the trace level.
+struct TraceLevel {
+  OptionPlace place;
+  uint32_t value_type;
+  bool is_convertible;        // to the 8-bit form that the platform would be handed
+  const KeyValueEntry* pair;  // null when an earlier one of its key counts
+  const char* text;           // in UTF-8, terminated; set when the result is made
 };
 
 // Where a pass stores.
 struct PassMemory {
-  // As many as the text has equals signs. caller1 holds the index of the pair's option.
-  KeyValueEntry* pairs = nullptr;
-  StoredOption* options = nullptr;  // as many
-  wchar_t* keys = nullptr;          // keys with a prefix: see key_room
-  char* bytes = nullptr;            // as many bytes as the text has characters and one more
+  KeyValueEntry* pairs = nullptr;      // as many as the text has equals signs
+  TraceLevel* trace_levels = nullptr;  // as many
+  wchar_t* keys = nullptr;             // keys with a prefix: see key_room
+  char* bytes = nullptr;               // as many bytes as the text has characters and one more
+  char* words = nullptr;               // see WordIndex
 };
 
 // Wide characters that keys with prefixes can need: all keys of a text, and a prefix and a
-// terminator for each equals sign after the first parenthesis.
+// terminator for each equals sign after the first parenthesis. Keys are copied in steps, so that
+// the last one needs more.
 constexpr size_t kLongestKeyPrefix = 15;  // without its ":"
+constexpr size_t kKeyStep = 8;
 constexpr size_t key_room(size_t characters, size_t equals) {
-  return characters + equals * (kLongestKeyPrefix + 2);
+  return characters + equals * (kLongestKeyPrefix + 2) + 2 * kKeyStep;
 }
 
 // A syntax error, or the first violation of a rule.
@@ -74,7 +91,7 @@ struct PassError {
 class StatementPass {
  public:
   StatementPass(const PassText& text, const PassMemory& memory)
-      : text_(text), memory_(memory), keys_end_(memory.keys) {}
+      : text_(text), memory_(memory), stored_(memory.pairs), keys_end_(memory.keys) {}
   StatementPass(const StatementPass&) = delete;
   StatementPass& operator=(const StatementPass&) = delete;
 
@@ -88,10 +105,7 @@ class StatementPass {
   }
   // What is stored. After a syntax error: what had been stored before.
   uint32_t pair_count() const {
-    return pair_count_;
-  }
-  uint32_t option_count() const {
-    return option_count_;
+    return static_cast<uint32_t>(stored_.size());
   }
   // Options, and the statement, that set the trace level.
   uint32_t trace_levels() const {
@@ -116,9 +130,9 @@ class StatementPass {
 
   PassText text_;
   PassMemory memory_;
+  StoredPairs stored_;
   wchar_t* keys_end_;
-  uint32_t pair_count_ = 0;
-  uint32_t option_count_ = 0;
+  bool definitions_repeat_ = false;  // whether one has a data type or a name twice
   uint32_t trace_levels_ = 0;
   uint32_t refused_trace_levels_ = 0;
   PassError error_;

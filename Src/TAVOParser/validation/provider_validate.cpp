@@ -26,8 +26,21 @@ void record(ErrorState* state, const Violation& violation) {
 
 }  // namespace
 
+namespace {
+
+bool may_have_placeholder(const StoredPairs& pairs) {
+  for (const KeyValueEntry& entry : pairs) {
+    if (entry.value == nullptr || entry.valueSize < sizeof(wchar_t)) continue;
+    if (begins_placeholder(*entry.value)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider) {
   Violation first{0, pairs.end()};
+  if (provider.placeholders.empty() || !may_have_placeholder(pairs)) return first;
   for (const PlaceholderRule& rule : provider.placeholders) {
     if (!pairs.has(rule.key)) continue;
     for (const KeyValueEntry* entry = pairs.find(rule.key); entry < first.insert; ++entry) {
@@ -39,7 +52,7 @@ Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provid
   return first;
 }
 
-Violation find_violation(const StoredPairs& pairs) {
+Violation find_violation(const StoredPairs& pairs, bool definitions_repeat) {
   const ProviderRules* provider = rules_of(pairs.value_type(TAVO_PARSER_PROVIDER));
   if (provider == nullptr) return {};
   const Violation placeholder = find_placeholder(pairs, *provider);
@@ -50,6 +63,7 @@ Violation find_violation(const StoredPairs& pairs) {
     }
   }
   // Last of all rules.
+  if (!definitions_repeat) return {};
   if (const KeyValueEntry* second =
           find_contradiction(pairs, TAVO_PARSER_PARAM_FLDDEF_DATATYPE, value_types_differ)) {
     return {TAVO_STATUS_FLDDEF_DATATYPES_DIFFER, second};

@@ -16,7 +16,9 @@ struct Violation {
 };
 
 // The first violation of the rules of the provider that the pairs name; none without a provider.
-Violation find_violation(const StoredPairs& pairs);
+// definitions_repeat: whether a field definition may have a parameter twice; only then can two of
+// its values contradict each other.
+Violation find_violation(const StoredPairs& pairs, bool definitions_repeat = true);
 // The first pair, in the order of the array, that has a placeholder of its provider's.
 Violation find_placeholder(const StoredPairs& pairs, const ProviderRules& provider);
 

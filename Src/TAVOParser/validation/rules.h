@@ -77,6 +77,15 @@ inline constexpr std::wstring_view kMissingCopyColumns = L"<missing TAVO_PARSER_
 inline constexpr std::wstring_view kMissingQuotedString = L"missing TAVO_PARSER_STRING_WITH_QUOTES";
 inline constexpr std::wstring_view kMissingFormat = L"<missing TAVO_PARSER_NID_FORMAT_";
 
+// Nearly every value differs from all of them in its first character.
+constexpr bool begins_placeholder(wchar_t character) {
+  return character == L'<' || ascii_lower(character) == L'm';
+}
+static_assert(begins_placeholder(kMissingInteger.front()) &&
+              begins_placeholder(kMissingCopyColumns.front()) &&
+              begins_placeholder(kMissingQuotedString.front()) &&
+              begins_placeholder(kMissingFormat.front()));
+
 // Of the lookup and swap statements.
 inline constexpr PlaceholderRule kStringPlaceholders[] = {
     {7176, TAVO_PARSER_LKP_PARM_SEARCH, kMissingQuotedString},

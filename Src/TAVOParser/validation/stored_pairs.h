@@ -1,6 +1,7 @@
 // The stored pairs of a request as the validation rules read them: by key type only.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -50,6 +51,16 @@ class StoredPairs {
  public:
   // The pairs of an array, which must outlive the object.
   StoredPairs(const KeyValueEntry* pairs, size_t count);
+  // None of an array that is being filled: see add.
+  explicit StoredPairs(const KeyValueEntry* pairs) : begin_(pairs), end_(pairs) {}
+
+  // The next pair of the array, which has this key.
+  void add(uint32_t key) {
+    if (key < first_.size() && first_[key] == 0) {
+      first_[key] = static_cast<uint8_t>(std::min<ptrdiff_t>(end_ - begin_ + 1, kFar));
+    }
+    ++end_;
+  }
 
   // The first pair with a key, or null.
   const KeyValueEntry* find(uint32_t key) const {
@@ -77,6 +88,9 @@ class StoredPairs {
     return entry == nullptr ? StoredText{} : value_text(*entry);
   }
 
+  size_t size() const {
+    return static_cast<size_t>(end_ - begin_);
+  }
   const KeyValueEntry* begin() const {
     return begin_;
   }
@@ -89,7 +103,8 @@ class StoredPairs {
   const KeyValueEntry* end_;
   // Index of the first pair with a key, plus 1; from kFar on only where to start the search for it.
   static constexpr uint8_t kFar = UINT8_MAX;
-  std::array<uint8_t, TAVO_TOKEN_NAME_COUNT> first_{};
+  // In cache lines of its own: clearing it across the end of a page would take much longer.
+  alignas(64) std::array<uint8_t, TAVO_TOKEN_NAME_COUNT> first_{};
 };
 
 // ---- numbers, as the platform reads them; nothing when the text is not a number of that kind ----

@@ -36,6 +36,9 @@ class StreamTokens {
     stream_->istream->consume(stream_->istream);
     return token;
   }
+  static constexpr bool skip(Sign) {
+    return false;
+  }
   static pANTLR3_COMMON_TOKEN take_after(Sign) {
     return nullptr;  // in a stream every sign is a token
   }

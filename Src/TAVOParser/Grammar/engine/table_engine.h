@@ -27,6 +27,8 @@ enum class SyntaxError : uint32_t {
 //   Token current()        the next token, hidden ones left out; the end-of-input token from the
 //                          end on
 //   Token take()           the same, and goes on after it
+//   bool skip(Sign)        goes on after this sign, if the source can do so without making a token
+//                          of it; false says only that it did not
 //   Token take_after(Sign)  goes on after this sign and takes the token there, if the source can
 //                          do so without making a token of the sign; null says only that it did not
 //
@@ -160,6 +162,7 @@ bool TableEngine<Tokens, Actions>::run_parameters(const OptionRule& option, Toke
         option_beginning_with(option.parameters, *option.parameter_index, token->type);
     if (parameter == nullptr) return actions_.raise(SyntaxError::kNoViableAlternative, token);
     if (!run_option(*parameter, token, prefix)) return false;
+    if (tokens_.skip(Sign::kRightParenthesis)) return true;
     token = take_after_comma();
   } while (token != nullptr);
   return match(RIGHT_PARENTHESIS);

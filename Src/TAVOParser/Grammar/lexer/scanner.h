@@ -32,7 +32,7 @@ struct Match {
 };
 
 // The characters that always are a token by themselves.
-enum class Sign : uint16_t { kComma = ',', kEqual = '=' };
+enum class Sign : uint16_t { kComma = ',', kEqual = '=', kRightParenthesis = ')' };
 
 // The lexeme at one place of the text. Fits in two registers.
 struct Lexeme {
@@ -67,7 +67,18 @@ Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop,
 // step.
 Lexeme scan_other_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable);
 
-// Scans a lexeme that begins with a word character. Inline, since most of a statement is keywords.
+// Scans a lexeme that begins with this run of word characters, found before. Inline, since most of a
+// statement is keywords.
+inline Lexeme scan_run(const uint16_t* text, const uint16_t* end, const WordRun& run,
+                       size_t length) {
+  const Word& word = word_at_place_of(run.head, run.tail, length);
+  if (word.head == run.head && word.tail == run.tail && word.plain_length == length) [[likely]] {
+    return token(run.stop, word.type);
+  }
+  if (is_numbered_keyword(run.head, length)) return token(run.stop, TAVO_PARSER_CMN_PARM_FLDDEF);
+  return classify(text, end, run.stop, run.head, run.tail, word);
+}
+// The same, and finds the run. Kept small: the service's window inlines it.
 inline Lexeme scan_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
   WordRun run;
   if (!read_word(text, readable, run)) [[unlikely]] {
@@ -84,22 +95,26 @@ Lexeme scan_blanks(const uint16_t* text, const uint16_t* end);
 // Scans a lexeme that does not begin with a word character, a blank, a comma or an equals sign.
 Lexeme scan_other(const uint16_t* text, const uint16_t* end);
 
+// Scans a lexeme that does not begin with a word character.
+inline Lexeme scan_no_word(const uint16_t* text, const uint16_t* end) {
+  const uint32_t c = *text;
+  if (c == ',') return token(text + 1, COMMA);
+  if (c == '=') return token(text + 1, EQUAL);
+  if (!is_blank(c)) return scan_other(text, end);
+  if (c != ' ' || (text + 1 != end && is_blank(text[1]))) return scan_blanks(text, end);
+  return {text + 1, WHITESPACE, Lexeme::kHidden};
+}
+
 }  // namespace detail
 
 // Recognizes the one token at text, which is before end. Consumes at least one code unit, except
 // that after an error the offending character may be the first one. readable: end of readable
 // memory; the units from end to there are 0.
 inline Lexeme scan(const uint16_t* text, const uint16_t* end, const uint16_t* readable) {
-  const uint32_t c = *text;
-  const uint8_t kind = class_of(c);
-  if ((kind & kWord) != 0) [[likely]] {
+  if (is_word(*text)) [[likely]] {
     return detail::scan_word(text, end, readable);
   }
-  if (c == ',') return detail::token(text + 1, COMMA);
-  if (c == '=') return detail::token(text + 1, EQUAL);
-  if ((kind & kBlank) == 0) return detail::scan_other(text, end);
-  if (c != ' ' || (text + 1 != end && is_blank(text[1]))) return detail::scan_blanks(text, end);
-  return {text + 1, WHITESPACE, Lexeme::kHidden};
+  return detail::scan_no_word(text, end);
 }
 
 inline Lexeme scan(const uint16_t* text, const uint16_t* end) {

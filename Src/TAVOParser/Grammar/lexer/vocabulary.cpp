@@ -188,18 +188,7 @@ bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* 
   return true;
 }
 
-bool is_numbered_keyword(uint64_t head, size_t length) {
-  constexpr std::string_view kStem = "FLDDEF";
-  static_assert(
-      kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling].length ==
-      kStem.size());
-  constexpr uint64_t kStemHead = pack(kStem.data(), kStem.size());
-  constexpr unsigned kStemBits = 8 * kStem.size();
-  if (length <= kStem.size() || length > kStem.size() + 2) return false;
-  if ((head & ((uint64_t{1} << kStemBits) - 1)) != kStemHead) return false;
-  const uint64_t first = head >> kStemBits & 0xFF;
-  const uint64_t second = head >> (kStemBits + 8);
-  return first - '1' < 9u && (length == kStem.size() + 1 || second - '0' < 10u);
-}
+static_assert(kTables.spellings[kTables.tokens[TAVO_PARSER_CMN_PARM_FLDDEF].first_spelling]
+                  .length == detail::kNumberedStem.size());
 
 }  // namespace tavo

@@ -78,8 +78,32 @@ constexpr bool is_affix(uint32_t type) {
 // characters.
 bool is_spelled(const Word& word, uint64_t head, uint64_t tail, const uint16_t* text,
                 size_t length);
+
+namespace detail {
+
+inline constexpr std::string_view kNumberedStem = "FLDDEF";
+
+constexpr uint64_t pack_stem() {
+  uint64_t packed = 0;
+  for (size_t i = 0; i < kNumberedStem.size(); ++i) {
+    packed |= uint64_t{static_cast<unsigned char>(kNumberedStem[i])} << (8 * i);
+  }
+  return packed;
+}
+
+}  // namespace detail
+
 // Whether a word is FLDDEF1 to FLDDEF99: one keyword with a number, without a spelling for each.
-bool is_numbered_keyword(uint64_t head, size_t length);
+// head: as in WordRun.
+inline bool is_numbered_keyword(uint64_t head, size_t length) {
+  constexpr size_t kStem = detail::kNumberedStem.size();
+  constexpr unsigned kStemBits = 8 * kStem;
+  if ((head & ((uint64_t{1} << kStemBits) - 1)) != detail::pack_stem()) return false;
+  if (length <= kStem || length > kStem + 2) return false;
+  const uint64_t first = head >> kStemBits & 0xFF;
+  const uint64_t second = head >> (kStemBits + 8);
+  return first - '1' < 9u && (length == kStem + 1 || second - '0' < 10u);
+}
 
 // Indices of the spellings that contain blanks.
 std::span<const uint16_t> spellings_with_blanks();

@@ -42,6 +42,9 @@ struct SixteenCharacters {
   uint64_t first;
   uint64_t second;
   unsigned word_length;
+#ifdef TAVO_SSE2
+  uint32_t words;  // a bit for each word character, the first one lowest
+#endif
 };
 
 #ifdef TAVO_SSE2
@@ -69,7 +72,7 @@ inline SixteenCharacters read_sixteen(const uint16_t* text, bool only_eight) {
   const auto word = static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(letter, other)));
   return {static_cast<uint64_t>(_mm_cvtsi128_si64(folded)),
           static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(folded, folded))),
-          static_cast<unsigned>(std::countr_one(word))};
+          static_cast<unsigned>(std::countr_one(word)), word};
 }
 
 #else
