@@ -24,14 +24,6 @@ function(tavo_compress file name)
   add_custom_target(tavo_compress_${name} ALL DEPENDS ${output})
 endfunction()
 
-# tavo_set_run_path(TARGET PATH): the same run path in the build folder and where it is installed.
-# Two different ones would be made equally long with empty elements, which name the current folder.
-function(tavo_set_run_path target path)
-  if(NOT TAVO_FOR_PACKAGES)
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${path}" BUILD_WITH_INSTALL_RPATH ON)
-  endif()
-endfunction()
-
 function(tavo_install_library)
   if(NOT TAVO_PLATFORM_DIR)
     tavo_set_run_path(TAVOParser "$ORIGIN")

@@ -66,3 +66,11 @@ add_library(antlr3c UNKNOWN IMPORTED)
 set_target_properties(antlr3c PROPERTIES
   IMPORTED_LOCATION ${ANTLR3C_LIBRARY}
   INTERFACE_INCLUDE_DIRECTORIES ${ANTLR3C_INCLUDE_DIR})
+
+# tavo_set_run_path(TARGET PATH): the same run path in the build folder and where it is installed.
+# Two different ones would be made equally long with empty elements, which name the current folder.
+function(tavo_set_run_path target path)
+  if(NOT TAVO_FOR_PACKAGES)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${path}" BUILD_WITH_INSTALL_RPATH ON)
+  endif()
+endfunction()
