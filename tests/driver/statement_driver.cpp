@@ -6,6 +6,7 @@
 #include <string>
 
 #include "TAVOLanguage.h"
+#include "TAVOParserSimple.h"
 #include "support/parse_run.h"
 
 namespace {
@@ -27,6 +28,34 @@ json describe(const Error& error) {
   return result;
 }
 
+// What one call says.
+json read(const std::wstring& text) {
+  TAVOReadOptions options = {};
+  options.size = sizeof options;
+  options.encoding = TAVO_TEXT_WIDE;
+  TAVOReadResult* result = nullptr;
+  const uint32_t status =
+      TAVOParser_Read(text.data(), text.size() * sizeof(wchar_t), &options, &result);
+  json pairs = json::array();
+  for (uint32_t i = 0; i < TAVOResult_CountPairs(result); ++i) {
+    pairs.push_back({TAVOResult_GetKeyType(result, i), TAVOResult_GetKey(result, i),
+                     TAVOResult_GetValueType(result, i), TAVOResult_GetValue(result, i)});
+  }
+  json errors = json::array();
+  for (uint32_t i = 0; i < TAVOResult_CountErrors(result); ++i) {
+    Error error;
+    error.id = TAVOResult_GetErrorNumber(result, i);
+    uint32_t id = 0;
+    while (const wchar_t* insert = TAVOResult_GetErrorInsert(
+               result, i, static_cast<uint32_t>(error.inserts.size()), &id)) {
+      error.inserts.push_back({id, insert});
+    }
+    errors.push_back(describe(error));
+  }
+  TAVOParser_FreeResult(result);
+  return {{"status", status}, {"pairs", pairs}, {"errors", errors}};
+}
+
 json answer(const std::wstring& text) {
   const ServiceRun sizing = size_statement(text);
   const ServiceRun run = fill_statement(text);
@@ -40,7 +69,8 @@ json answer(const std::wstring& text) {
           {"status", run.status},
           {"flag", run.flag != 0 ? 1 : 0},
           {"pairs", pairs},
-          {"errors", errors}};
+          {"errors", errors},
+          {"read", read(text)}};
 }
 
 struct TokenList {

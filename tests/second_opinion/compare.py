@@ -7,9 +7,12 @@
 A driver reads one statement per line, a JSON string in UTF-8, and replies with one line of JSON:
 
     {"sizing":{"status":S,"count":N},"status":S,"flag":0,"pairs":[[keyType,"key",valueType,"value"],...],
-     "errors":[{"id":7139,"pos":P,"excerpt":"..."},{"id":7141,"key":"..."},{"id":N}]}
+     "errors":[{"id":7139,"pos":P,"excerpt":"..."},{"id":7141,"key":"..."},{"id":N}],
+     "read":{"status":S,"pairs":[...],"errors":[...]}}
 
-and with --tokens {"tokens":[[type,start,length,hidden],...],"broken":[offset]}, the bracket empty
+where "read" is what one call for the statement says, in the same form. A statement whose trace level is
+refused is compared without it: how one call judges a level is no part of the second opinion. It replies
+with --tokens {"tokens":[[type,start,length,hidden],...],"broken":[offset]}, the bracket empty
 or with null when there is no lexical error; offsets and lengths count characters.
 
 The exit code is 0 when nothing differs, 1 when something does.
@@ -50,8 +53,21 @@ def statement_form(answer: dict) -> dict:
         "sizing": {"status": answer["sizing"]["status"], "count": answer["sizing"]["count"]},
         "status": answer["status"],
         "flag": int(answer["flag"]),
-        "pairs": [[key_type, key_text, value_type & 0xFFFFFFFF, value_text]
-                  for key_type, key_text, value_type, value_text in answer["pairs"]],
+        "pairs": [pair_form(pair) for pair in answer["pairs"]],
+        "errors": [error_form(error) for error in answer["errors"]],
+        "read": read_form(answer["read"]),
+    }
+
+
+def pair_form(pair: list) -> list:
+    key_type, key_text, value_type, value_text = pair
+    return [key_type, key_text, value_type & 0xFFFFFFFF, value_text]
+
+
+def read_form(answer: Optional[dict]) -> Optional[dict]:
+    return answer and {
+        "status": answer["status"],
+        "pairs": [pair_form(pair) for pair in answer["pairs"]],
         "errors": [error_form(error) for error in answer["errors"]],
     }
 
@@ -68,14 +84,27 @@ def token_form(answer: dict) -> dict:
 
 def own_statement_answer(text: str) -> dict:
     sizing, filling = recognise_both(text)
+    errors = own_errors(filling)
+    refused_level = {"id": "platform"} in errors
     return {
         "sizing": {"status": sizing.status, "count": sizing.count},
         "status": filling.status,
         "flag": 1 if filling.status == 7148 else 0,
         "pairs": [list(pair) for pair in filling.pairs],
-        "errors": [error_form({"id": error.number if error.number is not None else "platform", "pos": error.position,
-                               "excerpt": error.excerpt, "key": error.key_text}) for error in filling.errors],
+        "errors": errors,
+        "read": None if refused_level else own_read_answer(sizing, filling),
     }
+
+
+def own_errors(run) -> list[dict]:
+    return [error_form({"id": error.number if error.number is not None else "platform", "pos": error.position,
+                        "excerpt": error.excerpt, "key": error.key_text}) for error in run.errors]
+
+
+def own_read_answer(sizing, filling) -> dict:
+    """One call says what the two runs say, which end at the first that fails; pairs only when neither does."""
+    run = sizing if sizing.status else filling
+    return {"status": run.status, "pairs": [] if run.status else [list(pair) for pair in run.pairs], "errors": own_errors(run)}
 
 
 def own_token_answer(text: str) -> dict:
@@ -86,6 +115,8 @@ def own_token_answer(text: str) -> dict:
 def same(own: dict, other: Optional[dict]) -> bool:
     if other is None:
         return False
+    if own.get("read", True) is None:
+        other = {**other, "read": None}
     if own == other:
         return True
     # A refused trace level has whatever number the platform gives it.

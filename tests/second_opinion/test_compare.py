@@ -77,6 +77,12 @@ class Comparison(unittest.TestCase):
         self.assertEqual(run.returncode, 1, run.stdout + run.stderr)
         self.assertRegex(run.stdout, r'minimised +"(//|/\*\*/)"')
 
+    def test_what_one_call_says_differently_is_a_difference(self):
+        for text in ("PRO=CCN, PAT=6C", "PRO=XYZ", "PRO=LOOKUP"):
+            own = own_statement_answer(text)
+            for name, wrong in (("status", 1), ("pairs", [[1, "a", 2, "b"]]), ("errors", [{"id": 1}])):
+                self.assertFalse(same(own, {**own, "read": {**own["read"], name: wrong}}), (text, name))
+
     def test_a_driver_that_ends_early_is_found(self):
         run = compare("--driver", SELF_DRIVER + " --fall", "--count", "1000", "--stop", "1")
         self.assertEqual(run.returncode, 1, run.stdout + run.stderr)
