@@ -4,9 +4,11 @@
 usage: process_test.py TAVO
 """
 import json
+import os
 import random
 import subprocess
 import sys
+import tempfile
 import time
 
 TAVO = sys.argv[1]
@@ -52,6 +54,20 @@ answer, told = server.communicate(
 check("status after shutdown and exit", 0, server.returncode)
 check("standard error", b"", told)
 check("answers", 2, answer.count(b"Content-Length: "))
+
+# A project's configuration is found where the document is.
+with tempfile.TemporaryDirectory() as folder:
+    with open(os.path.join(folder, "tavo.toml"), "w", encoding="utf-8") as file:
+        file.write('[severity]\n7112 = "warning"\n')
+    document = {"uri": "file://%s/a%%20b.tavo" % folder, "languageId": "tavo", "version": 1,
+                "text": "PRO=EML, MTD=HASH, DOM=x\n"}
+    server = start()
+    answer, told = server.communicate(
+        initialize() + framed({"method": "textDocument/didOpen", "params": {
+            "textDocument": document}}) +
+        framed({"id": 2, "method": "textDocument/diagnostic", "params": {
+            "textDocument": document}}) + framed({"id": 3, "method": "shutdown"}) + framed({"method": "exit"}), PATIENCE)
+    check("the configured severity", True, b'"severity":2' in answer)
 
 # The client closes its end.
 server = start()

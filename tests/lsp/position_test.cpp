@@ -51,7 +51,7 @@ StatementView view_of(const std::string& raw, const std::string& bytes) {
   FileStatement read;
   read.raw = raw;
   read.bytes = bytes;
-  return StatementView(read, false);
+  return StatementView(read, false, {});
 }
 
 TEST(StatementPlaces, GoBothWaysThroughLinesAndComments) {

@@ -61,7 +61,7 @@ std::vector<Json> Talk::notifications(const std::string& method) const {
   return found;
 }
 
-Talk talk_raw(const std::string& bytes, size_t step) {
+Talk talk_raw(const std::string& bytes, size_t step, const ConfigurationOf& configuration_of) {
   EXPECT_TRUE(static_cast<bool>(library()));
   Talk result;
   FrameReader frames;
@@ -80,15 +80,17 @@ Talk talk_raw(const std::string& bytes, size_t step) {
     }
     return true;
   };
-  result.status = Server({read, [] { return false; }, write}).run();
+  tavo::cli::lsp::Streams streams = {read, [] { return false; }, write};
+  if (configuration_of) streams.configuration_of = configuration_of;
+  result.status = Server(streams).run();
   EXPECT_EQ(0u, frames.waiting());
   return result;
 }
 
-Talk talk(const std::vector<Json>& messages, size_t step) {
+Talk talk(const std::vector<Json>& messages, size_t step, const ConfigurationOf& configuration_of) {
   std::string bytes;
   for (const Json& message : messages) bytes += frame(message);
-  return talk_raw(bytes, step);
+  return talk_raw(bytes, step, configuration_of);
 }
 
 Json ask(const std::string& text, const std::string& method, Json params,

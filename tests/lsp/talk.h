@@ -26,8 +26,11 @@ struct Talk {
   // Notifications of a method, in order.
   std::vector<Json> notifications(const std::string& method) const;
 };
-Talk talk(const std::vector<Json>& messages, size_t step = 0);
-Talk talk_raw(const std::string& bytes, size_t step = 0);
+using ConfigurationOf = decltype(tavo::cli::lsp::Streams::configuration_of);
+Talk talk(const std::vector<Json>& messages, size_t step = 0,
+          const ConfigurationOf& configuration_of = {});
+Talk talk_raw(const std::string& bytes, size_t step = 0,
+              const ConfigurationOf& configuration_of = {});
 
 // One request on one document, with the parameters' textDocument filled in. Answers its result; an
 // error fails the test.

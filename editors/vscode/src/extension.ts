@@ -18,6 +18,7 @@ async function start(): Promise<void> {
   const options: LanguageClientOptions = {
     documentSelector: [{ language: "tavo" }],
     initializationOptions: style(),
+    synchronize: { fileEvents: vscode.workspace.createFileSystemWatcher("**/tavo.toml") },
   };
   client = new LanguageClient("tavo", "Masking statements", server, options);
   try {

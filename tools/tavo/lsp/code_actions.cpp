@@ -124,7 +124,7 @@ class Actions {
     const LaidOut laid_out =
         lay_out(view.text(), before, style, comment_lines_of(view.read().raw, std::nullopt));
     if (!laid_out.text || *laid_out.text == view.kept()) return;
-    if (!is_divided_into(*laid_out.text, Layout::kAuto, {*laid_out.text})) return;
+    if (!is_divided_into(*laid_out.text, document_.layout(), {*laid_out.text})) return;
     const PositionRange place = place_in(session_, piece, {0, view.text().text().size()});
     add(title, "refactor.rewrite", Json::array({text_edit(place, *laid_out.text)}), nullptr, false);
   }

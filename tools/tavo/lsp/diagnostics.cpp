@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "lsp/features.h"
 
 namespace tavo::cli::lsp {
@@ -8,13 +10,25 @@ int severity_of(const Finding& finding) {
   return finding.severity == Severity::kError ? 1 : 2;
 }
 
+// The comment line that a remark is about.
+PositionRange line_of(const Session& session, const Document& document, const Piece& piece,
+                      const LineRemark& remark) {
+  const auto after_first =
+      static_cast<int64_t>(remark.line) - static_cast<int64_t>(piece.view->read().first_line);
+  const auto last = static_cast<int64_t>(document.lines().size()) - 1;
+  const int64_t line = std::clamp<int64_t>(piece.first_line + after_first, 0, last);
+  const std::string_view content = document.lines()[static_cast<size_t>(line)].content();
+  const auto number = static_cast<uint32_t>(line);
+  return {{number, 0}, {number, width_of(from_utf8(content), session.client.encoding)}};
+}
+
 Json diagnostic_of(const Session& session, const std::string& uri, const Piece& piece,
-                   const Finding& finding) {
+                   const PositionRange& range, const Finding& finding) {
   Json fixes = Json::array();
   for (const FoundFix& fix : finding.fixes) {
     fixes.push_back({{"title", fix.title}, {"safe", fix.safe && !fix.placeholder}});
   }
-  Json diagnostic = {{"range", to_json(place_in(session, piece, finding.place.range))},
+  Json diagnostic = {{"range", to_json(range)},
                      {"severity", severity_of(finding)},
                      {"code", finding.rule},
                      {"source", "tavo"},
@@ -36,8 +50,13 @@ Json diagnostics_of(Session& session, const std::string& uri, const Document& do
   Json diagnostics = Json::array();
   for (const Piece& piece : document.pieces()) {
     if (!piece.has_findings) continue;
+    for (const LineRemark& remark : piece.view->remarks()) {
+      diagnostics.push_back(diagnostic_of(
+          session, uri, piece, line_of(session, document, piece, remark), remark.finding));
+    }
     for (const Finding& finding : piece.view->findings()) {
-      diagnostics.push_back(diagnostic_of(session, uri, piece, finding));
+      diagnostics.push_back(diagnostic_of(session, uri, piece,
+                                          place_in(session, piece, finding.place.range), finding));
     }
   }
   return diagnostics;

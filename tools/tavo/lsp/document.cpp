@@ -40,8 +40,8 @@ class LineSource {
 // know what that one saw, so each statement records what it depends on.
 class StatementsFrom {
  public:
-  StatementsFrom(const std::vector<Line>& lines, uint32_t first)
-      : lines_(lines), source_(lines, first), line_(first) {
+  StatementsFrom(const std::vector<Line>& lines, uint32_t first, Layout layout)
+      : lines_(lines), layout_(layout), source_(lines, first), line_(first) {
     restart(first);
   }
 
@@ -65,12 +65,13 @@ class StatementsFrom {
   void restart(uint32_t line) {
     source_.start_at(line);
     input_.emplace(Input::of_source([this](std::string& pending) { return source_(pending); }, ""));
-    reader_.emplace(*input_, Layout::kAuto);
+    reader_.emplace(*input_, layout_);
     line_ = line;
     reader_line_ = 1;
   }
 
   const std::vector<Line>& lines_;
+  const Layout layout_;
   LineSource source_;
   std::optional<Input> input_;
   std::optional<StatementReader> reader_;
@@ -94,6 +95,19 @@ std::vector<Line> split_lines(std::string_view text) {
 }
 
 }  // namespace
+
+Document::Document(std::string_view text, int64_t version,
+                   std::shared_ptr<const Configuration> configuration)
+    : configuration_(std::move(configuration)), version_(version) {
+  if (configuration_ == nullptr) configuration_ = std::make_shared<const Configuration>();
+  set_text(text);
+}
+
+void Document::set_configuration(std::shared_ptr<const Configuration> configuration) {
+  configuration_ =
+      configuration != nullptr ? configuration : std::make_shared<const Configuration>();
+  set_text(text());
+}
 
 void Document::set_text(std::string_view text) {
   lines_ = split_lines(text);
@@ -134,8 +148,9 @@ void Document::replace(PositionRange range, std::string_view text, Encoding enco
   }
   const size_t piece = piece_to_read_again(first);
   const bool from_start = piece == pieces_.size() || pieces_[piece].first_line > first;
-  read_statements(from_start ? 0 : piece, from_start ? 0 : pieces_[piece].first_line, changed_past,
-                  added);
+  // With the comment lines before it, which may be directives.
+  const uint32_t from_line = from_start || piece == 0 ? 0 : pieces_[piece - 1].past_line();
+  read_statements(from_start ? 0 : piece, from_line, changed_past, added);
 }
 
 // The first statement whose end may be another one when a line changes.
@@ -150,12 +165,12 @@ size_t Document::piece_to_read_again(uint32_t changed_line) const {
   return piece;
 }
 
-// Reads from a line at which a statement, or the document, begins. Stops where a statement begins
-// after the change at which one began before: from there on nothing differs.
+// Reads from a line after a statement, or from the beginning of the document. Stops where a
+// statement begins after the change at which one began before: from there on nothing differs.
 void Document::read_statements(size_t first_piece, uint32_t from_line, uint32_t changed_past,
                                int64_t lines_added) {
   ++state_;
-  StatementsFrom reader(lines_, from_line);
+  StatementsFrom reader(lines_, from_line, layout());
   FileStatement read;
   std::vector<Piece> fresh;
   size_t old = first_piece;  // first of the old statements that may still stand
@@ -167,12 +182,14 @@ void Document::read_statements(size_t first_piece, uint32_t from_line, uint32_t 
       return static_cast<int64_t>(pieces_[piece].first_line) + lines_added;
     };
     while (old < pieces_.size() && line_now(old) < int64_t{line}) ++old;
-    met = line >= changed_past && old < pieces_.size() && line_now(old) == int64_t{line};
+    met = line >= changed_past && old < pieces_.size() && line_now(old) == int64_t{line} &&
+          pieces_[old].view->read().lead == read.lead;
     if (met) break;
-    auto view = std::make_shared<const StatementView>(std::move(read), line == 0 && has_mark);
+    auto view = std::make_shared<const StatementView>(std::move(read), line == 0 && has_mark,
+                                                      *configuration_);
     ++statements_read_;
     const uint32_t past = line + view->lines();
-    const bool has_findings = !view->findings().empty();
+    const bool has_findings = !view->findings().empty() || !view->remarks().empty();
     fresh.push_back({line, view->lines(), looked_past, has_findings, std::move(view)});
     read = FileStatement();
     reader.goes_on_at(past);

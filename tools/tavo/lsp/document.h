@@ -40,14 +40,20 @@ struct Piece {
 
 class Document {
  public:
-  Document(std::string_view text, int64_t version) : version_(version) {
-    set_text(text);
-  }
+  // configuration: what the project says of the document; null for nothing.
+  Document(std::string_view text, int64_t version,
+           std::shared_ptr<const Configuration> configuration = nullptr);
 
   void set_text(std::string_view text);
+  // Reads everything again.
+  void set_configuration(std::shared_ptr<const Configuration> configuration);
   // A range that lies past the end of a line or of the document ends there.
   void replace(PositionRange range, std::string_view text, Encoding encoding);
 
+  // How it is divided into statements.
+  Layout layout() const {
+    return configuration_->layout.value_or(Layout::kAuto);
+  }
   int64_t version() const {
     return version_;
   }
@@ -82,6 +88,7 @@ class Document {
   void read_statements(size_t first_piece, uint32_t from_line, uint32_t changed_past,
                        int64_t lines_added);
 
+  std::shared_ptr<const Configuration> configuration_;
   std::vector<Line> lines_;  // at least one
   std::vector<Piece> pieces_;
   int64_t version_ = 0;

@@ -73,7 +73,7 @@ bool divides_alike(const Document& document, const NewTexts& texts) {
   }
   copy_lines(static_cast<uint32_t>(document.lines().size()));
   if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
-  return is_divided_into(text, Layout::kAuto, statements);
+  return is_divided_into(text, document.layout(), statements);
 }
 
 PositionRange lines_of(const Session& session, const Document& document, const Piece& piece) {
@@ -114,7 +114,7 @@ Json format_document(Session& session, const Json& params) {
   const Document& document = session.document(params);
   object_member(params, "options");
   const std::string text = text_without_mark(document);
-  const FormattedText formatted = format_text(text, std::nullopt, Layout::kAuto, session.style,
+  const FormattedText formatted = format_text(text, std::nullopt, document.layout(), session.style,
                                               [&](const auto&...) { session.check_cancelled(); });
   Json edits = Json::array();
   Positions positions(document, session.client.encoding);

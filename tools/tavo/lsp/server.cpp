@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "lsp/features.h"
 
@@ -71,6 +72,23 @@ Client read_client(const Json& params) {
       flag_member(params, {"capabilities", "textDocument", "signatureHelp", "signatureInformation",
                            "parameterInformation", "labelOffsetSupport"});
   return client;
+}
+
+// The path of a file's URI; empty when it is none.
+std::string path_of(std::string_view uri) {
+  constexpr std::string_view kScheme = "file://";
+  if (!uri.starts_with(kScheme)) return "";
+  uri.remove_prefix(std::min(uri.find('/', kScheme.size()), uri.size()));
+  std::string path;
+  for (size_t i = 0; i < uri.size(); ++i) {
+    unsigned value = 0;
+    const char* const digits = uri.data() + i + 1;
+    const bool escaped = uri[i] == '%' && i + 2 < uri.size() &&
+                         std::from_chars(digits, digits + 2, value, 16).ptr == digits + 2;
+    path += escaped ? static_cast<char>(value) : uri[i];
+    if (escaped) i += 2;
+  }
+  return path;
 }
 
 Json capabilities(const Client& client) {
@@ -277,7 +295,9 @@ void Server::handle_notification(const std::string& method, const Json& params) 
     if (method == "textDocument/didClose") close(params);
     if (method == "workspace/didChangeConfiguration") {
       configure(find_member(params, {"settings", "tavo"}));
+      configure_documents();
     }
+    if (method == "workspace/didChangeWatchedFiles") configure_documents();
     if (method == "$/setTrace") traces_ = string_member(params, "value") != "off";
   } catch (const ProtocolError& error) {
     // A notification has no answer; the client's log says which one was refused and why.
@@ -334,8 +354,26 @@ void Server::open(const Json& params) {
   const Json& item = object_member(params, "textDocument");
   const std::string& uri = string_member(item, "uri");
   session_.documents.insert_or_assign(
-      uri, Document(string_member(item, "text"), integer_member(item, "version")));
+      uri, Document(string_member(item, "text"), integer_member(item, "version"),
+                    configuration_of(uri)));
   changed_.insert(uri);
+}
+
+std::shared_ptr<const Configuration> Server::configuration_of(const std::string& uri) {
+  try {
+    return streams_.configuration_of(path_of(uri));
+  } catch (const ConfigurationError& error) {
+    send(notification("window/showMessage", {{"type", 1}, {"message", error.what()}}));
+    return nullptr;
+  }
+}
+
+// A configuration may have changed.
+void Server::configure_documents() {
+  for (auto& [uri, document] : session_.documents) {
+    document.set_configuration(configuration_of(uri));
+    changed_.insert(uri);
+  }
 }
 
 void Server::change(const Json& params) {

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -22,6 +23,10 @@ struct Streams {
   std::function<bool()> readable = [] { return false; };
   // False when the client no longer reads.
   std::function<bool(std::string_view bytes)> write;
+  // What the project says of a file; an empty path is a document that is no file. Null for nothing.
+  // Throws ConfigurationError.
+  std::function<std::shared_ptr<const Configuration>(const std::string& path)> configuration_of =
+      [](const std::string&) { return nullptr; };
 };
 
 class Server {
@@ -56,6 +61,8 @@ class Server {
   void open(const Json& params);
   void change(const Json& params);
   void close(const Json& params);
+  void configure_documents();
+  std::shared_ptr<const Configuration> configuration_of(const std::string& uri);
   void configure(const Json* settings);
   void publish();
   void send(const Json& message);

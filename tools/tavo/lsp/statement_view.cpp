@@ -14,12 +14,14 @@ bool is_lone_return(std::wstring_view text, size_t at) {
 
 }  // namespace
 
-StatementView::StatementView(FileStatement read, bool has_mark)
+StatementView::StatementView(FileStatement read, bool has_mark, const Configuration& configuration)
     : read_(std::move(read)),
       text_(read_.bytes, std::nullopt),
       outline_(outline_of(text_)),
-      findings_(find_findings(text_, text_.parse(), false)),
       has_mark_(has_mark) {
+  StatementVerdict verdict = check_statement(read_, {configuration, std::nullopt, false});
+  findings_ = std::move(verdict.findings);
+  remarks_ = std::move(verdict.remarks);
   find_lines();
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "jobs/statement_check.h"
 #include "lsp/outline.h"
 #include "lsp/position.h"
 #include "reading/statement_reader.h"
@@ -18,7 +19,7 @@ namespace tavo::cli::lsp {
 class StatementView {
  public:
   // has_mark: a byte order mark, which the reader drops, begins the first line.
-  StatementView(FileStatement read, bool has_mark);
+  StatementView(FileStatement read, bool has_mark, const Configuration& configuration);
 
   const StatementText& text() const {
     return text_;
@@ -29,6 +30,10 @@ class StatementView {
   // Those of `tavo check`, secrets masked.
   const std::vector<Finding>& findings() const {
     return findings_;
+  }
+  // About comment lines before the statement and within it; their lines count as those of read().
+  const std::vector<LineRemark>& remarks() const {
+    return remarks_;
   }
   // As it is in the document: comment lines between the lines of the statement, and the line ends.
   const FileStatement& read() const {
@@ -69,6 +74,7 @@ class StatementView {
   StatementText text_;
   Outline outline_;
   std::vector<Finding> findings_;
+  std::vector<LineRemark> remarks_;
   std::vector<LineStart> starts_;
   uint32_t lines_ = 0;
   bool has_mark_;

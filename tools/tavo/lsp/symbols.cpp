@@ -50,6 +50,7 @@ const OutlineOption* written_under(const std::vector<OutlineOption>& options, ui
 }
 
 std::string about(const StatementText& text, const Outline& outline) {
+  text.parse();  // more of an accepted statement may be shown
   for (const uint32_t key : kTelling) {
     const OutlineOption* option = written_under(outline.options, key);
     std::string value = option == nullptr ? "" : value_text(text, outline, *option);

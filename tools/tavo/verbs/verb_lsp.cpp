@@ -49,6 +49,12 @@ bool write_output(Output& output, std::string_view bytes) {
   }
 }
 
+// Read anew for each document, so that a changed file counts.
+std::shared_ptr<const Configuration> configuration_of(const std::string& path) {
+  const auto all = std::make_shared<Configurations>("", false, known_rules());
+  return {all, &all->of(path.empty() ? "-" : path)};
+}
+
 }  // namespace
 
 void add_lsp(CLI::App& app, Output& output, int* status) {
@@ -65,7 +71,7 @@ void add_lsp(CLI::App& app, Output& output, int* status) {
       return read_input(running->session().client.process, buffer, size);
     };
     const auto write = [&output](std::string_view bytes) { return write_output(output, bytes); };
-    lsp::Server server({read, input_waits, write});
+    lsp::Server server({read, input_waits, write, configuration_of});
     running = &server;
     *status = server.run();
   });
