@@ -107,6 +107,20 @@ std::string as_conversation(std::string_view script, size_t encoding) {
   return bytes;
 }
 
+// Edits come in order and do not overlap.
+void check_edits(const Json& result) {
+  const auto order = [](const Json& place) {
+    return std::pair(place["line"].get<int64_t>(), place["character"].get<int64_t>());
+  };
+  auto last = std::pair(int64_t{0}, int64_t{0});
+  for (const Json& edit : result) {
+    if (!edit.contains("newText")) return;
+    TAVO_REQUIRE(last <= order(edit["range"]["start"]));
+    TAVO_REQUIRE(order(edit["range"]["start"]) <= order(edit["range"]["end"]));
+    last = order(edit["range"]["end"]);
+  }
+}
+
 // wants_results: no request is refused.
 void serve(const std::string& bytes, size_t step, bool wants_results) {
   size_t at = 0;
@@ -125,6 +139,7 @@ void serve(const std::string& bytes, size_t step, bool wants_results) {
     const Json message = Json::parse(content, nullptr, false);
     TAVO_REQUIRE(!message.is_discarded());
     TAVO_REQUIRE(!wants_results || message.contains("result") || message.contains("method"));
+    if (message.contains("result") && message["result"].is_array()) check_edits(message["result"]);
     TAVO_REQUIRE(sent.waiting() == 0);
     return true;
   };

@@ -61,7 +61,7 @@ call s:Expect(5, '#FIELD', 'tavoVariable')
 call s:Expect(6, 'LIB', 'tavoStatement')
 
 " The plug-in's settings, and what :make finds.
-if &commentstring !=# '// %s' || &formatprg !=# 'tavo fmt --file -'
+if &commentstring !=# '// %s' || &formatprg !~# '^tavo fmt --file - '
   call s:Say('FAILED: the settings of the file type are not there')
   let s:failed = 1
 endif
@@ -71,6 +71,25 @@ if empty(s:found) || s:found[0].lnum != 2 || s:found[0].col < 9
   call s:Say('FAILED: errorformat finds ' . string(getqflist()))
   let s:failed = 1
 endif
+
+" The same by the commands that people type.
+let $PATH = fnamemodify($TAVO, ':p:h') . ':' . $PATH
+let s:file = tempname() . '.tavo'
+call writefile(['PRO=CCN', 'PRO=HASH, AGLO=SHA256'], s:file)
+execute 'edit! ' . fnameescape(s:file)
+silent make!
+let s:found = filter(getqflist(), 'v:val.valid')
+if empty(s:found) || s:found[0].lnum != 2 || s:found[0].col < 9
+  call s:Say('FAILED: :make finds ' . string(getqflist()))
+  let s:failed = 1
+endif
+call setline(1, ['pro = CCN,cp=1', 'pro=xyz', 'pro=CCN'])
+silent normal! gggqG
+if getline(1, '$') !=# ['PRO=CCN, CP=1', 'pro=xyz', 'PRO=CCN']
+  call s:Say('FAILED: gq gives ' . string(getline(1, '$')))
+  let s:failed = 1
+endif
+call delete(s:file)
 if s:failed
   cquit
 endif

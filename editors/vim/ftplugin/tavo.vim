@@ -6,7 +6,8 @@ let b:did_ftplugin = 1
 
 setlocal comments=s1:/*,mb:*,ex:*/,://,:#
 setlocal commentstring=//\ %s
-setlocal formatprg=tavo\ fmt\ --file\ -
+" The messages about wrong statements, which stay as they are, would end up in the text.
+setlocal formatprg=tavo\ fmt\ --file\ -\ 2>/dev/null
 setlocal makeprg=tavo\ check\ --color\ never\ %:S
 setlocal errorformat=%f:%l:%c:\ %trror%.%#\ %n:\ %m
 setlocal errorformat+=%f:%l:%c:\ %trror%.%#:\ %m
