@@ -36,7 +36,8 @@ import time
 from typing import Iterator, NamedTuple
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-COPIED = ("CMakeLists.txt", "CMakePresets.json", "Src", "bench", "cmake", "fuzz", "include", "platform", "tests", "tools", "examples")
+COPIED = ("CMakeLists.txt", "CMakePresets.json", "Src", "bench", "bindings", "cmake", "docs", "fuzz", "include", "platform", "shared", "tests", "tools",
+          "examples")
 SOURCES = "Src/TAVOParser"
 # Valgrind and the large second opinion take too long; what is installed and documented is not asked about here.
 LEFT_OUT = "^(bounded_|valgrind_|second_opinion_|install|docs|dev_|modules|readme|package|abi_(description|exports|hardening)_|.*other_platform)"
