@@ -10,10 +10,12 @@ work=$tree/build/node
 # The addon with the layout, beside the library and the embedded platform that it brings along.
 build_addon() {
   local platform place
+  # shellcheck disable=SC2016 # a template of JavaScript
   platform=$(node -p '`${process.platform}-${process.arch}`')
   place=$work/source/prebuilds/$platform
   mkdir -p "$place"
   for file in "$build"/lib/libTAVO*.so.1; do cp -L "$file" "$place/"; done
+  # shellcheck disable=SC2016 # the loader expands $ORIGIN
   c++ -std=c++20 -O2 -fPIC -shared -Wall -Wextra -DTAVO_WITH_LAYOUT \
     -isystem "$work/source/node_modules/node-api-headers/include" \
     -I include -I bindings/shared bindings/node/src/addon.cc -o "$place/tavoparser.node" \

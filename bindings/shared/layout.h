@@ -1,6 +1,6 @@
 /*
- * The canonical layout of a statement for the language bindings, which link the command line's code:
- * the library itself does not lay out.
+ * The canonical layout of a statement for the language bindings, which link the command line's
+ * code: the library itself does not lay out.
  */
 #ifndef TAVO_BINDINGS_LAYOUT_H
 #define TAVO_BINDINGS_LAYOUT_H
@@ -12,7 +12,11 @@
 extern "C" {
 #endif
 
-enum tavo_layout_spelling { TAVO_SPELLING_KEEP = 0, TAVO_SPELLING_LONG = 1, TAVO_SPELLING_SHORT = 2 };
+enum tavo_layout_spelling {
+  TAVO_SPELLING_KEEP = 0,
+  TAVO_SPELLING_LONG = 1,
+  TAVO_SPELLING_SHORT = 2
+};
 
 /* The statement is rejected, and a layout of it could change what it means. */
 #define TAVO_LAYOUT_REJECTED ((size_t)-1)

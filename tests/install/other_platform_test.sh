@@ -105,6 +105,7 @@ rm -rf "$work/platform.away"
 mv "$work/platform" "$work/platform.away"
 build_examples "$work/with" "$work/beside" || fail "beside: $(cat "$work/beside.log")"
 check_examples "$work/beside" ""
+# shellcheck disable=SC2016 # the loader expands $ORIGIN
 readelf -dW "$libdir/libTAVOParser.so.1" | grep -q 'R.*PATH.*\[\$ORIGIN\]' ||
   fail "the run path is not the library's own folder alone"
 mv "$work/platform.away" "$work/platform"
