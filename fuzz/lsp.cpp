@@ -52,7 +52,7 @@ std::string message(Json content) {
   return framed(content.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
-// A byte of a step; 0 behind its end.
+// A byte of a step; 0 past its end.
 uint32_t byte_at(std::string_view step, size_t index) {
   return index < step.size() ? static_cast<unsigned char>(step[index]) : 0;
 }

@@ -84,7 +84,7 @@ class Server:
         self.process = subprocess.Popen([TAVO, "lsp"], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE)
         self.number = 0
-        # Read all the time: the server may tell something while it is being told.
+        # Read all the time: the server may send something while it is being sent to.
         self.messages = queue.Queue()
         threading.Thread(target=self.listen, daemon=True).start()
 

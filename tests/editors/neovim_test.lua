@@ -89,7 +89,7 @@ lua('vim.api.nvim_win_set_cursor(0, { 1, 23 })')
 lua('vim.lsp.buf.code_action({ context = { only = { "quickfix" } } })')
 wait_for('the fix is applied', [[
   return vim.api.nvim_get_current_line():find('ALGO=SHA256', 1, true) ~= nil]])
-wait_for('the option that is missing is told', [[
+wait_for('the missing option is reported', [[
   local all = vim.diagnostic.get(0)
   return #all == 1 and all[1].code ~= 'unknown-option']])
 
@@ -106,7 +106,7 @@ local hover = lua([[
   vim.api.nvim_win_set_cursor(0, { 1, 4 })
   local answers = vim.lsp.buf_request_sync(0, 'textDocument/hover', vim.lsp.util.make_position_params(), 10000)
   for _, answer in pairs(answers) do return answer.result.contents.value end]])
-if not hover:find('Turns one or more source columns', 1, true) then fail('hover tells ' .. hover) end
+if not hover:find('Turns one or more source columns', 1, true) then fail('hover shows ' .. hover) end
 
 -- ---- format -------------------------------------------------------------------------------------
 type_keys('opro = ccn,cp=1<Esc>')

@@ -49,10 +49,10 @@ def ended(server):
 
 # As the protocol asks: shutdown, exit, and nothing but frames on standard output.
 server = start("--stdio")
-answer, told = server.communicate(
+answer, errors = server.communicate(
     initialize() + framed({"id": 2, "method": "shutdown"}) + framed({"method": "exit"}), PATIENCE)
 check("status after shutdown and exit", 0, server.returncode)
-check("standard error", b"", told)
+check("standard error", b"", errors)
 check("answers", 2, answer.count(b"Content-Length: "))
 
 # A project's configuration is found where the document is.
@@ -62,7 +62,7 @@ with tempfile.TemporaryDirectory() as folder:
     document = {"uri": "file://%s/a%%20b.tavo" % folder, "languageId": "tavo", "version": 1,
                 "text": "PRO=EML, MTD=HASH, DOM=x\n"}
     server = start()
-    answer, told = server.communicate(
+    answer, errors = server.communicate(
         initialize() + framed({"method": "textDocument/didOpen", "params": {
             "textDocument": document}}) +
         framed({"id": 2, "method": "textDocument/diagnostic", "params": {
@@ -96,10 +96,10 @@ check("status when the client dies", 1, ended(server))
 
 # Bytes that are no message end nothing.
 server = start()
-answer, told = server.communicate(
+answer, errors = server.communicate(
     b"\x00\xff nonsense\r\n\r\n" + random.Random(1).randbytes(20000).replace(b"\r\n\r\n", b"") + b"\r\n\r\n" +
     initialize() + framed({"id": 2, "method": "shutdown"}) + framed({"method": "exit"}), PATIENCE)
 check("status after nonsense", 0, server.returncode)
 check("parse errors are answered", True, b"-32700" in answer)
-check("standard error", b"", told)
+check("standard error", b"", errors)
 sys.exit(1 if failed else 0)
