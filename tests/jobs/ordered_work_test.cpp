@@ -50,7 +50,7 @@ TEST(OrderedWork, FewPartsAreUnderWay) {
     most = std::max(most, under_way);
   }
   work.finish();
-  EXPECT_LE(most, 9u);
+  EXPECT_LE(most, 17u);
 }
 
 TEST(OrderedWork, AnExceptionComesWhereItsResultWould) {

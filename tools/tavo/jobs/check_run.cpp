@@ -8,7 +8,7 @@
 namespace tavo::cli {
 namespace {
 
-constexpr size_t kSliceBytes = 1 << 16;
+constexpr size_t kSliceBytes = 1 << 14;
 constexpr size_t kSliceStatements = 1024;
 constexpr size_t kSmallFile = 1 << 18;  // bytes
 constexpr size_t kGroupFiles = 64;
@@ -30,7 +30,7 @@ struct CheckRun::Part {
   std::optional<uint32_t> code_page;
   bool begins = false;
   bool ends = false;
-  std::vector<FileStatement> slice;
+  std::vector<FileStatement> slice;  // the first `statements` of them; the others are spare
   size_t statements = 0;
   size_t bytes = 0;
 
@@ -131,20 +131,25 @@ void CheckRun::add_slices(Input& input, const std::shared_ptr<CheckedFile>& file
     part->file = file;
     part->begins = begins;
     part->code_page = input.code_page();
+    if (!spare_.empty()) {
+      part->slice = std::move(spare_.back());
+      spare_.pop_back();
+    }
     size_t bytes = 0;
     try {
-      while (bytes < kSliceBytes && part->slice.size() < kSliceStatements) {
-        FileStatement& statement = part->slice.emplace_back();
+      while (bytes < kSliceBytes && part->statements < kSliceStatements) {
+        if (part->statements == part->slice.size()) part->slice.emplace_back();
+        FileStatement& statement = part->slice[part->statements];
         more = reader.next(statement);
+        if (!more) {
+          part->tail = std::move(statement.lead);
+          part->tail_line = reader.lines_read() + 1;
+          break;
+        }
+        ++part->statements;
         bytes += statement.bytes.size();
-        if (more) continue;
-        part->tail = std::move(statement.lead);
-        part->tail_line = reader.lines_read() + 1;
-        part->slice.pop_back();
-        break;
       }
     } catch (const InputError& error) {
-      part->slice.pop_back();
       part->unread = error.what();
       more = false;
     }
@@ -160,9 +165,7 @@ void CheckRun::submit(std::shared_ptr<Part> part) {
 
 void CheckRun::check_slice(Part& part) {
   const std::shared_lock together(tracing_);
-  part.statements = part.slice.size();
-  for (FileStatement& statement : part.slice) check_statement_of(part, statement);
-  part.slice.clear();
+  for (size_t i = 0; i < part.statements; ++i) check_statement_of(part, part.slice[i]);
 }
 
 void CheckRun::check_statement_of(Part& part, FileStatement& statement) {
@@ -219,6 +222,15 @@ void CheckRun::hand_over(Part& part) {
   }
   if (part.unread) sink_.add_unread(file, *part.unread);
   if (part.ends) sink_.end_file(file);
+  keep_spare(part);
+}
+
+// Statements that are read again and again into the same memory need no other.
+void CheckRun::keep_spare(Part& part) {
+  const bool large = std::any_of(part.slice.begin(), part.slice.end(), [](const auto& statement) {
+    return statement.bytes.capacity() > kSliceBytes;
+  });
+  if (!part.slice.empty() && !large) spare_.push_back(std::move(part.slice));
 }
 
 }  // namespace tavo::cli

@@ -77,6 +77,7 @@ class CheckRun {
   void check_statement_of(Part& part, FileStatement& statement);
   void check_whole_file(Part& part);
   void hand_over(Part& part);
+  void keep_spare(Part& part);
   CheckRules rules_of(const CheckedFile& file, std::optional<uint32_t> code_page) const;
 
   const CheckSettings settings_;
@@ -86,6 +87,7 @@ class CheckRun {
   std::shared_mutex tracing_;
   std::vector<std::shared_ptr<Part>> group_;
   size_t group_bytes_ = 0;
+  std::vector<std::vector<FileStatement>> spare_;
   OrderedWork work_;  // the last one, so that its threads end first
 };
 

@@ -129,8 +129,13 @@ class SeparatedReport : public ListReport {
     std::string line;
     for (size_t i = 0; i < columns_.size(); ++i) {
       if (i != 0) line += separator_;
-      const std::wstring text = from_utf8(text_of(columns_[i]));
-      line += separator_ == ',' ? quoted(printable(text)) : tsv_field(text);
+      const std::string text = text_of(columns_[i]);
+      if (is_plain(text) && text.find('\\') == text.npos) {
+        line += separator_ == ',' ? quoted(text) : text;
+        continue;
+      }
+      const std::wstring wide = from_utf8(text);
+      line += separator_ == ',' ? quoted(printable(wide)) : tsv_field(wide);
     }
     output_.answer().write(line + (separator_ == ',' ? "\r\n" : "\n"));
   }

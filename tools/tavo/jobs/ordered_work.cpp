@@ -6,7 +6,7 @@
 namespace tavo::cli {
 namespace {
 
-constexpr size_t kPartsOfAThread = 4;
+constexpr size_t kPartsOfAThread = 8;
 
 }  // namespace
 

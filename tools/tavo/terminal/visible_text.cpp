@@ -74,12 +74,6 @@ void append_json_escape(std::string& json, uint32_t code) {
                  0xDC00 + (offset & 0x3FF));
 }
 
-// Printable ASCII, which most text is: shown as it is.
-template <typename Text>
-bool is_plain(Text text) {
-  return std::all_of(text.begin(), text.end(), [](auto c) { return c >= 0x20 && c < 0x7F; });
-}
-
 }  // namespace
 
 bool is_unsafe(wchar_t c) {
@@ -87,6 +81,14 @@ bool is_unsafe(wchar_t c) {
   const auto* range = std::partition_point(kUnsafe.begin(), kUnsafe.end(),
                                            [&](const CodePoints& r) { return r.last < code; });
   return range != kUnsafe.end() && range->first <= code;
+}
+
+bool is_plain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
+bool is_plain(std::wstring_view text) {
+  return std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= 0x20 && c < 0x7F; });
 }
 
 std::string printable(std::wstring_view text) {

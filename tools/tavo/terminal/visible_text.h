@@ -13,6 +13,10 @@ namespace tavo::cli {
 // and numbers that are not characters.
 bool is_unsafe(wchar_t c);
 
+// Printable ASCII, which most text is: shown as it is.
+bool is_plain(std::string_view text);
+bool is_plain(std::wstring_view text);
+
 // For one line of a report, as UTF-8: unsafe characters as \n, \r, \t or \u{202E}. A backslash is
 // not escaped: the result is for people and cannot be parsed.
 std::string printable(std::wstring_view text);
