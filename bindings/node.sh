@@ -53,6 +53,7 @@ use_tarball() {
   printf 'PRO=CCN, PAT=6C\nPRO=HASH, DSTFLD=X, AGLO=SHA256\n' >jobs/one.tavo
   local found
   found=$(node node_modules/tavoparser/example/check-folder.js jobs) && return 1
+  TAVO_LANG=en python3 "$tree/tests/docs/embedding_test.py" "$tree/docs/embedding.md" js node
   [[ $found == one.tavo:2:21:\ unknown-option:* ]] || { echo "$found" >&2; return 1; }
 }
 

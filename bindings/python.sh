@@ -84,6 +84,8 @@ run_tests() {
     MYPYPATH="$work/installed" "$python" -m mypy --cache-dir "$work/mypy" --strict -p tavoparser \
       --python-executable "$python" &&
     MYPYPATH="$work/installed:tests" "$python" -m mypy --cache-dir "$work/mypy" --strict tests)
+  TAVO_LANG=en PYTHONPATH="$work/installed" "$python" tests/docs/embedding_test.py \
+    docs/embedding.md python "$python"
   test_deb
 }
 

@@ -24,14 +24,16 @@ if os.path.exists(os.path.join(INCLUDE, "TAVOBuilder.h")):
 
 # An accepted statement in one call and one block: a call for each number costs more than the number.
 # The block is the head; of all pairs the key types, then the value types, offsets and lengths of keys,
-# offsets and lengths of values; the characters of each key and value in turn; the bytes of each trace
-# level; all texts in UTF-8 in the same order.
+# offsets and lengths of values; the characters of each key, then of each value; the bytes of each
+# trace level; all texts in UTF-8 in the same order, each with a zero after it. Only if a text has zeros of
+# its own the lengths are needed.
 HELPERS = """
 typedef struct {
   uint32_t status;
   uint32_t provider;
   uint32_t pairs;
   uint32_t levels;
+  uint32_t zeros;
 } tavo_flat_head;
 size_t tavo_read_flat(const void* text, size_t bytes, const TAVOReadOptions* options, char* block,
                       size_t room);
@@ -56,43 +58,65 @@ static void tavo_put(tavo_writer* writer, const void* data, size_t bytes) {
   writer->left -= bytes;
 }
 
-static void tavo_put_number(tavo_writer* writer, size_t number) {
-  const uint32_t value = (uint32_t)number;
-  tavo_put(writer, &value, sizeof value);
+/* Where so many numbers are to be written; null when they do not fit. */
+static uint32_t* tavo_put_numbers(tavo_writer* writer, size_t count) {
+  char* place = writer->next;
+  const size_t bytes = count * sizeof(uint32_t);
+  writer->needed += bytes;
+  if (bytes > writer->left) {
+    writer->left = 0;
+    return NULL;
+  }
+  writer->next += bytes;
+  writer->left -= bytes;
+  return (uint32_t*)place;
+}
+
+static uint32_t tavo_has_zeros(const TAVOReadResult* result, uint32_t pairs) {
+  for (uint32_t i = 0; i < pairs; ++i) {
+    if (memchr(TAVOResult_GetValue(result, i), 0, TAVOResult_GetValueBytes(result, i)) != NULL) {
+      return 1;
+    }
+  }
+  return 0;
 }
 
 static void tavo_flatten(const TAVOReadResult* result, tavo_writer* writer) {
-  const tavo_flat_head head = {TAVOResult_GetStatus(result), TAVOResult_GetProvider(result),
-                               TAVOResult_CountPairs(result), TAVOResult_CountTraceLevels(result)};
-  const uint32_t pairs = head.pairs;
-  TAVORange range = {0, 0};
+  const uint32_t pairs = TAVOResult_CountPairs(result);
+  const tavo_flat_head head = {TAVOResult_GetStatus(result), TAVOResult_GetProvider(result), pairs,
+                               TAVOResult_CountTraceLevels(result), tavo_has_zeros(result, pairs)};
   tavo_put(writer, &head, sizeof head);
-  for (uint32_t i = 0; i < pairs; ++i) tavo_put_number(writer, TAVOResult_GetKeyType(result, i));
-  for (uint32_t i = 0; i < pairs; ++i) tavo_put_number(writer, TAVOResult_GetValueType(result, i));
-  for (int column = 0; column < 4; ++column) {
+  uint32_t* numbers = tavo_put_numbers(writer, 8 * (size_t)pairs + head.levels);
+  if (numbers != NULL) {
+    uint32_t* lengths = numbers + 6 * (size_t)pairs;
     for (uint32_t i = 0; i < pairs; ++i) {
-      if (column < 2) {
-        TAVOResult_GetKeyRange(result, i, &range);
-      } else {
-        TAVOResult_GetValueRange(result, i, &range);
-      }
-      tavo_put_number(writer, column % 2 == 0 ? range.offset : range.length);
+      TAVORange key = {0, 0};
+      TAVORange value = {0, 0};
+      TAVOResult_GetKeyRange(result, i, &key);
+      TAVOResult_GetValueRange(result, i, &value);
+      numbers[i] = TAVOResult_GetKeyType(result, i);
+      numbers[pairs + i] = TAVOResult_GetValueType(result, i);
+      numbers[2 * (size_t)pairs + i] = key.offset;
+      numbers[3 * (size_t)pairs + i] = key.length;
+      numbers[4 * (size_t)pairs + i] = value.offset;
+      numbers[5 * (size_t)pairs + i] = value.length;
+      lengths[i] = (uint32_t)TAVOResult_GetKeyLength(result, i);
+      lengths[pairs + i] = (uint32_t)TAVOResult_GetValueLength(result, i);
+    }
+    lengths += 2 * (size_t)pairs;
+    for (uint32_t i = 0; i < head.levels; ++i) {
+      *lengths++ = (uint32_t)strlen(TAVOResult_GetTraceLevel(result, i));
     }
   }
   for (uint32_t i = 0; i < pairs; ++i) {
-    tavo_put_number(writer, TAVOResult_GetKeyLength(result, i));
-    tavo_put_number(writer, TAVOResult_GetValueLength(result, i));
-  }
-  for (uint32_t i = 0; i < head.levels; ++i) {
-    tavo_put_number(writer, strlen(TAVOResult_GetTraceLevel(result, i)));
+    tavo_put(writer, TAVOResult_GetKey(result, i), TAVOResult_GetKeyBytes(result, i) + 1);
   }
   for (uint32_t i = 0; i < pairs; ++i) {
-    tavo_put(writer, TAVOResult_GetKey(result, i), TAVOResult_GetKeyBytes(result, i));
-    tavo_put(writer, TAVOResult_GetValue(result, i), TAVOResult_GetValueBytes(result, i));
+    tavo_put(writer, TAVOResult_GetValue(result, i), TAVOResult_GetValueBytes(result, i) + 1);
   }
   for (uint32_t i = 0; i < head.levels; ++i) {
     const char* level = TAVOResult_GetTraceLevel(result, i);
-    tavo_put(writer, level, strlen(level));
+    tavo_put(writer, level, strlen(level) + 1);
   }
 }
 

@@ -24,7 +24,14 @@ def test_the_whole_corpus() -> None:
         assert case.status == 0 or 8021 in case.errors or case.status == 7174, case.title
         if case.status == 0:
             stored = [(p.key_type, p.key, p.value_type, p.value) for p in statement.pairs]
-            assert stored == case.pairs, case.title
+            assert stored == statement.entries == case.pairs, case.title
+
+
+def test_a_value_may_have_zeros() -> None:
+    statement = tavoparser.parse('PRO=HASH, DSTFLD="a\0\0b", TRCLEVEL="ON", REMOVE="\0", SEED=RAN')
+    assert [pair.value for pair in statement.pairs] == ["HASH", "a\0\0b", "ON", "\0", "RAN"]
+    assert [entry[3] for entry in statement.entries] == [pair.value for pair in statement.pairs]
+    assert statement.trace_levels == ("ON",)
 
 
 def test_a_mapping_by_key_in_either_case() -> None:

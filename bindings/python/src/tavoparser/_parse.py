@@ -1,15 +1,14 @@
 """Reading one statement."""
 from __future__ import annotations
 
-import itertools
 import struct
 import threading
 from collections.abc import Callable, Iterator, Mapping
-from functools import partial
+from functools import lru_cache, partial
 from typing import Any, NamedTuple, cast
 
 from ._native import ffi, lib
-from ._text import text, token_name, utf8
+from ._text import text, token_name
 
 
 _REJECTED = 7148  # read, and found wrong
@@ -112,17 +111,30 @@ class Statement(Mapping[str, str]):
 
     __slots__ = ("_block", "_pairs", "_by_key")
 
+    _pairs: tuple[Pair, ...]
+    _by_key: dict[str, str]
+
     def __init__(self, block: bytes) -> None:
         # Made into pairs when somebody looks; several threads that do get equal ones.
         self._block = block
-        self._pairs: tuple[Pair, ...] | None = None
-        self._by_key: dict[str, str] | None = None
 
     @property
     def pairs(self) -> tuple[Pair, ...]:
-        if self._pairs is None:
+        try:
+            return self._pairs
+        except AttributeError:
             self._pairs = _pairs_of(self._block)
-        return self._pairs
+            return self._pairs
+
+    @property
+    def entries(self) -> list[tuple[int, str, int, str]]:
+        """All pairs in short: key type, key, value type, value. The quickest way to read them all."""
+        block = self._block
+        _, _, n, levels, zeros = _read_head(block)
+        types = _numbers(2 * n)(block, _HEAD_SIZE)
+        texts = block[_HEAD_SIZE + 4 * (8 * n + levels):].decode()
+        parts = _cut(texts, block, n) if zeros else texts.split("\0", 2 * n)
+        return list(zip(types, parts, types[n:], parts[n:]))
 
     @property
     def provider_type(self) -> int:
@@ -132,19 +144,21 @@ class Statement(Mapping[str, str]):
     @property
     def trace_levels(self) -> tuple[str, ...]:
         """The trace levels that a masking run would set; nothing sets them here."""
-        _, _, count, levels = _HEAD.unpack_from(self._block)
+        _, _, count, levels, _ = _HEAD.unpack_from(self._block)
         lengths = struct.unpack_from("=%dI" % levels, self._block, _HEAD.size + 4 * 8 * count)
         end = len(self._block)
         found = []
         for length in reversed(lengths):
-            found.append(self._block[end - length:end].decode())
-            end -= length
+            found.append(self._block[end - length - 1:end - 1].decode())
+            end -= length + 1
         return tuple(reversed(found))
 
     def _index(self) -> dict[str, str]:
-        if self._by_key is None:
-            self._by_key = {pair[0].upper(): pair[2] for pair in reversed(self.pairs)}
-        return self._by_key
+        try:
+            return self._by_key
+        except AttributeError:
+            self._by_key = {key.upper(): value for _, key, _, value in reversed(self.entries)}
+            return self._by_key
 
     def __getitem__(self, key: str) -> str:
         if not isinstance(key, str):
@@ -152,7 +166,7 @@ class Statement(Mapping[str, str]):
         return self._index()[key.upper()]
 
     def __iter__(self) -> Iterator[str]:
-        return iter(dict.fromkeys(pair.key.upper() for pair in self.pairs))
+        return iter(dict.fromkeys(key.upper() for _, key, _, _ in self.entries))
 
     def __len__(self) -> int:
         return len(self._index())
@@ -166,7 +180,7 @@ class Statement(Mapping[str, str]):
 
     def __repr__(self) -> str:
         # Without values: they may be secret, and a repr ends up in logs.
-        return "<tavoparser.Statement %s>" % ", ".join(pair.key for pair in self.pairs)
+        return "<tavoparser.Statement %s>" % ", ".join(key for _, key, _, _ in self.entries)
 
 
 class _Block(threading.local):
@@ -174,26 +188,43 @@ class _Block(threading.local):
 
     def __init__(self) -> None:
         self.memory = ffi.new("char[]", 8192)
+        self.room = 8192
 
 
 _block = _Block()
 _read_flat = lib.tavo_read_flat
 _buffer = ffi.buffer
 _ACCEPTED = bytes(4)
-_HEAD = struct.Struct("=4I")
+_HEAD = struct.Struct("=5I")
+_HEAD_SIZE = _HEAD.size
+_read_head = _HEAD.unpack_from
 # Quicker than Pair(...), and it is done for every pair of every statement.
 _new_pair = cast("Callable[[tuple[Any, ...]], Pair]", partial(tuple.__new__, Pair))
 
 
+@lru_cache(64)
+def _numbers(count: int) -> Callable[[bytes, int], tuple[int, ...]]:
+    return struct.Struct("=%dI" % count).unpack_from
+
+
 def _pairs_of(block: bytes) -> tuple[Pair, ...]:
     """See build_native.py for the block."""
-    _, _, n, levels = _HEAD.unpack_from(block)
-    numbers = struct.unpack_from("=%dI" % (8 * n), block, _HEAD.size)
-    texts = block[_HEAD.size + 4 * (8 * n + levels):].decode()
-    ends = list(itertools.accumulate(numbers[6 * n:], initial=0))
-    parts = [texts[a:b] for a, b in zip(ends, ends[1:])]
-    return tuple(map(_new_pair, zip(parts[0::2], numbers, parts[1::2], numbers[n:], numbers[2 * n:],
-                                    numbers[3 * n:], numbers[4 * n:], numbers[5 * n:])))
+    _, _, n, levels, zeros = _read_head(block)
+    numbers = _numbers(6 * n)(block, _HEAD_SIZE)
+    texts = block[_HEAD_SIZE + 4 * (8 * n + levels):].decode()
+    parts = _cut(texts, block, n) if zeros else texts.split("\0", 2 * n)
+    return tuple(map(_new_pair, zip(parts, numbers, parts[n:], numbers[n:2 * n],
+                                    numbers[2 * n:], numbers[3 * n:], numbers[4 * n:],
+                                    numbers[5 * n:])))
+
+
+def _cut(texts: str, block: bytes, n: int) -> list[str]:
+    """The texts of pairs when they have zeros of their own: by their lengths."""
+    parts, begin = [], 0
+    for length in struct.unpack_from("%dI" % (2 * n), block, _HEAD.size + 4 * 6 * n):
+        parts.append(texts[begin:begin + length])
+        begin += length + 1
+    return parts
 
 
 def _read_errors(result: Any) -> tuple[Error, ...]:
@@ -219,7 +250,7 @@ def parse(statement: str | bytes, *, code_page: int | None = None) -> Statement:
     if isinstance(statement, str):
         if code_page is not None:
             raise TypeError("a code page is for bytes")
-        data = utf8(statement)
+        data = statement.encode("utf-8", "surrogatepass")  # as utf8() does
     else:
         data = bytes(statement)
     options = _NO_OPTIONS
@@ -227,10 +258,10 @@ def parse(statement: str | bytes, *, code_page: int | None = None) -> Statement:
         options = ffi.new("TAVOReadOptions*", {
             "size": ffi.sizeof("TAVOReadOptions"), "encoding": lib.TAVO_TEXT_CODE_PAGE,
             "codePage": code_page})
-    memory = _block.memory
-    size = _read_flat(data, len(data), options, memory, len(memory))
-    if size > len(memory):
-        _block.memory = memory = ffi.new("char[]", size)
+    memory, room = _block.memory, _block.room
+    size = _read_flat(data, len(data), options, memory, room)
+    if size > room:
+        _block.memory, _block.room = memory, _ = ffi.new("char[]", size), size
         size = _read_flat(data, len(data), options, memory, size)
     if size == 0:
         raise MemoryError("no memory for the result")
