@@ -8,6 +8,7 @@
 
 #include "TAVOParser.h"
 #include "TAVOParserExt.h"
+#include "TAVOParserSimple.h"
 #include "support/parse_run.h"
 
 namespace {
@@ -81,6 +82,51 @@ TEST(Threads, GiveTheResultsOfOneThread) {
       }
     }
   });
+  EXPECT_EQ(0, different);
+}
+
+// What one call says of a text, as one text.
+std::string read_json(const std::wstring& text) {
+  TAVOReadOptions options{};
+  options.size = sizeof options;
+  options.encoding = TAVO_TEXT_WIDE;
+  std::string json(1 << 14, '\0');
+  json.resize(TAVOParser_ReadJson(text.data(), text.size() * sizeof(wchar_t), &options, json.data(),
+                                  json.size()));
+  return json;
+}
+
+// Half of the threads read in one call, the other half with the two runs; all look at one result.
+TEST(Threads, ReadInOneCallBesideTheTwoRuns) {
+  const std::vector<std::wstring> all = statements();
+  std::vector<std::string> expected;
+  std::vector<ServiceRun> expected_runs;
+  for (const std::wstring& statement : all) {
+    expected.push_back(read_json(statement));
+    expected_runs.push_back(tavo_test::fill_statement(statement));
+  }
+  TAVOReadResult* shared = nullptr;
+  ASSERT_EQ(7148u, TAVOParser_Read("PRO=HASH, AGLO=1", TAVO_TERMINATED, nullptr, &shared));
+  char of_shared[1024];
+  const size_t bytes = TAVOResult_ToJson(shared, of_shared, sizeof of_shared);
+  std::atomic<int> different = 0;
+  run_threads(kThreads, [&](int thread) {
+    for (int round = 0; round < kRounds; ++round) {
+      for (size_t i = 0; i < all.size(); ++i) {
+        const size_t k = (i * 7 + static_cast<size_t>(thread * 5 + round)) % all.size();
+        if (thread % 2 == 0) {
+          if (read_json(all[k]) != expected[k]) ++different;
+        } else if (!same(tavo_test::fill_statement(all[k]), expected_runs[k])) {
+          ++different;
+        }
+      }
+      char json[sizeof of_shared];
+      if (TAVOResult_ToJson(shared, json, sizeof json) != bytes || std::string(json) != of_shared) {
+        ++different;
+      }
+    }
+  });
+  TAVOParser_FreeResult(shared);
   EXPECT_EQ(0, different);
 }
 

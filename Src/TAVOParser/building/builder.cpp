@@ -82,6 +82,7 @@ uint32_t StatementBuilder::begin(const StatementRule& statement, std::string_vie
 
 uint32_t StatementBuilder::begin_provider(std::string_view name) {
   const uint32_t type = token_type_of(name);
+  if (type == kTypeRefused) return refuse_memory();
   for (const StatementRule* statement : statements()) {
     const bool names_provider =
         statement->takes_options() && statement->begins_with(TAVO_PARSER_PROVIDER);
@@ -92,9 +93,11 @@ uint32_t StatementBuilder::begin_provider(std::string_view name) {
 }
 
 uint32_t StatementBuilder::begin_library(std::string_view library) {
+  const uint32_t type = token_type_of(library);
+  if (type == kTypeRefused) return refuse_memory();
   for (const StatementRule* statement : statements()) {
     if (!statement->takes_options() || statement->begins_with(TAVO_PARSER_PROVIDER)) continue;
-    if (token_type_of(library) != statement->head.values.entries[0].token) break;
+    if (type != statement->head.values.entries[0].token) break;
     return begin(*statement, library);
   }
   return refuse(TAVO_BUILD_UNKNOWN_PROVIDER,
@@ -146,8 +149,8 @@ uint32_t StatementBuilder::add_found(const Found& found, const WantedValue& want
 // PREFIX:KEYWORD before a keyword alone: only a user's own provider has keys with a colon.
 uint32_t StatementBuilder::add_by_key(std::string_view key, const WantedValue& wanted) {
   const auto option_of = [](std::span<const OptionRule* const> options, const OptionIndex& index,
-                            std::string_view word) {
-    const OptionRule* found = option_beginning_with(options, index, token_type_of(word));
+                            uint32_t type) {
+    const OptionRule* found = option_beginning_with(options, index, type);
     const auto place = std::find(options.begin(), options.end(), found);
     return place == options.end() ? kNone : static_cast<uint32_t>(place - options.begin());
   };
@@ -156,21 +159,25 @@ uint32_t StatementBuilder::add_by_key(std::string_view key, const WantedValue& w
   if (colon != std::string_view::npos) {
     const std::string_view prefix = key.substr(0, colon);
     const std::string_view word = key.substr(colon + 1);
-    const uint32_t option = option_of(statement_->options, *statement_->index, prefix);
+    const uint32_t prefix_type = token_type_of(prefix);
+    const uint32_t word_type = token_type_of(word);
+    if (prefix_type == kTypeRefused || word_type == kTypeRefused) return refuse_memory();
+    const uint32_t option = option_of(statement_->options, *statement_->index, prefix_type);
     const OptionRule* rule = option == kNone ? nullptr : statement_->options[option];
     if (rule != nullptr && rule->syntax == ValueSyntax::kParameters) {
-      const uint32_t parameter = option_of(rule->parameters, *rule->parameter_index, word);
+      const uint32_t parameter = option_of(rule->parameters, *rule->parameter_index, word_type);
       if (parameter != kNone) {
-        status = add_found({option, parameter, spelled(token_type_of(prefix), prefix),
-                            spelled(token_type_of(word), word)},
-                           wanted);
+        status = add_found(
+            {option, parameter, spelled(prefix_type, prefix), spelled(word_type, word)}, wanted);
         if (status != TAVO_BUILD_VALUE_NOT_ACCEPTED) return status;
       }
     }
   }
-  const uint32_t option = option_of(statement_->options, *statement_->index, key);
+  const uint32_t type = token_type_of(key);
+  if (type == kTypeRefused) return refuse_memory();
+  const uint32_t option = option_of(statement_->options, *statement_->index, type);
   if (option != kNone && statement_->options[option]->syntax != ValueSyntax::kParameters) {
-    return add_found({option, kNone, {}, spelled(token_type_of(key), key)}, wanted);
+    return add_found({option, kNone, {}, spelled(type, key)}, wanted);
   }
   if (status != TAVO_BUILD_UNKNOWN_OPTION) return status;
   return refuse(TAVO_BUILD_UNKNOWN_OPTION,

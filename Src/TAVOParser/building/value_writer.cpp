@@ -88,7 +88,9 @@ Written put_quoted(std::string_view text, ByteText& out) {
 
 uint32_t token_type_of(std::string_view utf8) {
   ScannerText text;
-  return text.convert(utf8) == Written::kYes ? text.token_type() : 0;
+  const Written converted = text.convert(utf8);
+  if (converted == Written::kNoMemory) return kTypeRefused;
+  return converted == Written::kYes ? text.token_type() : 0;
 }
 
 Written write_value(const OptionRule& option, const WantedValue& wanted, ByteText& out,
@@ -109,9 +111,10 @@ Written write_value(const OptionRule& option, const WantedValue& wanted, ByteTex
   const Written written = put_quoted(wanted.text, out);
   if (written != Written::kYes) return written;
   // A backslash at the end takes the closing quote with it; a character above U+FFFF has no place.
-  if (token_type_of(out.view().substr(before)) == TAVO_PARSER_STRING_WITH_QUOTES) return written;
+  const uint32_t type = token_type_of(out.view().substr(before));
+  if (type == TAVO_PARSER_STRING_WITH_QUOTES) return written;
   out.cut(before);
-  return Written::kNotAccepted;
+  return type == kTypeRefused ? Written::kNoMemory : Written::kNotAccepted;
 }
 
 }  // namespace tavo

@@ -23,6 +23,9 @@ enum class Written : uint8_t { kYes, kNotAccepted, kNoUtf8, kNoMemory };
 Written write_value(const OptionRule& option, const WantedValue& wanted, ByteText& out,
                     uint32_t* stored_key_type);
 
+// Instead of a token type: there was no memory to find it.
+inline constexpr uint32_t kTypeRefused = UINT32_MAX;
+
 // The type of the one token that a text is, without anything before or after it; 0 when it is more,
 // less, or broken.
 uint32_t token_type_of(std::string_view utf8);
