@@ -114,7 +114,7 @@ def threads(table, times, what="filling", title="", target=1.8):
     print(f"| CPU time of a call{title} with two threads : with one | {two[0] / one[0]:.2f} | | |")
 
 
-def one_call(table, times):
+def one_call(table, times, counts):
     """TAVOParser_ReadInto of UTF-8, beside what it replaces and what it cannot be faster than."""
     for name, title, peer, most in (
             ("utf8", "filling run", "filling/{p}/{n}/wide", 0.45),
@@ -125,10 +125,19 @@ def one_call(table, times):
                         times[peer.format(p=p, n=length)][0] for p in PROVIDERS}, max,
                        lambda ratio, most=most: ratio <= most)
     threads(table, times, "read", " of one-call reading", 1.9)
+    for length in (130, 65536):
+        calls = int(counts[f"read_into_utf8_{length}_allocations"])
+        table.row(f"allocations of one call into the caller's memory, {length} characters", calls,
+                  "0", calls == 0)
+    print(f"| allocations of one call with memory of its own, 130 characters | "
+          f"{counts['read_utf8_130_allocations']}, {counts['read_utf8_130_bytes']} bytes | | |")
 
 
-def allocations(table, folder):
-    counts = dict(line.split() for line in run([f"{folder}/bin/tavo_bench_allocations"]).splitlines())
+def counted(folder):
+    return dict(line.split() for line in run([f"{folder}/bin/tavo_bench_allocations"]).splitlines())
+
+
+def allocations(table, counts):
     for form in ("wide", "8bit"):
         calls = int(counts[f"filling_{form}_130_allocations"])
         size = int(counts[f"filling_{form}_130_bytes"])
@@ -136,12 +145,6 @@ def allocations(table, folder):
                   "at most 16, 16 KB", calls <= 16 and size <= 16384)
     print(f"| the same, 64 KB of field definitions | {counts['filling_wide_65536_allocations']}, "
           f"{counts['filling_wide_65536_bytes']} bytes | | |")
-    for length in (130, 65536):
-        calls = int(counts[f"read_into_utf8_{length}_allocations"])
-        table.row(f"allocations of one call into the caller's memory, {length} characters", calls,
-                  "0", calls == 0)
-    print(f"| allocations of one call with memory of its own, 130 characters | "
-          f"{counts['read_utf8_130_allocations']}, {counts['read_utf8_130_bytes']} bytes | | |")
 
 
 def trace(table, folder, arguments):
@@ -239,6 +242,20 @@ def peers(times):
           " |")
 
 
+def report_one_call(folder, arguments):
+    print(machine() + "\n")
+    of_providers = f"({'|'.join(PROVIDERS)})/({'|'.join(LENGTHS)})"
+    times = measure(f"{folder}/bin/tavo_bench",
+                    f"^(filling/{of_providers}/wide|read/utf8/{of_providers}|peer/re2c/.*)$",
+                    arguments.repetitions, arguments.min_time)
+    times |= measure(f"{folder}/bin/tavo_bench", "^threads/read/", 2 * arguments.repetitions,
+                     5 * arguments.min_time)
+    table = Table()
+    print("| What | Measured | Target | Met |\n|---|---|---|---|")
+    one_call(table, times, counted(folder))
+    print(f"\n{table.missed} targets missed")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", default="build/bench", help="build folder")
@@ -274,8 +291,9 @@ def main():
     lexers(table, times)
     long_statements(table, times)
     threads(table, times)
-    one_call(table, times)
-    allocations(table, folder)
+    counts = counted(folder)
+    one_call(table, times, counts)
+    allocations(table, counts)
     trace(table, folder, arguments)
     if shutil.which("valgrind"):
         with_frames = instructions(folder, f"{folder}/lib")
