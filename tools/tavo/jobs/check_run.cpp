@@ -99,7 +99,9 @@ void CheckRun::add_input(Input& input, const CheckedFile& file) {
 
 StatementVerdict CheckRun::check_again(const CheckedFile& file, const FileStatement& statement) {
   const std::unique_lock alone(tracing_);
-  return check_statement(statement, rules_of(file, std::nullopt));
+  CheckRules rules = rules_of(file, std::nullopt);
+  rules.was_wrong = true;
+  return check_statement(statement, rules);
 }
 
 void CheckRun::finish() {

@@ -26,6 +26,12 @@ class StatementText {
   // Remembers whether the statement was accepted: secrets() shows more of one that was.
   ParseResult parse() const;
 
+  // Takes back that it was accepted, as far as secrets() is concerned.
+  void hide_as_wrong() const {
+    accepted_ = false;
+    secrets_.reset();
+  }
+
   // As it was given.
   const std::string& bytes() const {
     return bytes_;
