@@ -12,6 +12,12 @@ TOOL, SHIM = os.path.abspath(os.environ["TAVO"]), os.path.abspath(sys.argv[1])
 OLD = b"".join(b"pro=hash,dstfld=X%d\n" % i for i in range(6000))
 NEW = b"".join(b"PRO=hash, DSTFLD=X%d\n" % i for i in range(6000))
 LIMIT = 60
+FIXED = b"".join(b"PRO=HASH, DSTFLD=X%d\n" % i for i in range(2000))
+# Verbs that write files: the old text, the new one, other names of the file.
+WRITING = [(["fmt", "-w"], OLD, NEW, ()), (["fmt", "-w"], OLD, NEW, ("other",)),
+           (["check", "-q", "--fix"], FIXED.replace(b", ", b",, "), FIXED, ()),
+           (["check", "-q", "--fix"], FIXED.replace(b", ", b",, "), FIXED, ("other",)),
+           (["check", "-q", "--fix=suggested"], FIXED.replace(b"DST", b"DTS"), FIXED, ())]
 failures = 0
 tried = 0
 
@@ -59,7 +65,10 @@ READING = [(["parse", "-"], STATEMENT), (["parse", "--format", "json", "-f", "ma
            (["check", "--format", "json", "-"], OLD), (["check", "--format", "sarif", "masks.txt"], b""),
            (["fmt", "-f", "masks.txt"], b""), (["fmt", "-"], STATEMENT), (["fmt", "-f", "-"], OLD),
            (["fmt", "--diff", "masks.txt"], b""), (["explain", "EML"], b""),
-           (["completion", "bash"], b"")]
+           (["completion", "bash"], b""), (["list", "masks.txt"], b""),
+           (["list", "--format", "jsonl", "-"], OLD), (["grep", "PRO=HASH", "masks.txt"], b""),
+           (["diff", "masks.txt", "masks.txt"], b""), (["diff", "--format", "json", "masks.txt", "-"], STATEMENT),
+           (["check", "--fix", "--diff", "masks.txt"], b"")]
 
 with tempfile.TemporaryDirectory() as base:
     folder = os.path.join(base, "f")
@@ -81,60 +90,60 @@ with tempfile.TemporaryDirectory() as base:
         tried += happened
         expect(happened > 0, arguments, "was never disturbed")
 
-    def whole(names, arguments, *what):
+    def whole(names, arguments, old, new, *what):
         """The old or the new text is whole, in the file or in the copy that the next run names."""
         text = content(folder, "masks.txt")
         if "masks.txt.tavo-new" in names:
-            expect(content(folder, "masks.txt.tavo-new") == NEW, arguments, *what, "copy broken")
+            expect(content(folder, "masks.txt.tavo-new") == new, arguments, *what, "copy broken")
             again = subprocess.run([TOOL, "check", "masks.txt"], capture_output=True, cwd=folder)
             expect(again.returncode == 2 and b"masks.txt.tavo-new" in again.stderr, again)
         else:
-            expect(text in (OLD, NEW), arguments, *what, "neither old nor new", len(text))
+            expect(text in (old, new), arguments, *what, "neither old nor new", len(text))
         return text
 
-    for links in ((), ("other",)):
-        arguments = ["fmt", "-w", "masks.txt"]
+    for verb, old, new, links in WRITING:
+        arguments = [*verb, "masks.txt"]
         calls = {}
         for call in ("read", "write", "fsync", "rename"):
             for shim in ({}, {"forever": 1}, {"half": 1, "forever": 1}):
                 for at in range(1, LIMIT):
-                    put(folder, "masks.txt", OLD, links)
+                    put(folder, "masks.txt", old, links)
                     done, descriptor = run(folder, arguments, call, at, **shim)
                     if descriptor is None:
                         break
                     calls[call] = at
                     tried += 1
-                    what = (links, call, at, shim)
+                    what = (verb, links, call, at, shim)
                     # When every write fails, the message cannot be written either.
                     silent = call == "write" and "forever" in shim
                     expect(done.returncode == 2 and (done.stderr or silent), what, done)
                     names = sorted(os.listdir(folder))
-                    text = whole(names, arguments, *what)
+                    text = whole(names, arguments, old, new, *what)
                     if not shim:
                         # Only the last syncs come after the new text has its place.
                         expect(names == sorted(["masks.txt", *links]), what, names)
-                        expect(text == OLD or call == "fsync", what, "the new text after a failure")
+                        expect(text == old or call == "fsync", what, "the new text after a failure")
             # A signal that is handled leaves nothing behind; a kill leaves a whole text.
             for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL):
                 for at in range(1, LIMIT):
-                    put(folder, "masks.txt", OLD, links)
+                    put(folder, "masks.txt", old, links)
                     done, descriptor = run(folder, arguments, call, at, signal=int(number))
                     if descriptor is None:
                         break
                     tried += 1
                     names = sorted(os.listdir(folder))
-                    expect(done.returncode == -number, links, call, at, number, done.returncode)
-                    whole(names, arguments, links, call, at, number)
+                    expect(done.returncode == -number, verb, links, call, at, number, done.returncode)
+                    whole(names, arguments, old, new, links, call, at, number)
                     if number != signal.SIGKILL:
                         expect(names == sorted(["masks.txt", *links]), call, at, number, names)
                     elif "masks.txt.tavo-new" not in names:
                         # A draft that a kill left does not stop the next run.
                         again = subprocess.run([TOOL, *arguments], capture_output=True, cwd=folder)
                         expect(again.returncode == 0, links, call, at, again)
-                        expect(content(folder, "masks.txt") == NEW, "not formatted after a kill")
+                        expect(content(folder, "masks.txt") == new, arguments, "not written after a kill")
                         expect(sorted(os.listdir(folder)) == sorted(["masks.txt", *links]), names)
         expect(set(calls) == {"read", "write", "fsync", "rename"}, "calls", calls)
-        print("fmt -w, %d names: %s" % (1 + len(links), calls))
+        print("%s, %d names: %s" % (" ".join(verb), 1 + len(links), calls))
 
     for at in range(1, LIMIT):
         put(folder, "script", b"old\n")

@@ -97,7 +97,8 @@ TEST_F(DiagnoseArguments, SecretsAreInNoMessageAndNoEdit) {
                             "PRO=HASH, SEED=\"Geheim, DSTFLD=X", "PRO=HASH, SEED Geheim, DSTFLD=X",
                             "PRO=HASH, SEED=Geheim\", DSTFLD=X", "PRO=AFF, KEY=(Geheim), MTD=REP",
                             "PRO=HASH, SEED:Geheim, DSTFLD=X", "PRO=HASH, SEEDGeheim, DSTFLD=X",
-                            "PRO=HASH, DSTFLD=X, \"Geheim\"", "PRO=HASH, DSTFLD=X, Geheim"}) {
+                            "PRO=HASH, DSTFLD=X, \"Geheim\"", "PRO=HASH, DSTFLD=X, Geheim",
+                            "PRO=AF\"F, KEY=Geheim, SEED=\"1\""}) {
     SCOPED_TRACE(wrong);
     for (const Diagnosed& one : diagnose(to_wide(wrong))) {
       EXPECT_EQ(std::string::npos, one.message.find("Geheim")) << one.message;

@@ -119,10 +119,23 @@ bool shows_values(const OptionRule* option) {
   return true;
 }
 
+// Where a quote went wrong, a word is what stands up to the next one. Only its beginning is a word
+// that may be shown; the rest may hold values.
+Units beginning_of_word(Units text) {
+  const auto is_part = [](uint16_t c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' ||
+           c == '.' || c == ':' || c == '_' || c > 0x7F;
+  };
+  if (text.empty() || !is_part(text.front())) return text;
+  size_t size = 1;
+  while (size < text.size() && is_part(text[size])) ++size;
+  return text.first(size);
+}
+
 class Message {
  public:
   Message(const Source& source, const Finding& finding, Words& words)
-      : finding_(finding), words_(words), word_(source.text(finding.word)) {}
+      : finding_(finding), words_(words), word_(beginning_of_word(source.text(finding.word))) {}
 
   void write();
 

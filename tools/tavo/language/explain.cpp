@@ -11,24 +11,22 @@
 namespace tavo::cli {
 namespace {
 
-constexpr size_t kWidth = 96;
+// A paragraph of its own; in_width() breaks it.
+std::string indented(const std::string& text, size_t indent) {
+  return std::string(indent, ' ') + text + "\n";
+}
 
-// Wraps text into lines that begin with `indent` blanks.
-std::string wrapped(const std::string& text, size_t indent) {
-  std::string result, line;
-  size_t start = 0;
-  while (start < text.size()) {
-    const size_t end = std::min(text.find(' ', start), text.size());
-    const std::string word = text.substr(start, end - start);
-    if (!line.empty() && indent + line.size() + 1 + word.size() > kWidth) {
-      result += std::string(indent, ' ') + line + "\n";
-      line.clear();
+// Without the escape sequences of styles.
+size_t shown_size(std::string_view text) {
+  size_t size = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\x1b') {
+      i = std::min(text.find('m', i), text.size());
+    } else if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
+      ++size;
     }
-    if (!line.empty()) line += ' ';
-    line += word;
-    start = end + 1;
   }
-  return result + std::string(indent, ' ') + line + "\n";
+  return size;
 }
 
 std::string stored_value(const TAVOValueInfo& value, bool data_type) {
@@ -51,18 +49,18 @@ std::string value_lines(const Option& option) {
     for (const Option& parameter : option.parameters) {
       text += fmt::format("    {} = {}\n", join(spellings(parameter), " | "),
                           join(value_notations(parameter), " | "));
-      text += wrapped(parameter.meaning, 8);
+      text += indented(parameter.meaning, 8);
     }
     return text;
   }
   const bool data_type = option.key_type == TAVO_PARSER_PARAM_FLDDEF_DATATYPE;
   for (const TAVOValueInfo& value : option.values) {
-    text += wrapped(join(notations(value.tokenType), " | "), 2);
-    text.pop_back();
-    text += fmt::format("  stored as {}", stored_value(value, data_type));
-    if (value.keyType != option.key_type)
+    text += fmt::format("  {}  stored as {}", join(notations(value.tokenType), " | "),
+                        stored_value(value, data_type));
+    if (value.keyType != option.key_type) {
       text += fmt::format(" under {}", named_type(value.keyType));
-    text += "\n" + wrapped(option.meaning_of_value(value.tokenType), 6);
+    }
+    text += "\n" + indented(option.meaning_of_value(value.tokenType), 6);
   }
   return text;
 }
@@ -80,6 +78,36 @@ bool has_message(uint32_t number) {
 }
 
 }  // namespace
+
+std::string in_width(std::string_view text, size_t width) {
+  std::string result;
+  for (size_t begin = 0; begin < text.size();) {
+    const size_t end = std::min(text.find('\n', begin), text.size());
+    std::string_view line = text.substr(begin, end - begin);
+    begin = end + 1;
+    const std::string indent(std::min(line.find_first_not_of(' '), line.size()), ' ');
+    while (shown_size(line) > width) {
+      size_t blank = line.find(' ', indent.size()), last = std::string_view::npos;
+      for (; blank != line.npos && shown_size(line.substr(0, blank)) <= width;
+           blank = line.find(' ', blank + 1)) {
+        last = blank;
+      }
+      if (last == line.npos) last = blank;  // a word that is too long
+      if (last == line.npos) break;
+      result += std::string(line.substr(0, line.find_last_not_of(' ', last) + 1)) + "\n" + indent;
+      line.remove_prefix(std::min(line.find_first_not_of(' ', last), line.size()));
+      // The rest is measured with its indent.
+      if (indent.size() + shown_size(line) <= width) break;
+      result.resize(result.size() - indent.size());
+      const std::string rest = indent + std::string(line);
+      result += in_width(rest, width);
+      result.pop_back();
+      line = {};
+    }
+    result += std::string(line) + "\n";
+  }
+  return result;
+}
 
 std::string named_type(uint32_t type) {
   const std::string name = token_name(type);
@@ -147,7 +175,7 @@ std::string Explainer::rule_lines(const Statement& statement, const Option* only
     if (only != nullptr && !touches) continue;
     text += fmt::format("  {} {}\n", bold(std::to_string(rule.number)),
                         join(options_of_rule(statement, rule)));
-    text += wrapped(message_of(rule.number), 7);
+    text += indented(message_of(rule.number), 7);
   }
   return text;
 }
@@ -165,12 +193,12 @@ std::string Explainer::all() const {
   }
   return text +
          "\ntavo explain NAME lists the options of one, tavo explain NAME OPTION explains an "
-         "option,\ntavo explain NUMBER an error.\n";
+         "option, tavo explain NUMBER an error.\n";
 }
 
 std::string Explainer::statement(const Statement& statement) const {
-  std::string text = bold(head(statement)) + "\n" + wrapped(statement.meaning, 2);
-  text += wrapped("example: " + statement.example, 2);
+  std::string text = bold(head(statement)) + "\n" + indented(statement.meaning, 2);
+  text += indented("example: " + statement.example, 2);
   text += fmt::format("  names: {}\n", join(names(statement)));
   if (statement.key_type == 0) {
     return text + "  stores nothing; sets the trace level; text after it is ignored\n";
@@ -184,8 +212,8 @@ std::string Explainer::statement(const Statement& statement) const {
     const std::vector<std::string> written = spellings(option);
     text += fmt::format("  {}\n", bold(written.empty() ? notations(option.keywords.front()).front()
                                                        : join(written, " | ")));
-    text += wrapped("= " + join(value_notations(option), " | "), 6);
-    text += wrapped(option.meaning, 6);
+    text += indented("= " + join(value_notations(option), " | "), 6);
+    text += indented(option.meaning, 6);
   }
   if (!statement.rules.empty()) {
     text += bold("Rules, in the order in which they are tried") + "\n";
@@ -201,8 +229,8 @@ std::string Explainer::option(const Statement& statement, const Option& option,
                   parameter_of == nullptr
                       ? ""
                       : fmt::format(", in the parentheses of {}", long_spelling(*parameter_of)));
-  text += wrapped(option.meaning, 2);
-  text += wrapped("example: " + example_statement(option, parameter_of), 2);
+  text += indented(option.meaning, 2);
+  text += indented("example: " + example_statement(option, parameter_of), 2);
   const std::vector<std::string> written = spellings(option);
   text += fmt::format("  spellings: {}\n",
                       written.empty() ? notations(option.keywords.front()).front() : join(written));
@@ -225,8 +253,8 @@ std::string Explainer::option_everywhere(const std::vector<const Statement*>& ow
   for (const Statement* statement : owners) {
     const Option* option = find_option(statement->options, name);
     text += fmt::format("  {}\n", bold(title(*statement)));
-    text += wrapped(option->meaning, 6);
-    text += wrapped("= " + join(value_notations(*option), " | "), 6);
+    text += indented(option->meaning, 6);
+    text += indented("= " + join(value_notations(*option), " | "), 6);
   }
   return text +
          fmt::format("\ntavo explain {} {} shows more.\n", title(*owners.front()), upper(name));
@@ -237,7 +265,7 @@ std::string Explainer::number(uint32_t number) const {
   if (status == nullptr && !has_message(number)) return "";
   std::string text = fmt::format("{} {}\n", bold(std::to_string(number)),
                                  status == nullptr ? "a number of the platform" : status->name);
-  text += wrapped(message_of(number), 2);
+  text += indented(message_of(number), 2);
   if (status != nullptr && !status->inserts.empty()) {
     text += fmt::format("  inserts: {}\n", status->inserts);
   }

@@ -33,6 +33,10 @@ class Explainer {
   const Stream& out_;
 };
 
+// Lines longer than the width broken at blanks, with the indent of the line. Escape sequences of
+// styles have no width.
+std::string in_width(std::string_view text, size_t width);
+
 const Statement* find_statement(const std::string& name);
 const Option* find_option(const std::vector<Option>& options, const std::string& name);
 std::vector<std::string> all_spellings(const std::vector<Option>& options);

@@ -20,10 +20,11 @@ inline const Choices<ColorChoice> kColorChoices = {
 
 // "text, json or sarif"
 template <typename T>
-std::string names_of(const Choices<T>& choices) {
+std::string names_of(const Choices<T>& choices, std::string_view between = ", ",
+                     std::string_view before_last = " or ") {
   std::string text;
   for (size_t i = 0; i < choices.size(); ++i) {
-    if (i != 0) text += i + 1 == choices.size() ? " or " : ", ";
+    if (i != 0) text += i + 1 == choices.size() ? before_last : between;
     text += choices[i].first;
   }
   return text;
@@ -44,6 +45,7 @@ class KnownName : public CLI::CheckedTransformer {
  public:
   explicit KnownName(const Choices<T>& choices) : CheckedTransformer(choices) {
     description("");
+    name(names_of(choices, " ", " "));  // shown nowhere; completion scripts read it
     func_ = [choices, transform = func_](std::string& name) -> std::string {
       for (const auto& choice : choices) {
         if (choice.first == name) return transform(name);
@@ -53,6 +55,9 @@ class KnownName : public CLI::CheckedTransformer {
   }
 };
 
+// What help shows for such a value.
+inline constexpr const char* kChoiceType = "CHOICE";
+
 // The option takes one of the names; what `value` holds before is the default and one of them.
 template <typename T>
 CLI::Option* add_choice(CLI::App& app, const std::string& option, T& value,
@@ -61,7 +66,7 @@ CLI::Option* add_choice(CLI::App& app, const std::string& option, T& value,
   for (const auto& [name, stands_for] : choices) {
     if (stands_for == value) added->default_str(name);
   }
-  return added->transform(KnownName<T>(choices))->type_name("NAME");
+  return added->transform(KnownName<T>(choices))->type_name(kChoiceType);
 }
 
 }  // namespace tavo::cli

@@ -4,12 +4,9 @@
 #include <CLI/CLI.hpp>
 
 #include "jobs/job_reader.h"
-#include "verbs/choices.h"
+#include "verbs/read_options.h"
 
 namespace tavo::cli {
-
-inline const Choices<Layout> kLayoutChoices = {
-    {"auto", Layout::kAuto}, {"lines", Layout::kLines}, {"paragraphs", Layout::kParagraphs}};
 
 // Which files of folders; the selection must outlive the verb.
 inline void add_selection_options(CLI::App* verb, FileSelection& selection) {
@@ -25,12 +22,8 @@ inline void add_selection_options(CLI::App* verb, FileSelection& selection) {
 
 // The options must outlive the verb. The files themselves are the verb's own.
 inline void add_job_options(CLI::App* verb, JobOptions& options) {
-  add_choice(*verb, "--layout", options.layout, "auto, lines or paragraphs: where a statement ends",
-             kLayoutChoices);
-  verb->add_option("--code-page", options.input.code_page,
-                   "The files are 8-bit text in this code page instead of UTF-8");
-  verb->add_option("--stdin-filename", options.input.stdin_name, "What standard input is called")
-      ->capture_default_str();
+  add_layout_option(*verb, options.layout);
+  add_input_options(*verb, options.input, "Files are");
   add_selection_options(verb, options.selection);
 }
 

@@ -34,7 +34,7 @@ inline const Choices<Spelling> kSpellings = {
 
 struct ReadOptions {
   std::optional<uint32_t> code_page;
-  std::string stdin_name = "stdin";
+  std::string stdin_name = InputOptions().stdin_name;
   bool quiet = false;
 
   InputOptions input() const {
@@ -42,11 +42,10 @@ struct ReadOptions {
   }
 };
 
-// what: is 8-bit text; quiet: what -q leaves out. The options must outlive the verb.
-inline void add_read_options(CLI::App& verb, ReadOptions& options, const std::string& what,
-                             const std::string& quiet) {
-  verb.add_option("--code-page", options.code_page,
-                  what + " 8-bit text in this code page instead of UTF-8")
+// what: is 8-bit text. The values must outlive the verb.
+inline void add_input_options(CLI::App& verb, std::optional<uint32_t>& code_page,
+                              std::string& stdin_name, const std::string& what) {
+  verb.add_option("--code-page", code_page, what + " 8-bit text in this code page instead of UTF-8")
       ->type_name("N")
       ->check([](const std::string& number) -> std::string {
         if (!number.empty() && number.size() <= 9 &&
@@ -56,8 +55,17 @@ inline void add_read_options(CLI::App& verb, ReadOptions& options, const std::st
         }
         return "no code page is called " + number;
       });
-  verb.add_option("--stdin-filename", options.stdin_name, "What messages call standard input")
+  verb.add_option("--stdin-filename", stdin_name, "What messages call standard input")
       ->type_name("NAME");
+}
+inline void add_input_options(CLI::App& verb, InputOptions& options, const std::string& what) {
+  add_input_options(verb, options.code_page, options.stdin_name, what);
+}
+
+// quiet: what -q leaves out.
+inline void add_read_options(CLI::App& verb, ReadOptions& options, const std::string& what,
+                             const std::string& quiet) {
+  add_input_options(verb, options.code_page, options.stdin_name, what);
   verb.add_flag("-q,--quiet", options.quiet, quiet);
 }
 

@@ -2,6 +2,8 @@
 // `tavo complete-statement` about statements, so that they know what the installed library knows.
 #include <fmt/format.h>
 
+#include <sstream>
+
 #include "language/language.h"
 #include "reading/file_writer.h"
 #include "statement/complete.h"
@@ -10,6 +12,8 @@
 
 namespace tavo::cli {
 namespace {
+
+const Choices<std::string> kShells = {{"bash", "bash"}, {"zsh", "zsh"}, {"fish", "fish"}};
 
 // An option whose values are names from a list.
 struct ChoiceOption {
@@ -24,23 +28,20 @@ struct Verb {
   std::vector<ChoiceOption> choices;
 };
 
-template <typename T>
-ChoiceOption choice(const std::string& flag, const Choices<T>& choices) {
-  ChoiceOption option{flag, {}};
-  for (const auto& [name, stands_for] : choices) option.names.push_back(name);
-  return option;
+// The options whose values are names from a list, which their validator is named for.
+std::vector<ChoiceOption> choices_of(CLI::App& app) {
+  std::vector<ChoiceOption> choices;
+  for (CLI::Option* option : app.get_options()) {
+    if (option->get_lnames().empty() || option->get_type_name() != kChoiceType) continue;
+    std::istringstream names(option->get_validator(0)->get_name());
+    ChoiceOption& choice = choices.emplace_back();
+    choice.flag = "--" + option->get_lnames().front();
+    for (std::string name; names >> name;) choice.names.push_back(name);
+  }
+  return choices;
 }
 
-std::vector<ChoiceOption> choices_of(const std::string& verb) {
-  if (verb == "parse" || verb == "tokens") return {choice("--format", kShowFormats)};
-  if (verb == "check") return {choice("--format", kCheckFormats), choice("--layout", kLayouts)};
-  if (verb == "config") return {{"--format", {"text", "json"}}};
-  if (verb == "fmt") return {choice("--spelling", kSpellings), choice("--layout", kLayouts)};
-  if (verb == "explain") return {{"--format", {"text", "markdown", "json"}}};
-  return {};
-}
-
-std::vector<std::string> flags_of(const CLI::App& app) {
+std::vector<std::string> flags_of(CLI::App& app) {
   std::vector<std::string> flags;
   for (const CLI::Option* option : app.get_options()) {
     for (const std::string& name : option->get_lnames()) flags.push_back("--" + name);
@@ -48,14 +49,14 @@ std::vector<std::string> flags_of(const CLI::App& app) {
   return flags;
 }
 
-std::vector<Verb> verbs_of(const CLI::App& app) {
+std::vector<Verb> verbs_of(CLI::App& app) {
   const std::vector<std::string> common = flags_of(app);
   std::vector<Verb> verbs;
-  for (const CLI::App* verb : app.get_subcommands({})) {
+  for (CLI::App* verb : app.get_subcommands({})) {
     if (verb->get_group().empty()) continue;  // hidden
-    Verb& read = verbs.emplace_back(Verb{verb->get_name(), verb->get_description(), flags_of(*verb),
-                                         choices_of(verb->get_name())});
-    read.choices.push_back(choice("--color", kColorChoices));
+    Verb& read = verbs.emplace_back(
+        Verb{verb->get_name(), verb->get_description(), flags_of(*verb), choices_of(*verb)});
+    for (ChoiceOption& choice : choices_of(app)) read.choices.push_back(std::move(choice));
     for (const std::string& flag : common) {
       if (flag != "--version" && flag != "--help") read.flags.push_back(flag);
     }
@@ -263,7 +264,7 @@ std::string described_verbs(const std::string& shell, const std::vector<Verb>& v
   return lines;
 }
 
-std::string script(const std::string& shell, const CLI::App& app) {
+std::string script(const std::string& shell, CLI::App& app) {
   const std::vector<Verb> verbs = verbs_of(app);
   std::string text(shell == "bash" ? kBash : shell == "zsh" ? kZsh : kFish);
   text = replaced(text, "@VERBS@", join(names_of(verbs), " "));
@@ -296,9 +297,7 @@ void add_completion(CLI::App& app, Output& output, int* status) {
   };
   auto options = std::make_shared<Options>();
   CLI::App* verb = app.add_subcommand("completion", "Write a completion script for a shell");
-  verb->add_option("shell", options->shell, "bash, zsh or fish")
-      ->required()
-      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+  add_choice(*verb, "shell", options->shell, names_of(kShells), kShells)->required();
   verb->add_option("--output", options->output, "Write to this file instead of standard output");
   verb->footer(
       "Completes verbs, options, and statements inside their quotes.\n\n"

@@ -9,14 +9,35 @@
 #include "language/reference.h"
 #include "language/rule_pages.h"
 #include "language/status_table.h"
+#include "verbs/choices.h"
 #include "verbs/verbs.h"
 
 namespace tavo::cli {
 namespace {
 
+enum class ExplainFormat {
+  kText,
+  kMarkdown,
+  kJson,
+  kSvg,
+  kTextMate,
+  kTextMateInjection,
+  kTextMateDoubleInjection,
+  kVim
+};
+const Choices<ExplainFormat> kExplainFormats = {
+    {"text", ExplainFormat::kText},
+    {"markdown", ExplainFormat::kMarkdown},
+    {"json", ExplainFormat::kJson},
+    {"svg", ExplainFormat::kSvg},
+    {"textmate", ExplainFormat::kTextMate},
+    {"textmate-injection", ExplainFormat::kTextMateInjection},
+    {"textmate-double-injection", ExplainFormat::kTextMateDoubleInjection},
+    {"vim", ExplainFormat::kVim}};
+
 struct ExplainOptions {
   std::vector<std::string> names;
-  std::string format = "text";
+  ExplainFormat format = ExplainFormat::kText;
   bool errors = false;
 };
 
@@ -119,23 +140,30 @@ class ExplainRun {
     return kClean;
   }
 
+  // Text for people, which fits the terminal.
+  int tell(const std::string& text) {
+    constexpr size_t kUsual = 80, kLeast = 40;
+    const size_t columns = output_.answer().columns();
+    return show(in_width(text, columns == 0 ? kUsual : std::max(columns, kLeast)));
+  }
+
   int one(const std::string& given) {
     // Reports for machines call errors TAVO7139.
     const bool rule = upper(given.substr(0, 4)) == "TAVO" && is_number(given.substr(4));
     const std::string name = rule ? given.substr(4) : given;
     if (is_number(name)) {
       const std::string text = explain_.number(static_cast<uint32_t>(std::stoul(name)));
-      if (!text.empty()) return show(text);
+      if (!text.empty()) return tell(text);
       return unknown_number(static_cast<uint32_t>(std::stoul(name)));
     }
-    if (const RulePage* page = find_rule_page(name)) return show(rule_page_text(*page));
+    if (const RulePage* page = find_rule_page(name)) return tell(rule_page_text(*page));
     const Statement* statement = find_statement(name);
     const std::vector<const Statement*> owners = statements_with(name);
     // A name may be both: the provider HASH, the trace level.
     if (statement != nullptr && (statement->takes_options() || owners.empty())) {
-      return show(explain_.statement(*statement));
+      return tell(explain_.statement(*statement));
     }
-    if (!owners.empty()) return show(explain_.option_everywhere(owners, name));
+    if (!owners.empty()) return tell(explain_.option_everywhere(owners, name));
     std::vector<std::string> known = everything();
     for (const RulePage& page : rule_pages()) known.emplace_back(page.name);
     return unknown("provider, option, rule or error", name, known);
@@ -156,13 +184,13 @@ class ExplainRun {
       return unknown(fmt::format("option of {}", title(*statement)), given[1],
                      all_spellings(statement->options));
     }
-    if (given.size() == 2) return show(explain_.option(*statement, *option, nullptr));
+    if (given.size() == 2) return tell(explain_.option(*statement, *option, nullptr));
     const Option* parameter = find_option(option->parameters, given[2]);
     if (parameter == nullptr) {
       return unknown(fmt::format("parameter of {}", long_spelling(*option)), given[2],
                      all_spellings(option->parameters));
     }
-    return show(explain_.option(*statement, *parameter, option));
+    return tell(explain_.option(*statement, *parameter, option));
   }
 
   int diagram(const std::vector<std::string>& given) {
@@ -177,23 +205,24 @@ class ExplainRun {
 
   int run(const ExplainOptions& options) {
     const bool all = options.names.empty();
-    if (options.format == "svg") return diagram(options.names);
-    if (options.format != "text" && !all) {
+    if (options.format == ExplainFormat::kSvg) return diagram(options.names);
+    if (options.format != ExplainFormat::kText && !all) {
       output_.complain("explain: only --format text and svg are for a part of the language");
       return kCouldNotRun;
     }
     if (options.errors) {
-      if (options.format == "markdown") return show(error_reference());
-      for (const StatusInfo& status : status_table()) show(explain_.number(status.number));
+      if (options.format == ExplainFormat::kMarkdown) return show(error_reference());
+      for (const StatusInfo& status : status_table()) tell(explain_.number(status.number));
       return kClean;
     }
-    if (options.format == "markdown") return show(language_reference());
-    if (options.format == "json") return show(language_json());
-    if (options.format == "textmate") return show(textmate_grammar());
-    if (options.format == "textmate-injection") return show(textmate_injection());
-    if (options.format == "textmate-double-injection") return show(textmate_double_injection());
-    if (options.format == "vim") return show(vim_syntax());
-    return all ? show(explain_.all()) : by_names(options.names);
+    if (options.format == ExplainFormat::kMarkdown) return show(language_reference());
+    if (options.format == ExplainFormat::kJson) return show(language_json());
+    if (options.format == ExplainFormat::kTextMate) return show(textmate_grammar());
+    if (options.format == ExplainFormat::kTextMateInjection) return show(textmate_injection());
+    if (options.format == ExplainFormat::kTextMateDoubleInjection)
+      return show(textmate_double_injection());
+    if (options.format == ExplainFormat::kVim) return show(vim_syntax());
+    return all ? tell(explain_.all()) : by_names(options.names);
   }
 
  private:
@@ -210,12 +239,7 @@ void add_explain(CLI::App& app, Output& output, int* status) {
                    "PROVIDER, PROVIDER OPTION, PROVIDER FLDDEF PARAMETER, OPTION, RULE, or NUMBER")
       ->expected(0, 3);
   verb->add_flag("--errors", options->errors, "Every error number of the library");
-  verb->add_option("--format", options->format,
-                   "text, markdown, json, svg, textmate, textmate-injection, "
-                   "textmate-double-injection or vim")
-      ->check(CLI::IsMember({"text", "markdown", "json", "svg", "textmate", "textmate-injection",
-                             "textmate-double-injection", "vim"}))
-      ->capture_default_str();
+  add_choice(*verb, "--format", options->format, names_of(kExplainFormats), kExplainFormats);
   verb->footer(
       "Examples:\n"
       "  tavo explain\n"
