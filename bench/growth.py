@@ -41,6 +41,10 @@ VERBS = {
     "tokens": ["tokens"],
     "parse": ["parse"],
     "fmt --diff": ["fmt", "--diff"],
+    "check --fix --diff": ["check", "-q", "--fix", "--diff"],
+    "list": ["list"],
+    "grep": ["grep", "!XYZ"],
+    "diff": ["diff", "PRO=EML"],
 }
 
 

@@ -53,6 +53,19 @@ with tempfile.TemporaryDirectory() as folder:
     with open(good, "w", encoding="utf-8") as file:
         file.write("pro=HASH, DSTFLD=X\n")
     written.append(["fmt", "-f", good])
+    wrong = os.path.join(folder, "wrong.txt")
+    with open(wrong, "w", encoding="utf-8") as file:
+        file.write("PRO=HASH,, DSTFLD=X\n")
+    written += [["list", good], ["list", "--format", "jsonl", good], ["list", "--format", "csv", good],
+                ["list", "--format", "tsv", good], ["list", "--stats", good],
+                ["list", "--stats", "--format", "jsonl", good], ["grep", "PRO=HASH", good],
+                ["grep", "-c", "PRO=HASH", good], ["grep", "-l", "PRO=HASH", good],
+                ["grep", "--format", "jsonl", "PRO=HASH", good], ["diff", good, wrong],
+                ["diff", "--format", "json", good, good], ["diff", "--textconv", good],
+                ["check", "-q", "--fix", "--diff", wrong], ["config", good],
+                ["config", "--format", "json", good], ["help", "check"]]
+    for form in ("github", "gitlab", "junit", "checkstyle"):
+        written.append(["check", "--format", form, wrong])
     for arguments in written:
         if arguments[:3] == ["fmt", "--check", "-f"]:
             arguments = arguments[:3] + [good]
@@ -74,7 +87,8 @@ with tempfile.TemporaryDirectory() as folder:
         expect(done.returncode == 2, "standard error cannot be written", done)
 
     # Input that cannot be read.
-    for verb in (["check"], ["parse"], ["tokens"], ["fmt"], ["fmt", "-w", "-f"]):
+    for verb in (["check"], ["parse"], ["tokens"], ["fmt"], ["fmt", "-w", "-f"], ["list"],
+                 ["grep", "PRO"], ["diff", good]):
         arguments = verb + ["-"]
         with_folder = os.open(folder, os.O_RDONLY)
         done = run(arguments, stdin=with_folder, stdout=subprocess.PIPE)
@@ -98,7 +112,8 @@ with tempfile.TemporaryDirectory() as folder:
     with open(path, "w", encoding="utf-8") as file:
         file.write("PRO=HASH, ALG=SHA256\n" * 3000)
     for arguments in (["check", path], ["check", "--format", "json", path], ["fmt", "-f", good],
-                      ["parse", STATEMENT], ["explain", "--format", "json"], ["--help"]):
+                      ["parse", STATEMENT], ["explain", "--format", "json"], ["--help"],
+                      ["list", good], ["grep", "PRO=HASH", good], ["diff", good, wrong]):
         read_end, write_end = os.pipe()
         os.close(read_end)
         done = run(arguments, stdout=write_end)

@@ -56,11 +56,37 @@ with tempfile.TemporaryDirectory() as folder:
                       ["parse", "--format", "json", "PRO=HASH"], ["tokens", "--format", "tsv", "PRO=X"]):
         expect(tavo(*arguments, TAVO_LANG="de") == tavo(*arguments), arguments, "is not English")
 
+    with open("d.txt", "w", encoding="utf-8") as file:
+        file.write("PRO=HASH\n")
+
     # Every id of a report is among its rules.
     with open("c.txt", "wb") as file:
-        file.write(b'PRO=HSH\nPRO=HASH, DSTFLD="\xe9"\nPRO=HASH, DSTFLD=X y\n')
+        file.write(b'PRO=HSH\nPRO=HASH, DSTFLD="\xe9"\nPRO=HASH, DSTFLD=X y\nPRO=CCN, TRCLEVEL="LOUD"\n')
     run = json.loads(tavo("check", "--format", "sarif", "c.txt")[1])["runs"][0]
     rules = {rule["id"] for rule in run["tool"]["driver"]["rules"]}
     expect({result["ruleId"] for result in run["results"]} <= rules, rules)
+    expect("trace-level" in {result["ruleId"] for result in run["results"]}, run["results"])
+    report = json.loads(tavo("check", "--format", "json", "c.txt")[1])
+    expect(8021 in {finding["number"] for finding in report["findings"]}, report["findings"])
+    expect("trace level" in tavo("explain", "TAVO8021")[1], "the platform's number is explained")
+
+    # An unknown code page is one usage error, in every verb that reads text.
+    for arguments in (["parse", "x"], ["tokens", "x"], ["check", "a.txt"], ["fmt", "a.txt"], ["list", "a.txt"],
+                      ["grep", "PRO", "a.txt"], ["diff", "a.txt", "a.txt"]):
+        for page in ("12345", "0x", "-1", "99999999999999999999", ""):
+            status, out, err = tavo(arguments[0], "--code-page=" + page, *arguments[1:])
+            expect((status, out) == (2, "") and err.count("--code-page") == 1, arguments, page, err)
+        expect(tavo(arguments[0], "--code-page=850", *arguments[1:])[2].count("code-page") == 0, arguments)
+
+    # The tool's own words are English in every language; TAVO_LANG is for texts of the catalogue.
+    german = tavo("check", "d.txt", TAVO_LANG="de")[1]
+    expect("1 file, 1 statement: " in german and "rule-violated: Der " in german, german)
+    expect("did you mean ALG" in tavo("check", "a.txt", TAVO_LANG="de")[1], "a finding is English")
+
+    # Explanations fit 80 columns where nobody says how wide it is.
+    for words in ([], ["AFF"], ["NID"], ["EML", "DOM"], ["FLDDEF"], ["NID", "FMT"], ["unknown-option"], ["7139"], ["--errors"]):
+        lines = tavo("explain", *words)[1].split("\n")
+        long = [line for line in lines if len(line) > 80 and " " in line.strip()]
+        expect(len(lines) > 3 and not long, words, long)
 
 sys.exit(1 if failures else 0)

@@ -3,15 +3,20 @@
 
 A block fenced as `console` holds commands after "$ " and, below each, everything that the command
 prints, standard output and standard error together. `./dev run` and `./dev tavo` stand for the
-program of the build that is being tested. With --write the blocks are filled in instead.
+program of the build that is being tested. Each runs in a fresh folder with the files of
+example_files.py. With --write the blocks are filled in instead.
 
 usage: readme_test.py --tavo PROGRAM [--write] PAGE...
 """
 import argparse
+import os
 import pathlib
 import re
 import subprocess
 import sys
+import tempfile
+
+import example_files
 
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.M | re.S)
 
@@ -21,8 +26,10 @@ def run(command: str, tavo: str) -> str:
     actual = re.sub(r"^(\./dev tavo|tavo)\b", tavo, actual)
     if actual == command:
         raise SystemExit(f"a command block may only call the program itself: {command}")
-    result = subprocess.run(["bash", "-c", actual], stdout=subprocess.PIPE,
-                            stderr=subprocess.STDOUT, text=True, timeout=60, check=False)
+    with tempfile.TemporaryDirectory() as folder:
+        example_files.make(folder)
+        result = subprocess.run(["bash", "-c", actual], stdout=subprocess.PIPE, cwd=folder,
+                                stderr=subprocess.STDOUT, text=True, timeout=60, check=False)
     return result.stdout
 
 
@@ -42,7 +49,7 @@ def expected_of(block: str):
 
 def main() -> int:
     parser = argparse.ArgumentParser()
-    parser.add_argument("--tavo", required=True)
+    parser.add_argument("--tavo", required=True, type=os.path.abspath)
     parser.add_argument("--write", action="store_true")
     parser.add_argument("pages", nargs="+", type=pathlib.Path)
     arguments = parser.parse_args()

@@ -126,9 +126,13 @@ Units beginning_of_word(Units text) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' ||
            c == '.' || c == ':' || c == '_' || c > 0x7F;
   };
-  if (text.empty() || !is_part(text.front())) return text;
+  const bool named = !text.empty() && (text.front() == '@' || text.front() == '#');
+  if (text.empty() || (!named && !is_part(text.front())))
+    return text.first(std::min<size_t>(1, text.size()));
+  constexpr size_t kEnough = 64;  // more than a message shows
+  const size_t most = std::min(text.size(), kEnough);
   size_t size = 1;
-  while (size < text.size() && is_part(text[size])) ++size;
+  while (size < most && is_part(text[size])) ++size;
   return text.first(size);
 }
 

@@ -253,6 +253,7 @@ void CheckJob::tell(const CheckedFile& file, size_t first_line, const StatementT
 // A fix can make room for another one: a few rounds, then what is left is told.
 void CheckJob::fix(const CheckedFile& file, FoundStatement& found) {
   FileStatement statement = found.lines;
+  const StatementText before(statement.bytes, std::nullopt);
   std::string raw = statement.raw;
   for (FixRound& round : rounds_) {
     const std::vector<FileEdit> edits = edits_of(found.verdict.findings, options_.fix, 1);
@@ -264,7 +265,7 @@ void CheckJob::fix(const CheckedFile& file, FoundStatement& found) {
       edit.end_line += statement.first_line - 1;
       round.push_back(std::move(edit));
     }
-    found.verdict = run_->check_again(file, statement);
+    found.verdict = run_->check_again(file, statement, before);
   }
   fixed_[statement.first_line] = std::move(raw);
 }

@@ -97,10 +97,11 @@ void CheckRun::add_input(Input& input, const CheckedFile& file) {
   work_.finish();
 }
 
-StatementVerdict CheckRun::check_again(const CheckedFile& file, const FileStatement& statement) {
+StatementVerdict CheckRun::check_again(const CheckedFile& file, const FileStatement& statement,
+                                       const StatementText& before) {
   const std::unique_lock alone(tracing_);
   CheckRules rules = rules_of(file, std::nullopt);
-  rules.was_wrong = true;
+  rules.before = &before;
   return check_statement(statement, rules);
 }
 

@@ -61,8 +61,9 @@ class CheckRun {
   void add_input(Input& input, const CheckedFile& file);
   // What holds for a file. Throws ConfigurationError.
   CheckedFile file_of(const std::string& file);
-  // A verdict for a statement that was changed.
-  StatementVerdict check_again(const CheckedFile& file, const FileStatement& statement);
+  // A verdict for a statement that was changed. before: what it was, not parsed.
+  StatementVerdict check_again(const CheckedFile& file, const FileStatement& statement,
+                               const StatementText& before);
   // Until everything is handed over.
   void finish();
 

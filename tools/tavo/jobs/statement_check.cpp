@@ -36,7 +36,7 @@ class Check {
     }
     auto text = std::make_unique<StatementText>(statement_.bytes, rules_.code_page);
     const ParseResult result = text->parse();
-    if (rules_.was_wrong) text->hide_as_wrong();
+    if (rules_.before != nullptr) text->hide_as(*rules_.before);
     bool hid_error = false;
     std::vector<Finding> findings = find_all(*text, result, rules_.show_secrets);
     if (result) add_house_findings(*text, result, findings);

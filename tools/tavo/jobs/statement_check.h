@@ -32,7 +32,7 @@ struct CheckRules {
   const Configuration& configuration;
   std::optional<uint32_t> code_page;
   bool show_secrets = false;
-  bool was_wrong = false;  // before fixes: what was hidden then stays so
+  const StatementText* before = nullptr;  // fixes: what was hidden then stays so
 };
 
 // Without memory for it, the verdict says so, and the next one can be checked all the same.

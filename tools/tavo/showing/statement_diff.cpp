@@ -89,6 +89,10 @@ class MaskedPart {
   ParseResult parse() {
     return statement_.parse();
   }
+  // Hides what was hidden there.
+  void hide_as(const MaskedPart& before) {
+    statement_.hide_as(before.statement_);
+  }
   std::string shown() {
     for (const Range& secret : statement_.secrets()) hidden_.push_back(secret);
     if (hidden_.empty()) return bytes_;
@@ -111,7 +115,9 @@ ChangedPart masked_part(const ChangedPart& part, std::optional<uint32_t> code_pa
     const ParseResult stored = before.parse();
     if (stored && stores_the_same(stored, after.parse())) return {before.shown(), after.shown()};
   }
-  return {MaskedPart(part.before, code_page).shown(), MaskedPart(part.after, code_page).shown()};
+  MaskedPart before(part.before, code_page), after(part.after, code_page);
+  after.hide_as(before);
+  return {before.shown(), after.shown()};
 }
 
 // Parts as they are shown, and which of them are not, though they are near a change.

@@ -5,6 +5,7 @@
 #include "language/language.h"
 #include "redaction/known_options.h"
 #include "redaction/redact.h"
+#include "redaction/redact_lexer.h"
 #include "statement/syntax.h"
 
 namespace tavo::cli {
@@ -126,6 +127,31 @@ std::vector<Range> find_secrets(const StatementText& statement, bool accepted) {
   std::vector<Range> secrets;
   add_hidden(secrets, statement.text(), 0, redaction::TextKind::kStatement);
   return secrets;
+}
+
+std::vector<Range> find_secrets_since(const StatementText& before, const StatementText& statement) {
+  constexpr size_t kShortest = 2, kMostSteps = 1 << 24;
+  std::wstring hidden;
+  for (const Range& range : before.secrets()) {
+    hidden += before.text().substr(range.begin, range.end - range.begin) + L'\n';
+  }
+  std::vector<Range> secrets = find_secrets(statement, false);
+  const std::wstring& text = statement.text();
+  if (hidden.size() * text.size() > kMostSteps) return {{0, text.size()}};
+  const auto is_part = [](wchar_t c) { return redaction::is_word_character(c) || c > 0x7F; };
+  for (size_t begin = 0; begin < text.size();) {
+    size_t end = begin;
+    while (end < text.size() && is_part(text[end])) ++end;
+    const std::wstring_view word = std::wstring_view(text).substr(begin, end - begin);
+    const bool is_key =
+        end < text.size() && text[end] == L'=' &&
+        (redaction::find_known_option(word) != nullptr || redaction::is_secret_option(word));
+    if (word.size() >= kShortest && !is_key && hidden.find(word) != hidden.npos) {
+      secrets.push_back({begin, end});
+    }
+    begin = end + 1;
+  }
+  return joined(std::move(secrets));
 }
 
 bool is_secret(const Pair& pair) {

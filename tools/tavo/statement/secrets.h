@@ -18,6 +18,10 @@ inline constexpr std::wstring_view kMask = L"***";
 // Ordered ranges that neither overlap nor touch.
 std::vector<Range> find_secrets(const StatementText& statement, bool accepted);
 
+// Of a statement that was changed: as in a wrong one, and every word that was hidden before, though
+// it may stand in another option now.
+std::vector<Range> find_secrets_since(const StatementText& before, const StatementText& statement);
+
 // Whether the value of a stored pair is one.
 bool is_secret(const Pair& pair);
 

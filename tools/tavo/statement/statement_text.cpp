@@ -66,6 +66,10 @@ StatementText::StatementText(std::string bytes, std::optional<uint32_t> code_pag
   tokens_ = read_tokens(text_);
 }
 
+void StatementText::hide_as(const StatementText& before) const {
+  secrets_ = find_secrets_since(before, *this);
+}
+
 ParseResult StatementText::parse() const {
   // A trace level is the statement's wish for the process that masks, not for this one. Only the
   // service tells what the platform says of it; the statement that only sets the level goes back to

@@ -26,11 +26,8 @@ class StatementText {
   // Remembers whether the statement was accepted: secrets() shows more of one that was.
   ParseResult parse() const;
 
-  // Takes back that it was accepted, as far as secrets() is concerned.
-  void hide_as_wrong() const {
-    accepted_ = false;
-    secrets_.reset();
-  }
+  // What was hidden of it before a change stays so, whatever parse() says.
+  void hide_as(const StatementText& before) const;
 
   // As it was given.
   const std::string& bytes() const {
