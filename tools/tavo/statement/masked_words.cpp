@@ -66,19 +66,7 @@ void each_run(std::wstring_view text, Belongs belongs, Found found) {
   }
 }
 
-// The library cuts what it quotes: only the beginning of a word may stand before "...".
-void mask_cut_word(std::wstring& message, std::wstring_view secret) {
-  const size_t end = message.find(L"...");
-  if (end == message.npos) return;
-  size_t begin = end;
-  while (begin > 0 && is_alphanumeric(message[begin - 1])) --begin;
-  const std::wstring_view word = std::wstring_view(message).substr(begin, end - begin);
-  if (word.empty() || secret.find(word) == secret.npos) return;
-  message.replace(begin, end - begin, kMask);
-}
-
 void mask_words(std::wstring& message, std::wstring_view secret) {
-  mask_cut_word(message, secret);
   each_run(secret, is_word, [&](std::wstring_view word) { mask_word(message, word); });
   // The library shows some characters of a word as others, so that the whole is not found.
   each_run(secret, is_alphanumeric, [&](std::wstring_view word) {
