@@ -251,7 +251,7 @@ def report_one_call(folder, arguments):
     times |= measure(f"{folder}/bin/tavo_bench", "^threads/read/", 2 * arguments.repetitions,
                      5 * arguments.min_time)
     table = Table()
-    print("| What | Measured | Target | Met |\n|---|---|---|---|")
+    print(Table.HEAD)
     one_call(table, times, counted(folder))
     print(f"\n{table.missed} targets missed")
 
@@ -263,11 +263,16 @@ def main():
     parser.add_argument("--min-time", type=float, default=0.02, help="seconds per repetition")
     parser.add_argument("--save", action="store_true",
                         help="replace bench/results.json and its plots in docs/pictures")
+    parser.add_argument("--only-one-call", action="store_true",
+                        help="only the rows of TAVOParser_ReadInto")
     parser.add_argument("--trace-rounds", type=int, default=41)
     parser.add_argument("--editor", action="store_true",
                         help="measure the language server only, with tavo_editor_bench alone")
     arguments = parser.parse_args()
     folder = os.path.abspath(arguments.build)
+    if arguments.only_one_call:
+        report_one_call(folder, arguments)
+        return
     if arguments.editor:
         print(machine() + "\n")
         print(Table.HEAD)
