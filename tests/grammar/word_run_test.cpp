@@ -1,10 +1,13 @@
-// Reading a word sixteen characters at a time gives the same result as character by character.
+// Reading a word sixteen characters at a time, or from the index of a text's words, gives the same
+// result as character by character.
 #include "Grammar/lexer/word_run.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+
+#include "Grammar/lexer/word_index.h"
 
 namespace {
 
@@ -65,6 +68,47 @@ TEST(WordRun, IsTheSameForEveryCodeUnitAtEveryPlace) {
     text[0] = static_cast<uint16_t>(unit);
     ASSERT_EQ(kReadsInSteps, compare(text)) << unit;
   }
+}
+
+// Compares the index with reading by character, at every place of a text and at its end.
+void compare_index(std::vector<uint16_t> text) {
+  const size_t units = text.size();
+  text.resize(units + tavo::WordIndex::kZeros);
+  // As many bytes as are asked for, so that a sanitizer sees any access beyond them.
+  std::vector<char> memory(tavo::WordIndex::memory_for(units));
+  const tavo::WordIndex index(text.data(), units, memory.data());
+  for (size_t at = 0; at <= units; ++at) {
+    const uint16_t* place = text.data() + at;
+    const WordRun slow = tavo::read_word_by_character(place, text.data() + units);
+    WordRun fast = {};
+    ASSERT_EQ(static_cast<size_t>(slow.stop - place), index.read(place, fast)) << at;
+    if (slow.stop == place) continue;
+    ASSERT_EQ(slow.stop, fast.stop) << at;
+    ASSERT_EQ(slow.head, fast.head) << at;
+    ASSERT_EQ(slow.tail, fast.tail) << at;
+  }
+}
+
+TEST(WordIndex, IsTheSameForEveryLengthAtEveryPlace) {
+  const std::u16string letters = u"aZ09-.:_bYm4xQ7kPwErTyUiOpLkJhGfDsA";
+  for (size_t before = 0; before <= 70; before += 3) {
+    for (size_t length = 0; length <= 200; length += length < 70 ? 1 : 13) {
+      std::vector<uint16_t> text(before, u'=');
+      for (size_t i = 0; i < length; ++i) text.push_back(letters[i % letters.size()]);
+      compare_index(text);
+      text.push_back(u'\xD83D');
+      compare_index(text);
+    }
+  }
+}
+
+TEST(WordIndex, IsTheSameForEveryCodeUnit) {
+  std::vector<uint16_t> text;
+  for (uint32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    text.push_back(static_cast<uint16_t>(unit));
+    text.push_back(u'A');
+  }
+  compare_index(text);
 }
 
 }  // namespace
