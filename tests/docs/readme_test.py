@@ -3,8 +3,8 @@
 
 A block fenced as `console` holds commands after "$ " and, below each, everything that the command
 prints, standard output and standard error together. `./dev run` and `./dev tavo` stand for the
-program of the build that is being tested. Each runs in a fresh folder with the files of
-example_files.py. With --write the blocks are filled in instead.
+program of the build that is being tested. Those of a page run in one folder with the files
+of example_files.py. With --write the blocks are filled in instead.
 
 usage: readme_test.py --tavo PROGRAM [--write] PAGE...
 """
@@ -21,15 +21,13 @@ import example_files
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.M | re.S)
 
 
-def run(command: str, tavo: str) -> str:
+def run(command: str, tavo: str, folder: str) -> str:
     actual = re.sub(r"^\./dev run\b", f"{tavo} parse", command)
     actual = re.sub(r"^(\./dev tavo|tavo)\b", tavo, actual)
     if actual == command:
         raise SystemExit(f"a command block may only call the program itself: {command}")
-    with tempfile.TemporaryDirectory() as folder:
-        example_files.make(folder)
-        result = subprocess.run(["bash", "-c", actual], stdout=subprocess.PIPE, cwd=folder,
-                                stderr=subprocess.STDOUT, text=True, timeout=60, check=False)
+    result = subprocess.run(["bash", "-c", actual], stdout=subprocess.PIPE, cwd=folder,
+                            stderr=subprocess.STDOUT, text=True, timeout=60, check=False)
     return result.stdout
 
 
@@ -62,14 +60,16 @@ def main() -> int:
             body = ""
             for command, expected in expected_of(match.group(1)):
                 commands += 1
-                actual = run(command, arguments.tavo)
+                actual = run(command, arguments.tavo, folder)
                 body += f"$ {command}\n{actual}"
                 if actual != expected and not arguments.write:
                     failures += 1
                     print(f"{page}: $ {command}\n--- expected\n{expected}--- actual\n{actual}")
             return f"```console\n{body}```"
 
-        filled = BLOCK.sub(checked, text)
+        with tempfile.TemporaryDirectory() as folder:
+            example_files.make(folder)
+            filled = BLOCK.sub(checked, text)
         if arguments.write:
             page.write_text(filled, encoding="utf-8")
     print(f"{commands} commands, {failures} failed")
