@@ -41,7 +41,7 @@ uint32_t add_by_key(TAVOBuilder* builder, const char* key, uint32_t key_type, co
   return add(builder, {key, key_type}, value, value_type);
 }
 
-// Decimal digits of a number.
+// A number as decimal digits.
 class NumberText {
  public:
   explicit NumberText(int64_t number) {

@@ -11,8 +11,8 @@
 namespace tavo {
 namespace {
 
-// A keyword as the statement is to have it: its first spelling; one that carries a number, or a key
-// that is data, as it was given.
+// The spelling to write: the keyword's first one. A keyword with a number and a user-defined key
+// are written as the caller gave them.
 std::string_view spelled(uint32_t type, std::string_view given) {
   const TokenInfo token = token_info(type);
   const bool one_word = token.kind == TokenKind::kKeyword && token.spelling_count != 0;
@@ -52,7 +52,7 @@ uint32_t StatementBuilder::refuse(uint32_t status, std::initializer_list<std::st
     std::memcpy(problem_ + used, word.data(), fitting);
     used += fitting;
   }
-  // A name that was cut may not end within a character.
+  // A truncated name must not end within a character.
   if (used == sizeof problem_ - 1) {
     while (used != 0 && (problem_[used - 1] & 0x80) != 0) --used;
   }
@@ -146,7 +146,7 @@ uint32_t StatementBuilder::add_found(const Found& found, const WantedValue& want
   return status;
 }
 
-// PREFIX:KEYWORD before a keyword alone: only a user's own provider has keys with a colon.
+// Try PREFIX:KEYWORD before a plain keyword: only user providers have keys with a colon.
 uint32_t StatementBuilder::add_by_key(std::string_view key, const WantedValue& wanted) {
   const auto option_of = [](std::span<const OptionRule* const> options, const OptionIndex& index,
                             uint32_t type) {
@@ -221,7 +221,7 @@ bool StatementBuilder::is_first_of_prefix(const Added& added) const {
   });
 }
 
-// All parameters under one prefix, in the order of the reference.
+// Writes all parameters under one prefix, in the order of the reference.
 bool StatementBuilder::write_parameters(const Added& first, ByteText& out) const {
   bool whole = out.put(", ") && out.put(prefix_of(first)) && out.put("=(");
   bool is_first = true;
@@ -252,7 +252,7 @@ bool StatementBuilder::write_option(uint32_t option, ByteText& out) const {
   return whole;
 }
 
-// The statement is read before it is handed out: the rules of the provider look at all options.
+// Reads the statement before it is returned: the provider's rules check all options together.
 uint32_t StatementBuilder::check(const ByteText& out) {
   TAVOReadResult* result = nullptr;
   const uint32_t status = TAVOParser_Read(out.begin(), out.count(), nullptr, &result);

@@ -1,4 +1,4 @@
-// A statement in the making: its provider and the options that were added, each written already.
+// A statement under construction: its provider and the added options, already written as text.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace tavo {
 
 class StatementBuilder {
  public:
-  // What an option is called: its key, its key type, or both, which must agree then.
+  // How a caller names an option: by its key, its key type, or both, which must then agree.
   struct Name {
     std::string_view key;
     uint32_t type = 0;
@@ -22,9 +22,9 @@ class StatementBuilder {
 
   uint32_t begin_provider(std::string_view name);
   uint32_t begin_library(std::string_view library);
-  // value_type: or TAVO_BUILD_ANY_TYPE.
+  // value_type: the value type to store, or TAVO_BUILD_ANY_TYPE.
   uint32_t add(const Name& name, std::string_view value, uint32_t value_type);
-  // Writes the statement out. Returns a TAVOBuildStatus.
+  // Appends the statement to `out`. Returns a TAVOBuildStatus.
   uint32_t finish(ByteText& out);
 
   const char* problem() const {
@@ -41,14 +41,14 @@ class StatementBuilder {
  private:
   static constexpr uint32_t kNone = UINT32_MAX;
 
-  // An option that was found by its name, and how it is spelled.
+  // An option found by its name, and its spelling.
   struct Found {
-    uint32_t option;          // index among those of the statement
-    uint32_t parameter;       // index among those of the option, or kNone
+    uint32_t option;          // index among the statement's options
+    uint32_t parameter;       // index among the option's parameters, or kNone
     std::string_view prefix;  // of a parameter: the keyword before its parenthesis
     std::string_view keyword;
   };
-  // One that was added. Places are those of texts_.
+  // An added option. Places are offsets in texts_.
   struct Added {
     uint32_t option;
     uint32_t parameter;
@@ -68,7 +68,7 @@ class StatementBuilder {
   bool write_option(uint32_t option, ByteText& out) const;
   bool write_parameters(const Added& first, ByteText& out) const;
   uint32_t check(const ByteText& out);
-  // Keeps why a call is refused and returns the status.
+  // Records why a call is refused and returns the status.
   uint32_t refuse(uint32_t status, std::initializer_list<std::string_view> words);
   uint32_t refuse_memory();
   std::string_view provider() const;
@@ -82,7 +82,7 @@ class StatementBuilder {
   const StatementRule* statement_ = nullptr;
   ByteText texts_;
   GrowingArray<Added> added_;
-  size_t head_length_ = 0;  // PRO=NAME, at the beginning of texts_
+  size_t head_length_ = 0;  // PRO=NAME, at the start of texts_
   char problem_[256] = {};
   uint32_t problem_number_ = 0;
 };

@@ -1,4 +1,4 @@
-// Text that grows, in memory that can be refused.
+// Growing text whose allocations may fail without an exception.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace tavo {
 
-// An array of plain objects. A refusal leaves it as it was.
+// An array of plain objects. A failed allocation leaves it unchanged.
 template <typename Object>
 class GrowingArray {
  public:

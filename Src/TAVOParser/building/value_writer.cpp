@@ -12,7 +12,7 @@
 namespace tavo {
 namespace {
 
-// A text as the scanner wants it.
+// Text in the form that the scanner reads.
 class ScannerText {
  public:
   ScannerText() = default;
@@ -30,7 +30,7 @@ class ScannerText {
     text_ = tavo::convert({utf8.data(), utf8.size(), TAVO_TEXT_UTF8}, false, units_, wide_);
     return text_.is_valid ? Written::kYes : Written::kNoUtf8;
   }
-  // The type of the token that the whole text is, or 0.
+  // The token type of the whole text, or 0 unless it is exactly one token.
   uint32_t token_type() const {
     if (text_.unit_count == 0) return 0;
     const uint16_t* end = units_ + text_.unit_count;
@@ -46,13 +46,13 @@ class ScannerText {
   ConvertedText text_;
 };
 
-// A token as take_as_string wants it.
+// The part of a token that take_as_string uses.
 struct TypedToken {
   uint32_t type;
 };
 
-// Whether the option stores what is wanted for a token of this type; the token is the text itself,
-// or a quoted string around it.
+// Whether the option stores the wanted types for a token of this type. quoted: the token is a
+// quoted string around the text, else the text itself.
 bool stores(const OptionRule& option, const WantedValue& wanted, uint32_t type, bool quoted,
             uint32_t* stored_key_type) {
   TypedToken token = {type};
@@ -71,7 +71,7 @@ bool stores(const OptionRule& option, const WantedValue& wanted, uint32_t type, 
   const bool wanted_types =
       (wanted.value_type == TAVO_BUILD_ANY_TYPE || wanted.value_type == value_type) &&
       (wanted.key_type == 0 || wanted.key_type == key_type);
-  // The quotes are to go exactly when they were put there.
+  // The reader must remove the quotes if and only if the writer adds them.
   return wanted_types && is_quoted(value_type) == quoted;
 }
 

@@ -1,4 +1,4 @@
-// How a value is written so that an option accepts it and a reader gets it back.
+// Writes a value so that an option accepts it and a reader gets the same value back.
 #pragma once
 
 #include <cstdint>
@@ -9,17 +9,17 @@
 
 namespace tavo {
 
-// What a value is to be: its text, and the value type that is to be stored or TAVO_BUILD_ANY_TYPE.
+// A value to write: its text, and the value type to store or TAVO_BUILD_ANY_TYPE.
 struct WantedValue {
   std::string_view text;  // UTF-8
   uint32_t value_type;
-  uint32_t key_type;  // the key type that is to be stored, or 0 for any
+  uint32_t key_type;  // the key type to store, or 0 for any
 };
 
 enum class Written : uint8_t { kYes, kNotAccepted, kNoUtf8, kNoMemory };
 
-// Appends the value to a text: as it is if it can stand so, else as a quoted string.
-// stored_key_type: out, the key type that the option is stored with.
+// Appends the value to `out`: unchanged if the option accepts it that way, else as a quoted string.
+// stored_key_type: receives the key type under which the option is stored.
 Written write_value(const OptionRule& option, const WantedValue& wanted, ByteText& out,
                     uint32_t* stored_key_type);
 

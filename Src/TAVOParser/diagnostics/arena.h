@@ -1,5 +1,5 @@
-// Memory for one diagnosis: asked for in chunks, given back all at once. A statement of ordinary
-// size needs none beyond what lies inside the objects.
+// Memory for one diagnosis: allocated in chunks, freed all at once. A statement of ordinary size
+// fits into the space inside the objects.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,7 @@ class Arena {
     }
   }
 
-  // A value-initialized array; null when memory is refused, which refused() remembers.
+  // A value-initialized array; null if the allocation fails, which refused() then reports.
   template <typename Element>
   Element* make(size_t count = 1) {
     static_assert(std::is_trivially_destructible_v<Element>);
@@ -70,7 +70,7 @@ class Arena {
   bool refused_ = false;
 };
 
-// A list that grows; its first elements lie inside the object.
+// A list that grows; the object itself holds the first elements.
 template <typename Element, size_t kInside>
 class GrowingList {
  public:
@@ -83,7 +83,7 @@ class GrowingList {
     if (elements_ != inside_) std::free(elements_);
   }
 
-  // Returns false when memory is refused; the list stays as it is.
+  // Returns false if the allocation fails; the list is then unchanged.
   bool add(const Element& element) {
     if (count_ == room_ && !grow()) return false;
     elements_[count_++] = element;

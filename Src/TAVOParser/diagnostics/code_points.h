@@ -1,4 +1,4 @@
-// Characters that cannot stand outside quotes, and what their writer most likely meant.
+// Characters that are not allowed outside quotes, and what their writer most likely intended.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 namespace tavo::diagnostics {
 
 enum class Lookalike : uint8_t {
-  kNone,         // a letter or symbol: it has to be quoted
+  kNone,         // a letter or symbol: it needs quotes
   kBlank,        // looks like a blank
   kInvisible,    // has no width
   kDoubleQuote,  // a typographic double quote
@@ -17,7 +17,7 @@ enum class Lookalike : uint8_t {
 Lookalike lookalike_of(uint32_t character);
 // The ASCII sign that a character of kind kSign looks like.
 char sign_of(uint32_t character);
-// A name for people, such as "no-break space", or null.
+// A name for messages, such as "no-break space", or null.
 const char* name_of_character(uint32_t character);
 
 }  // namespace tavo::diagnostics

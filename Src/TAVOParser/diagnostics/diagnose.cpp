@@ -1,4 +1,4 @@
-// The exported functions: findings become records for a visitor.
+// The exported functions: they hand the findings to a visitor as records.
 #include "TAVODiagnostics.h"
 
 #include <algorithm>
@@ -15,10 +15,10 @@ namespace {
 
 static_assert(Source::kZeros <= Utf16Text::kZeros);
 
-// Offsets in characters for offsets in units. Most texts have no surrogate pairs.
+// Converts offsets in units to offsets in characters. Most texts have no surrogate pairs.
 class CharacterOffsets {
  public:
-  // Returns false when memory is refused.
+  // Returns false if an allocation fails.
   bool open(const Source& source) {
     for (uint32_t i = 0; i + 1 < source.count; ++i) {
       if (!is_high_surrogate(source.units[i]) || !is_low_surrogate(source.units[i + 1])) continue;
@@ -36,7 +36,7 @@ class CharacterOffsets {
   GrowingList<uint32_t, 16> pairs_;
 };
 
-// One finding while it is visited.
+// The records of the finding that is being visited.
 class Visited {
  public:
   Visited(const Source& source, const CharacterOffsets& offsets)

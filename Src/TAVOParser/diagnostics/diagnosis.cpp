@@ -17,7 +17,7 @@ bool Diagnosis::find() {
   return true;
 }
 
-// The order of place; of two at one place the one found first.
+// Orders by place; findings at the same place stay in the order in which they were found.
 void Diagnosis::sort() {
   std::sort(findings_.begin(), findings_.end(), [](const Finding* a, const Finding* b) {
     return a->place.begin != b->place.begin ? a->place.begin < b->place.begin : a->order < b->order;
@@ -30,7 +30,7 @@ size_t Diagnosis::count_errors() {
       [](const Finding* finding) { return finding->severity == TAVO_SEVERITY_ERROR; }));
 }
 
-// Fixes that would leave more errors than there are now are not safe.
+// Fixes that would leave more errors than the statement has now are not safe.
 bool Diagnosis::prove_safe_fixes() {
   if (!has_safe_fixes(findings_)) return true;
   size_t errors_after = 0;
@@ -46,7 +46,7 @@ bool Diagnosis::prove_safe_fixes() {
   return true;
 }
 
-// ---- of a rejected statement -------------------------------------------------------------------
+// ---- a rejected statement ----------------------------------------------------------------------
 
 bool Diagnosis::find_errors(const Verdict& verdict) {
   read_repaired(source_, findings_, tokens_);
@@ -59,7 +59,7 @@ bool Diagnosis::find_errors(const Verdict& verdict) {
   return true;
 }
 
-// The place after the last option, where one more can be added.
+// The place after the last option, where another one can be added.
 Span Diagnosis::end_of_statement() const {
   uint32_t end = 0;
   for (const Token& token : tokens_) {
@@ -106,18 +106,18 @@ bool Diagnosis::tell_rules(const Verdict& verdict, const Walker& walker, bool am
   return true;
 }
 
-// ---- the one that is recorded ------------------------------------------------------------------
+// ---- the finding that Parser_Service records ---------------------------------------------------
 
 namespace {
 
-// Where the parser stops because of a finding by itself.
+// Where the parser would stop if this finding were the only one.
 uint32_t stop_of(const Finding& finding) {
   return finding.has_stop ? finding.stop.begin : finding.place.begin;
 }
 
 }  // namespace
 
-// The finding at the very place; else the last one before it, from which it follows.
+// The finding at exactly the verdict's place; otherwise the last one before it, which causes it.
 Finding* Diagnosis::recorded_syntax_error(const Verdict& verdict) {
   Finding* before = nullptr;
   Finding* first = nullptr;
@@ -141,7 +141,7 @@ Finding* Diagnosis::recorded_violation(const Verdict& verdict) {
     const bool violated = finding->rule == TAVO_DIAGNOSTIC_RULE_VIOLATED;
     if (violated && finding->number == verdict.number) return finding;
     if (!violated && (first == nullptr || finding->place.begin < first->place.begin)) {
-      first = finding;  // the rule is violated since what follows is ignored
+      first = finding;  // the rule is violated because the rest is ignored
     }
   }
   return first;
@@ -164,7 +164,7 @@ void Diagnosis::mark_recorded(const Verdict& verdict) {
   }
 }
 
-// ---- of an accepted one ------------------------------------------------------------------------
+// ---- an accepted statement ---------------------------------------------------------------------
 
 bool Diagnosis::find_warnings(const Verdict& verdict) {
   find_repeated_options();

@@ -10,7 +10,7 @@ class Diagnosis {
  public:
   explicit Diagnosis(const Source& source) : source_(source) {}
 
-  // Finds everything. Returns false when memory is refused.
+  // Collects all findings. Returns false if an allocation fails.
   bool run() {
     return find() && prove_safe_fixes();
   }

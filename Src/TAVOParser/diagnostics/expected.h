@@ -1,4 +1,4 @@
-// The token types that would have been accepted where a mistake stands.
+// The expected set: the token types that would be accepted at a mistake's place.
 #pragma once
 
 #include <cstdint>

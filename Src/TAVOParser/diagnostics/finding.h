@@ -1,5 +1,5 @@
-// What is found while a statement is walked: mistakes, with their places in UTF-16 units. Words are
-// made of it only for what is visited.
+// What the walk over a statement finds: mistakes, with their places in UTF-16 units. Words are
+// written only for the findings that a caller visits.
 #pragma once
 
 #include <cstdint>
@@ -12,23 +12,23 @@
 
 namespace tavo::diagnostics {
 
-// Units of the text, as a half-open range of indices.
+// A half-open range of UTF-16 unit indices.
 struct Span {
   uint32_t begin = 0;
   uint32_t end = 0;
 };
 
-// Which words a finding's message is made of.
+// Which variant of its rule's message a finding has.
 enum class Wording : uint8_t {
-  kPlain,           // what the rule says everywhere
+  kPlain,           // the rule's ordinary message
   kForeignOption,   // an option of other statements
-  kParameter,       // in parentheses, where `option` is the option that has them
-  kNoWord,          // what stands there cannot be shown
+  kParameter,       // in the parentheses of `option`
+  kNoWord,          // the text there cannot be shown
   kSeparatorAfter,  // `:` in a word, where an equals sign belongs
   kAtEnd,           // at the end of a list
-  kDoubled,         // a sign twice
-  kNotClosed,       // `option` has parentheses that are not closed
-  kLetter,          // a letter that cannot stand in an unquoted word
+  kDoubled,         // a doubled sign
+  kNotClosed,       // the parentheses of `option` are not closed
+  kLetter,          // a letter that an unquoted word cannot contain
   kQuoteLookalike,
   kBlankLookalike,
   kInvisible,
@@ -37,9 +37,9 @@ enum class Wording : uint8_t {
   kNoOpening,       // a closing quote without an opening one
   kHeadMissing,     // options without a statement's head
   kTraceStatement,  // text after a trace-level statement
-  kOptionIgnored,   // an option is ignored since no comma stands before it
+  kOptionIgnored,   // an option is ignored because no comma precedes it
   kStatementIgnored,
-  kWithBlank,  // text of several words that is not quoted
+  kWithBlank,  // unquoted text of several words
   kMisplacedQuote,
 };
 
@@ -100,13 +100,13 @@ struct Finding {
   Expecting expecting = Expecting::kNothing;
   bool recorded = false;
   bool ignores_options = false;
-  bool has_stop = false;  // the parser stops somewhere else than where `place` begins
+  bool has_stop = false;  // the parser stops elsewhere than at the start of `place`
   uint16_t found = 0;
   uint32_t character = 0;  // code point of a bad character
-  uint32_t order = 0;      // as found
+  uint32_t order = 0;      // in which it was found
   Span place;
   Span stop;
-  Span word;              // what the message may show; empty: nothing
+  Span word;              // text that the message may show, or empty
   std::string_view name;  // of a value or option, from the vocabulary
   const StatementRule* statement = nullptr;
   const OptionRule* option = nullptr;     // of the statement
@@ -116,8 +116,8 @@ struct Finding {
   Fix* fixes = nullptr;
 };
 
-// The findings of one statement. A finding that there is no memory for is a scratch one, and
-// refused() tells of it.
+// The findings of one statement. When an allocation fails, the caller gets a scratch finding and
+// refused() reports the failure.
 class Findings {
  public:
   Finding& add(TAVODiagnosticRule rule, Span place) {
@@ -130,7 +130,7 @@ class Findings {
     finding->order = static_cast<uint32_t>(list_.size());
     return *finding;
   }
-  // A finding that nobody sees.
+  // A finding that is not reported.
   Finding& discarded(TAVODiagnosticRule rule, Span place) {
     scratch_ = {};
     scratch_.rule = static_cast<uint16_t>(rule);
@@ -145,7 +145,7 @@ class Findings {
     while (*last != nullptr) last = &(*last)->next;
     *last = related;
   }
-  // A fix without edits yet, after those that the finding has.
+  // Appends a fix without edits to the finding's fixes.
   Fix& add_fix(Finding& finding, FixTitle title, bool safe, std::string_view word = {}) {
     Fix* fix = arena_.make<Fix>();
     if (fix == nullptr) fix = &scratch_fix_;
@@ -163,7 +163,7 @@ class Findings {
     constexpr size_t kMost = sizeof fix.edits / sizeof fix.edits[0];
     if (fix.edit_count < kMost) fix.edits[fix.edit_count++] = {place, replacement};
   }
-  // A fix of one edit.
+  // Appends a fix with one edit.
   Fix& add_fix(Finding& finding, FixTitle title, bool safe, std::string_view word, Span place,
                std::string_view replacement) {
     Fix& fix = add_fix(finding, title, safe, word);

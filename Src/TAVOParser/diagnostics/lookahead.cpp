@@ -20,7 +20,7 @@ TypeSet option_keywords() {
       for (const OptionRule* parameter : option->parameters) put_keywords(set, *parameter);
     }
   }
-  set[TAVO_PARSER_STRING_WITHOUT_QUOTES] = false;  // a key of the user's own
+  set[TAVO_PARSER_STRING_WITHOUT_QUOTES] = false;  // a user-defined key
   return set;
 }
 
@@ -56,13 +56,13 @@ bool begins_assignment(const Source& source, uint32_t at, bool known) {
 
 namespace {
 
-// Whether the text makes a statement again at a comma, a line end or a closing parenthesis.
+// Whether the statement can resume at this comma, line end or closing parenthesis.
 bool resumes_at(const Source& source, uint32_t at, bool in_parentheses, bool known) {
   switch (source.units[at]) {
     case ',': return begins_assignment(source, skip_blanks(source, at + 1), known);
     case '\n': {
       const uint32_t next = skip_line_blanks(source, at + 1);
-      if (!is_word(source.at(next))) return false;  // of several line ends the last one counts
+      if (!is_word(source.at(next))) return false;  // the last of several line ends counts
       const Lexeme lexeme = scan(source.units + next, source.end());
       return begins_any_statement(lexeme.type) && begins_assignment(source, next, true);
     }

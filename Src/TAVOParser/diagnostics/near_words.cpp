@@ -54,7 +54,7 @@ size_t NearestWord::rank(std::string_view word, size_t distance) const {
   return 2 * distance + (distance == 1 && others == 1 ? 1u : 0u);
 }
 
-// One is the beginning of the other: PASSWORD for PASS, SEPAR for SEPARATOR.
+// One is a prefix of the other: PASSWORD for PASS, SEPAR for SEPARATOR.
 bool NearestWord::begins_alike(std::string_view word) const {
   constexpr size_t kTelling = 4;
   const size_t shared = std::min(word.size(), text_.size());
@@ -66,7 +66,7 @@ void NearestWord::consider(uint32_t type) {
   if (info.kind == TokenKind::kPunctuation) return;
   for (size_t i = 0; i < info.spelling_count; ++i) {
     const std::string_view word = spelling(info.first_spelling + i);
-    // Of a word of two or three characters one slip leaves something, two leave nothing.
+    // One slip in a word of two or three characters leaves it recognizable; two do not.
     const size_t allowed = std::min<size_t>(best_.distance, word.size() <= 3 ? 1 : 2);
     size_t d = distance(text_, word, allowed);
     if (d > allowed && allowed >= 1 && begins_alike(word)) d = 2;

@@ -1,4 +1,4 @@
-// Which known word a misspelled one was meant to be.
+// Finds the known word that a misspelled one most likely stands for.
 #pragma once
 
 #include <cstdint>
@@ -11,27 +11,27 @@ namespace tavo::diagnostics {
 
 using Units = std::span<const uint16_t>;
 
-// Insertions, deletions, replacements and swaps of neighbours that lead from one text to the other,
-// letters compared in either case; a number above `most` when there are more than `most`. Both
-// texts are short: longer ones than kLongestWord count as far apart.
+// The edit distance of two words: insertions, deletions, replacements and swaps of neighbours,
+// case ignored. Any number above `most` if the distance is greater than `most`. Words longer than
+// kLongestWord count as far apart.
 inline constexpr size_t kLongestWord = 48;
 size_t distance(Units text, std::string_view upper, size_t most);
 
-// Whether a text is this word, in either case.
+// Whether the text is this word, case ignored.
 bool is_word_spelled(Units text, std::string_view upper);
 
 struct NearWord {
-  uint32_t type = 0;          // token type; 0: no word, or several, are near
+  uint32_t type = 0;          // token type; 0: no word is near, or several are
   std::string_view spelling;  // upper case
   size_t distance = 0;
 };
 
-// Collects candidates; the nearest one stands if no other token is as near.
+// Collects candidates; the nearest one wins if no other token is as near.
 class NearestWord {
  public:
   explicit NearestWord(Units text) : text_(text) {}
 
-  // All spellings of a token type.
+  // Considers all spellings of a token type.
   void consider(uint32_t type);
   void consider(const KeywordList& types) {
     for (const uint16_t type : types.list()) consider(type);
@@ -45,7 +45,7 @@ class NearestWord {
 
  private:
   Units text_;
-  // People swap, drop and double characters more often than they take another one.
+  // Swapped, dropped and doubled characters are more frequent than replaced ones.
   bool begins_alike(std::string_view word) const;
   size_t rank(std::string_view word, size_t distance) const;
 

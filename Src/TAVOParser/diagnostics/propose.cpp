@@ -1,4 +1,4 @@
-// What a misspelled word was meant to be.
+// Fixes for misspelled words and misplaced equals signs.
 #include "Grammar/engine/table_engine.h"
 #include "Grammar/lexer/character_class.h"
 #include "diagnostics/walker.h"
@@ -6,7 +6,7 @@
 namespace tavo::diagnostics {
 namespace {
 
-// The token type of a whole text, 0 when it is more than one token or none.
+// The token type of the text, or 0 unless the text is exactly one token.
 uint32_t type_of(Units text) {
   if (text.empty()) return 0;
   const Lexeme lexeme = scan(text.data(), text.data() + text.size());
@@ -27,7 +27,7 @@ void visit_spellings(const KeywordList& keywords, Visit visit) {
 
 }  // namespace
 
-// A known word as a person writes it who wrote `like`: in lower case if that is.
+// The word in the case of `like`: lower case unless `like` has an upper-case letter.
 std::string_view Walker::in_case_of(Units like, std::string_view word) {
   for (const uint16_t c : like) {
     if ((class_of(c) & kUpper) != 0) return word;
@@ -66,7 +66,7 @@ void Walker::unknown_option() {
 
 void Walker::propose_option(Finding& finding, const Token& word) {
   const Units written = text(word);
-  // A numbered keyword: the number stays.
+  // A numbered keyword keeps its number.
   size_t stem = written.size();
   while (stem > 0 && stem + 2 > written.size() && is_digit(written[stem - 1])) --stem;
   const bool numbered =
@@ -87,7 +87,7 @@ void Walker::propose_option(Finding& finding, const Token& word) {
   findings_.add_fix(finding, FixTitle::kChangeTo, false, meant, place, meant);
 }
 
-// Over a keyword that is none, its equals sign and its value.
+// Skips an unknown keyword, its equals sign and its value.
 void Walker::skip_assignment() {
   advance();
   if (token().type == EQUAL) {
@@ -105,7 +105,7 @@ void Walker::skip_assignment() {
   skip_mistake();
 }
 
-// The equals sign is missing, or another sign stands in its place: PAT:6C, ALGOSHA256.
+// The equals sign is missing, or another sign is in its place: PAT:6C, ALGOSHA256.
 bool Walker::split_word(const Token& word) {
   if (token(1).type == EQUAL) return false;
   const Units written = text(word);
@@ -122,7 +122,7 @@ bool Walker::split_word(const Token& word) {
                       : option.syntax == ValueSyntax::kString && !rest.empty();
       if (rest.empty()) fits = !ends_value(token(1)) && is_accepted(option, token(1));
       if (!fits && !colon) return;
-      // A value of a list tells more than a free text, a longer keyword more than a shorter one.
+      // Prefer a listed value to free text, and a longer keyword to a shorter one.
       if (accepted && (!fits || keyword.size() < length)) return;
       meant = &option;
       length = keyword.size();
@@ -153,7 +153,7 @@ bool Walker::split_word(const Token& word) {
   return true;
 }
 
-// The equals sign stands a character too early or too late: ALG=OSHA256, ALGOS=HA256.
+// The equals sign is a character too early or too late: ALG=OSHA256, ALGOS=HA256.
 bool Walker::moved_equals(const Token& word) {
   const Token& value = token(2);
   if (token(1).type != EQUAL || !token(1).is(Token::kTight) || !value.is(Token::kTight)) {
@@ -271,7 +271,7 @@ void Walker::propose_value(Finding& finding, const OptionRule& option, const Tok
   if (quotes) propose_quotes(finding, value.place());
 }
 
-// PRFIX("x"): the word before the parenthesis.
+// Proposes a fix for the word before the parenthesis: PRFIX("x").
 void Walker::propose_affix(Finding& finding, const Token& value) {
   uint32_t stop = value.begin;
   while (is_word(source_.at(stop))) ++stop;

@@ -1,4 +1,4 @@
-// The walk over a rejected statement's characters that repairs what the lexer cannot read.
+// Walks the characters of a rejected statement and repairs what the lexer cannot read.
 #pragma once
 
 #include "diagnostics/code_points.h"
@@ -33,7 +33,7 @@ class Repair {
   void repair_run(Span here);
   bool ends_run(uint32_t at) const;
 
-  // Quoted text that begins here, after so many characters.
+  // Repairs quoted text whose quote is `prefix` units after the current position.
   void repair_quote(uint32_t prefix);
   bool repair_quote_after_word(uint32_t prefix);
   bool repair_quote_inside(uint32_t closing);
@@ -45,7 +45,7 @@ class Repair {
   void repair_typographic(Span here);
   uint32_t find_typographic(uint32_t from, Lookalike kind) const;
 
-  // Copy ranges or an affix instruction that does not match.
+  // Repairs copy ranges or an affix instruction that does not match its pattern.
   void repair_instruction(uint32_t type, Matcher matches, uint32_t offending);
   uint32_t end_of_instruction(bool* closed);
   void propose_instruction(Finding& finding, Matcher matches, Span region, uint32_t offending);
@@ -57,8 +57,8 @@ class Repair {
   uint32_t depth_ = 0;  // open parentheses
   uint32_t next_flags_ = 0;
   Token scratch_;
-  // From here on no quote stands, and nothing resumes outside and inside parentheses: not to be
-  // looked for again.
+  // From these places on there is no quote, and no resumption outside or inside parentheses; kept
+  // so that the search is not repeated.
   uint32_t no_quote_from_ = UINT32_MAX;
   uint32_t nothing_from_[2] = {UINT32_MAX, UINT32_MAX};
 };

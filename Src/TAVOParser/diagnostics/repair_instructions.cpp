@@ -1,4 +1,4 @@
-// Copy ranges and affix instructions that do not match.
+// Repairs copy ranges and affix instructions that do not match their pattern.
 #include <algorithm>
 
 #include "Grammar/lexer/character_class.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr size_t kLongestRegion = 256;
 
-// A copy of a region with something else in one place.
+// A copy of a region with one edit.
 class Variant {
  public:
   Variant(const Source& source, Span region) : source_(source), region_(region) {}
@@ -48,8 +48,8 @@ class Variant {
 
 }  // namespace
 
-// One past the last closing parenthesis of the instruction, or where the text makes a statement
-// again before that.
+// One past the last closing parenthesis of the instruction, or the place before it where the
+// statement can resume.
 uint32_t Repair::end_of_instruction(bool* closed) {
   uint32_t depth = 0;
   *closed = false;
@@ -110,7 +110,7 @@ void Repair::propose_instruction(Finding& finding, Matcher matches, Span region,
     }
     return;
   }
-  // One sign too many, too few, or in a wrong order, at the offending character or just before it.
+  // One sign too many, one too few or two swapped, at the offending character or just before it.
   const uint32_t first = offending > region.begin ? offending - 1 : offending;
   for (uint32_t i = offending + 1; i-- > first;) {
     if (i >= region.end || is_digit(source_.units[i])) continue;

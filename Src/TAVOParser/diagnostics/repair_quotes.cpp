@@ -1,4 +1,4 @@
-// Quotes that are not closed, stand twice, or are no quotes of the language.
+// Repairs quotes that are unclosed, doubled or not ASCII quotes.
 #include "Grammar/lexer/character_class.h"
 #include "diagnostics/repair.h"
 #include "text/utf16_characters.h"
@@ -12,7 +12,7 @@ uint32_t Repair::next_quote(uint32_t from) {
   return found;
 }
 
-// Where the text makes a statement again, blanks before that place left out.
+// Where the statement can resume, without the blanks before that place.
 uint32_t Repair::resumption(uint32_t from, bool in_parentheses) {
   uint32_t& nothing_from = nothing_from_[in_parentheses ? 1 : 0];
   uint32_t place = source_.count;
@@ -33,7 +33,7 @@ void Repair::repair_quote(uint32_t prefix) {
   take_quoted(prefix, closing);
 }
 
-// A quoted text up to its closing quote, characters above U+FFFF included.
+// Reads quoted text up to its closing quote, characters above U+FFFF included.
 void Repair::take_quoted(uint32_t prefix, uint32_t closing) {
   Finding* finding = nullptr;
   for (uint32_t i = at_; i < closing && finding == nullptr; ++i) {
@@ -46,8 +46,8 @@ void Repair::take_quoted(uint32_t prefix, uint32_t closing) {
   push(type, closing + 1, finding == nullptr ? 0 : uint32_t{Token::kDamaged}, finding);
 }
 
-// The text reads on like `SEED="1, DSTFLD="X"`: what looks like the closing quote opens the next
-// value.
+// Recognizes `SEED="1, DSTFLD="X"`, where the quote that seems to close the value opens the next
+// one.
 bool Repair::swallows_an_option(uint32_t begin, uint32_t closing) const {
   if (separator_follows(source_, closing + 1)) return false;
   uint32_t last = closing;
@@ -56,7 +56,7 @@ bool Repair::swallows_an_option(uint32_t begin, uint32_t closing) const {
   return find_resumption({source_.units, closing}, begin + 1, depth_ != 0, false) != closing;
 }
 
-// The quoted text ends where the text makes a statement again.
+// Ends the quoted text where the statement can resume.
 void Repair::close_quote(uint32_t prefix) {
   const uint32_t quote = at_ + prefix;
   const uint32_t end = resumption(quote + 1, depth_ != 0);
@@ -82,8 +82,8 @@ void Repair::close_quote(uint32_t prefix) {
        Token::kDamaged, &finding);
 }
 
-// After a word, without a blank: a closing quote whose opening one is missing, or an opening one
-// that came a character too late.
+// A quote directly after a word: a closing quote without an opening one, or an opening quote that
+// is one character too late.
 bool Repair::repair_quote_after_word(uint32_t prefix) {
   if (tokens_.size() == 0 || (next_flags_ & Token::kTight) == 0) return false;
   Token& before = tokens_[tokens_.size() - 1];
@@ -139,7 +139,7 @@ bool Repair::repair_quote_after_word(uint32_t prefix) {
   return true;
 }
 
-// The quoted text is followed by a word without a blank: a quote stands twice, or too early.
+// A word directly follows the quoted text: the quote is doubled or comes too early.
 bool Repair::repair_quote_inside(uint32_t closing) {
   if (separator_follows(source_, closing + 1) || is_blank(source_.at(closing + 1))) return false;
   if (!is_word(source_.at(closing + 1)) && closing != at_ + 1) return false;

@@ -9,7 +9,7 @@ namespace tavo::diagnostics {
 void Repair::run() {
   at_ = source_.begin();
   while (at_ < source_.count && !tokens_.refused() && !findings_.refused()) {
-    // Quotes are looked for here, and not twice: the scanner would read to the end for each.
+    // Handle quotes here: the scanner would read to the end of the text for each unclosed one.
     const bool named = source_.units[at_] == '#' && source_.at(at_ + 1) == '"';
     if (source_.units[at_] == '"' || named) {
       repair_quote(named ? 1 : 0);
@@ -51,7 +51,7 @@ Token& Repair::push(uint32_t type, uint32_t stop, uint32_t flags, Finding* findi
   return tokens_.size() == 0 ? scratch_ : tokens_[tokens_.size() - 1];
 }
 
-// The token before, if nothing stands between it and the present place and it is a word.
+// The previous token if it is a word that ends exactly at the current position, else null.
 Token* Repair::word_before() {
   if (tokens_.size() == 0 || (next_flags_ & Token::kTight) == 0) return nullptr;
   Token& token = tokens_[tokens_.size() - 1];
@@ -128,7 +128,7 @@ void Repair::repair_character() {
   }
 }
 
-// A character that other languages separate options with, and that does not stand inside a word.
+// Whether the character separates options in other languages and is not inside a word.
 bool Repair::is_separator_of_others(Span here) {
   const uint32_t c = source_.units[here.begin];
   if (here.end - here.begin != 1 || c >= 128) return false;
@@ -151,7 +151,7 @@ void Repair::repair_sign(Span here) {
   }
 }
 
-// Inside a word the word is read without it.
+// Reads a word that contains the invisible character as if the character were absent.
 void Repair::repair_invisible(Span here) {
   Finding& finding = bad_character(here, Wording::kInvisible);
   findings_.add_fix(finding, FixTitle::kRemoveInvisible, true, {}, here, "");
@@ -174,7 +174,7 @@ void Repair::repair_invisible(Span here) {
   before->flags |= Token::kDamaged;
 }
 
-// The whole run of characters becomes one word.
+// Turns the whole run of characters into one word.
 void Repair::repair_run(Span here) {
   const bool above = here.end - here.begin == 2;
   Finding& finding = bad_character(here, above ? Wording::kAboveBmp : Wording::kLetter);
@@ -203,7 +203,7 @@ bool Repair::ends_run(uint32_t at) const {
   return c == ',' || c == '=' || c == '(' || c == ')' || c == '"' || c == ';';
 }
 
-// ---- the entry ---------------------------------------------------------------------------------
+// ---- entry point -------------------------------------------------------------------------------
 
 void read_repaired(const Source& source, Findings& findings, TokenList& tokens) {
   Repair(source, findings, tokens).run();

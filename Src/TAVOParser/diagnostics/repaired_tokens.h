@@ -1,6 +1,6 @@
-// The tokens of a rejected statement, with what is broken among them repaired: a quote that is not
-// closed ends where the text makes a statement again, a typographic quote quotes, a character
-// without a width is not there. Each repair leaves a finding.
+// The tokens of a rejected statement after repairs: an unclosed quote ends where the statement can
+// resume, a typographic quote counts as a quote, an invisible character is skipped. Each repair
+// leaves a finding.
 #pragma once
 
 #include <cstdint>
@@ -11,16 +11,16 @@
 namespace tavo::diagnostics {
 
 struct Token {
-  static constexpr uint16_t kAfterLine = 1;  // a line end stands before it
-  static constexpr uint16_t kTight = 2;      // nothing stands between it and the token before
-  static constexpr uint16_t kDamaged = 4;    // a repair: what it would store is not known
-  static constexpr uint16_t kRun = 8;        // a word with characters that no word may have
+  static constexpr uint16_t kAfterLine = 1;  // a line end precedes it
+  static constexpr uint16_t kTight = 2;      // directly follows the token before
+  static constexpr uint16_t kDamaged = 4;    // repaired: what it would store is unknown
+  static constexpr uint16_t kRun = 8;        // a word with characters that words cannot contain
 
   uint32_t begin = 0;  // units
   uint32_t end = 0;
   uint32_t type = 0;
   uint32_t flags = 0;
-  Finding* finding = nullptr;  // that the repair left
+  Finding* finding = nullptr;  // left by the repair
 
   bool is(uint32_t flag) const {
     return (flags & flag) != 0;
@@ -34,7 +34,7 @@ using TokenList = GrowingList<Token, 128>;
 
 // The text of a statement.
 struct Source {
-  // Units after the text that may be read; they are 0.
+  // Readable zero units after the text.
   static constexpr size_t kZeros = 16;
 
   const uint16_t* units = nullptr;
@@ -56,7 +56,7 @@ struct Source {
   }
 };
 
-// Whether a token type begins an option or a parameter of any statement.
+// Whether a token type begins an option or a parameter in any statement.
 bool begins_any_option(uint32_t type);
 // Whether a token type begins a statement.
 bool begins_any_statement(uint32_t type);
@@ -64,21 +64,21 @@ bool begins_any_statement(uint32_t type);
 // Appends the repaired tokens of a text and an end-of-input token.
 void read_repaired(const Source& source, Findings& findings, TokenList& tokens);
 
-// ---- looking ahead in text, used by the repairs ------------------------------------------------
+// ---- lookahead for the repairs -----------------------------------------------------------------
 
 uint32_t skip_blanks(const Source& source, uint32_t at);       // line ends too
 uint32_t skip_line_blanks(const Source& source, uint32_t at);  // within the line
-// What looks like the beginning of an option or a statement: a word and an equals sign after it.
-// known: the word is a keyword that begins one.
+// Whether something like an option or a statement begins here: a word and an equals sign.
+// known: the word must be a keyword that begins one.
 bool begins_assignment(const Source& source, uint32_t at, bool known);
-// The first place from an index on where the text makes a statement again: a comma or a line end
-// before an option, a closing parenthesis before such a comma or before the end. The end of the
-// text when there is none.
+// The first index from `from` on where the statement can resume: a comma before an option, a line
+// end before a statement, or a closing parenthesis before such a comma or before the end. The end
+// of the text if there is none.
 uint32_t find_resumption(const Source& source, uint32_t from, bool in_parentheses, bool known);
 uint32_t without_blanks_after(const Source& source, uint32_t from, uint32_t to);
 // The next quote that no backslash escapes, or the end of the text.
 uint32_t find_quote(const Source& source, uint32_t from);
-// The end, a comma, a closing parenthesis, a semicolon or a line end follows, perhaps after blanks.
+// Whether the end, a comma, `)`, `;` or a line end follows, perhaps after blanks.
 bool separator_follows(const Source& source, uint32_t at);
 
 }  // namespace tavo::diagnostics

@@ -1,4 +1,4 @@
-// The text that the safe fixes of a statement make.
+// The text that results from applying a statement's safe fixes.
 #pragma once
 
 #include "diagnostics/finding.h"
@@ -16,8 +16,8 @@ class FixedText {
   FixedText& operator=(const FixedText&) = delete;
   ~FixedText();
 
-  // Applies the first safe fix of every finding, of overlapping edits the first. Returns false when
-  // memory is refused.
+  // Applies the first safe fix of every finding; of overlapping edits, only the first. Returns
+  // false if an allocation fails.
   bool apply(const Source& source, Findings& findings);
   Source source() const {
     return {units_, count_};

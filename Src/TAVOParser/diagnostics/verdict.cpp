@@ -11,7 +11,7 @@ namespace {
 
 using Tokens = LexemeWindow<TextWords>;
 
-// Notes what is stored and where the parser stops.
+// Engine actions that record the stored pairs and where the parser stops.
 class NoteActions {
  public:
   using Prefix = const Span*;
@@ -50,7 +50,7 @@ class NoteActions {
   }
 
  private:
-  // The type before the token was taken as a string.
+  // The token's type before the parser read it as a string.
   uint32_t read_type(const LexemeToken& token) const {
     const bool taken = token.type == TAVO_PARSER_STRING_WITHOUT_QUOTES && !is_word(*token.start);
     return taken ? scan(token.start, source_.end()).type : token.type;
@@ -62,7 +62,7 @@ class NoteActions {
   Span prefix_;
 };
 
-// The text after the statement, up to the last token.
+// Records the text after the statement, up to its last token.
 void note_ignored_text(const Source& source, Tokens& tokens, Verdict& verdict) {
   const LexemeToken* token = tokens.take();
   if (token->type == TAVO_TOKEN_END_OF_INPUT) return;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr size_t kMostKeys = TAVO_TOKEN_NAME_COUNT;
 
-// Puts a text into an array of the arena, terminated. Returns false when memory is refused.
+// Copies the text into the arena, null-terminated. Returns false if an allocation fails.
 bool put_text(Arena& arena, const Source& source, Span prefix, Span text, wchar_t*& buffer,
               uint32_t& bytes) {
   const uint32_t prefix_units = prefix.end - prefix.begin;
@@ -43,7 +43,7 @@ bool put_text(Arena& arena, const Source& source, Span prefix, Span text, wchar_
 
 bool RuleCheck::open(const Source& source, const Pair* pairs, size_t count) {
   if (count == 0) return true;
-  // Only the statements of a provider have rules.
+  // Only provider statements have rules.
   if (pairs[0].key_type != TAVO_PARSER_PROVIDER || rules_of(pairs[0].value_type) == nullptr) {
     return true;
   }
@@ -98,7 +98,7 @@ const Pair* RuleCheck::pair_with(uint32_t key) const {
 
 namespace {
 
-// A rule that wants an option to be there.
+// A violated rule that requires an option to be present.
 bool wants_presence(const ValidationRule& rule, const StoredPairs& stored) {
   return rule.keys[1] == 0 && !stored.has(rule.keys[0]) &&
          rule.number != TAVO_STATUS_NID_FORMAT_UNUSABLE;
@@ -197,7 +197,7 @@ void RuleCheck::tell_rule(Findings& findings, const StatementRule* statement, Sp
     propose_missing(findings, finding, statement, absent, end);
 }
 
-// The missing option with something to be replaced.
+// Proposes the missing option with a placeholder as its value.
 void RuleCheck::propose_missing(Findings& findings, Finding& finding,
                                 const StatementRule* statement, uint32_t key, Span end) const {
   if (statement == nullptr) return;

@@ -1,4 +1,4 @@
-// The validation rules over pairs that stand in a text.
+// Runs the validation rules over pairs that are given by their places in a text.
 #pragma once
 
 #include "diagnostics/arena.h"
@@ -10,16 +10,16 @@ namespace tavo::diagnostics {
 
 class RuleCheck {
  public:
-  // Stores the pairs as a request would, of repeated keys the first. Returns false when memory is
-  // refused.
+  // Stores the pairs as a request would: the first of repeated keys wins. Returns false if an
+  // allocation fails.
   bool open(const Source& source, const Pair* pairs, size_t count);
 
-  // The number of the violation that is recorded, 0 for none.
+  // The number of the recorded violation, or 0.
   uint32_t first_violation() const;
 
-  // Adds a finding for every violated rule that does not only follow from another mistake.
-  // among_errors: other errors stand, so that what is missing may only be misspelled. head: of the
-  // statement.
+  // Adds a finding for every violated rule, unless the violation only follows from another mistake.
+  // among_errors: there are other errors, so a missing option may only be misspelled. head: the
+  // place of the statement's head.
   void tell(Findings& findings, const StatementRule* statement, Span head, Span end,
             bool among_errors) const;
 

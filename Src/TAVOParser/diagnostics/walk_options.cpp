@@ -1,4 +1,4 @@
-// The list of options: separators, keywords, and where to go on after a mistake.
+// The list of options: separators, keywords, and where to resume after a mistake.
 #include "diagnostics/walker.h"
 
 namespace tavo::diagnostics {
@@ -40,7 +40,7 @@ void Walker::walk_options() {
   }
 }
 
-// One separator and what follows it. Returns false at the next statement.
+// Walks one separator and what follows it. Returns false at the next statement.
 bool Walker::walk_separator() {
   const Token& here = token();
   if (here.type == COMMA) {
@@ -79,7 +79,7 @@ bool Walker::walk_after_comma() {
   return true;
 }
 
-// A comma without an option: the comma is told, one of two that stand side by side the second.
+// A comma without an option: reports the comma, or the second of two adjacent ones.
 void Walker::missing_option() {
   const Token& here = token();
   const bool doubled = here.type == COMMA;
@@ -137,8 +137,8 @@ void Walker::walk_wrong_separator() {
   unexpected_text();
 }
 
-// Text that is neither a separator nor an option. After a word it may belong to a value of several
-// words, which has to be quoted.
+// Text that is neither a separator nor an option. After a word it may be the rest of a value of
+// several words, which needs quotes.
 void Walker::unexpected_text() {
   const Token& here = token();
   const size_t first = next_;
@@ -172,9 +172,9 @@ void Walker::second_statement(bool after_comma) {
   finding.number = 0;
 }
 
-// ---- going on ----------------------------------------------------------------------------------
+// ---- resuming ----------------------------------------------------------------------------------
 
-// Whether the statement can be gone on with here, after a mistake.
+// Whether the walk can resume at this token after a mistake.
 bool Walker::resumes(size_t ahead) const {
   const Token& here = token(ahead);
   switch (here.type) {
@@ -191,7 +191,7 @@ bool Walker::resumes(size_t ahead) const {
   }
 }
 
-// Goes on to where the statement can be gone on with.
+// Skips to the next token where the walk can resume.
 void Walker::skip_mistake() {
   recovering_ = true;
   while (!resumes(0)) {
@@ -203,7 +203,7 @@ void Walker::skip_mistake() {
   }
 }
 
-// Over text in parentheses, if they are closed.
+// Skips text in parentheses if they are closed.
 void Walker::skip_parentheses() {
   const size_t first = next_;
   advance();

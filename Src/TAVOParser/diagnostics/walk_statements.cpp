@@ -1,11 +1,11 @@
-// Statements: their heads, and which statement was meant.
+// Statements: their heads, and which statement was most likely intended.
 #include "Grammar/lexer/character_class.h"
 #include "diagnostics/walker.h"
 
 namespace tavo::diagnostics {
 
 Finding& Walker::error(TAVODiagnosticRule rule, Span place, const Token& found) {
-  // What is missing at the end may stand in the comment that is not closed.
+  // What is missing at the end may be inside the unclosed comment.
   const bool hidden = found.type == TAVO_TOKEN_END_OF_INPUT && found.is(Token::kDamaged);
   Finding& finding = hidden ? findings_.discarded(rule, place) : findings_.add(rule, place);
   finding.statement = statement_;
@@ -33,7 +33,7 @@ bool Walker::begins_statement(size_t ahead) const {
   const uint32_t type = token(ahead).type;
   if (token(ahead + 1).type != EQUAL) return false;
   if (type == TAVO_PARSER_PROVIDER) return true;
-  // The other first words are options too; a statement of theirs has a line of its own.
+  // Other words that begin a statement are options too; as a statement they start a line.
   return begins_any_statement(type) && token(ahead).is(Token::kAfterLine) &&
          option_at(ahead) == nullptr;
 }
@@ -72,7 +72,7 @@ const StatementRule* Walker::statement_named(uint32_t type) const {
   return nullptr;
 }
 
-// The provider whose options stand there most; of several, the first.
+// The provider to which most of the options here belong; the first one on a tie.
 const StatementRule* Walker::likeliest_statement() const {
   constexpr size_t kFar = 64;  // tokens
   const StatementRule* likeliest = nullptr;
@@ -250,7 +250,7 @@ void Walker::walk_unknown_statement() {
       return walk_options();
     }
   }
-  // Nothing tells what was meant: only another statement can be recognized.
+  // The intended statement is unknown: skip to the next recognizable one.
   while (!at_end() && !(token().type == TAVO_PARSER_PROVIDER && token(1).type == EQUAL)) advance();
   seen_statement_ = true;
 }

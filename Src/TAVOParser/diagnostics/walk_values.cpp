@@ -18,7 +18,7 @@ bool Walker::is_accepted(const OptionRule& option, const Token& token) const {
   }
 }
 
-// Another language's separator with an option or nothing after it.
+// Whether this is another language's separator, followed by an option or by nothing.
 bool Walker::is_foreign_separator(size_t ahead) const {
   return token(ahead).type == BAD_SEP &&
          (is_own_option(ahead + 1) || token(ahead + 1).type == TAVO_TOKEN_END_OF_INPUT);
@@ -29,7 +29,7 @@ void Walker::name_option(Finding& finding, const OptionRule& option) const {
   finding.parameter = inside_ != nullptr ? &option : nullptr;
 }
 
-// The keyword stands here.
+// The current token is the keyword.
 void Walker::walk_assignment(const OptionRule& option) {
   const Token& keyword = token();
   Occurrence occurrence;
@@ -61,7 +61,7 @@ void Walker::walk_assignment(const OptionRule& option) {
   occurrences_.add(occurrence);
 }
 
-// Stands after the keyword. Returns true when a value stands here now.
+// The current token follows the keyword. Returns true if the current token is then the value.
 bool Walker::missing_equals(const OptionRule& option) {
   const Token& here = token();
   const Token& keyword = before();
@@ -96,12 +96,12 @@ bool Walker::missing_equals(const OptionRule& option) {
   return false;
 }
 
-// The place is the one just after the sign.
+// Reports the place just after the equals sign.
 void Walker::missing_value(const OptionRule& option) {
   Finding& finding = error(TAVO_DIAGNOSTIC_MISSING_VALUE, after(before()), token());
   name_option(finding, option);
   finding.expecting = Expecting::kValue;
-  if (is_own_option(0)) recovering_ = true;  // the comma is missing with the value
+  if (is_own_option(0)) recovering_ = true;  // the comma is missing as well
 }
 
 // ---- values of a list --------------------------------------------------------------------------
@@ -156,7 +156,7 @@ void Walker::value_not_accepted(const OptionRule& option, Occurrence& occurrence
   propose_value(finding, option, region);
 }
 
-// ---- free texts --------------------------------------------------------------------------------
+// ---- free text ---------------------------------------------------------------------------------
 
 void Walker::walk_string(const OptionRule& option, Occurrence& occurrence) {
   for (;; advance()) {
@@ -216,7 +216,7 @@ void Walker::walk_parameters(const OptionRule& option) {
   if (opening->type == LEFT_PARENTHESIS) {
     advance();
     inside_ = &option;
-    if (token().type == EQUAL && before().begin == opening->begin) advance();  // told already
+    if (token().type == EQUAL && before().begin == opening->begin) advance();  // already reported
     while (token().type == LEFT_PARENTHESIS) {
       surplus(token(), "(", true);
       advance();
@@ -244,7 +244,7 @@ void Walker::walk_parameters(const OptionRule& option) {
   inside_ = nullptr;
 }
 
-// Whether an option of the statement itself stands there, which cannot stand in parentheses.
+// Whether the token is an option of the statement itself, which parentheses cannot contain.
 bool Walker::is_outer_option(size_t ahead) {
   if (token(ahead + 1).type != EQUAL || option_at(ahead) != nullptr) return false;
   const OptionRule* inside = inside_;
@@ -252,7 +252,7 @@ bool Walker::is_outer_option(size_t ahead) {
   const bool outer = option_at(ahead) != nullptr;
   inside_ = inside;
   if (!outer || token(ahead).type != TAVO_PARSER_STRING_WITHOUT_QUOTES) return outer;
-  // Any word can be a key of the user's own: it is one if it is no misspelled parameter.
+  // Any word can be a user-defined key; it is one unless it is a misspelled parameter.
   NearestWord nearest(text(token(ahead)));
   visit_options([&](const OptionRule& option) { nearest.consider(option.keywords); });
   return nearest.best().type == 0;
@@ -269,7 +269,7 @@ void Walker::not_closed(const OptionRule& option, const Token& opening, const To
   findings_.add_fix(finding, FixTitle::kInsert, true, ")", after(before()), sign);
 }
 
-// One parameter and what stands after it. Returns false when the parentheses end.
+// Walks one parameter and what follows it. Returns false when the parentheses end.
 bool Walker::walk_parameter(const OptionRule& option, const Token& opening, bool& after_comma) {
   const Token& here = token();
   if (at_end() || begins_statement(0)) {

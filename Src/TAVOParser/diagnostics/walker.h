@@ -1,5 +1,5 @@
-// Walks the repaired tokens of a rejected statement over the grammar tables, tells every mistake
-// once and goes on at the next option that can be recognized.
+// Walks the repaired tokens of a rejected statement along the grammar tables, reports each mistake
+// once and resumes at the next recognizable option.
 #pragma once
 
 #include "diagnostics/near_words.h"
@@ -7,7 +7,7 @@
 
 namespace tavo::diagnostics {
 
-// An option or parameter as it stands in the text.
+// An option or parameter in the text.
 struct Occurrence {
   const OptionRule* option = nullptr;
   const OptionRule* parameter = nullptr;
@@ -16,7 +16,7 @@ struct Occurrence {
   Span value;
   Span prefix;              // keyword of the option that a parameter belongs to
   uint32_t value_type = 0;  // token type of the value
-  bool clean = true;        // no mistake in it: the pair it stores is known
+  bool clean = true;        // it has no mistake, so the pair that it stores is known
 };
 
 using OccurrenceList = GrowingList<Occurrence, 64>;
@@ -29,7 +29,7 @@ class Walker {
 
   void run();
 
-  // Of the first statement; null when nothing tells which it is.
+  // The rule of the first statement; null if it cannot be determined.
   const StatementRule* statement() const {
     return first_statement_;
   }
@@ -91,7 +91,7 @@ class Walker {
   const OptionRule* option_at(size_t ahead) const {
     return option_of_type(token(ahead).type);
   }
-  bool is_own_option(size_t ahead) const;  // with an equals sign after it
+  bool is_own_option(size_t ahead) const;  // followed by an equals sign
 
   // ---- values
   void walk_assignment(const OptionRule& option);
@@ -111,7 +111,7 @@ class Walker {
   static bool is_sign(const Token& token);
   void name_option(Finding& finding, const OptionRule& option) const;
 
-  // ---- what was meant
+  // ---- likely intent
   bool split_word(const Token& word);
   bool moved_equals(const Token& word);
   const StatementRule* moved_head_equals(Finding& finding, const Token& word);
@@ -122,7 +122,7 @@ class Walker {
   void propose_affix(Finding& finding, const Token& value);
   static bool takes_quotes(const OptionRule& option);
   std::string_view in_case_of(Units like, std::string_view word);
-  // The options that can stand here.
+  // Visits the options that are allowed here.
   template <typename Visit>
   void visit_options(Visit visit) const {
     if (inside_ != nullptr) {
@@ -147,7 +147,7 @@ class Walker {
   Span head_;
   const OptionRule* inside_ = nullptr;  // the option whose parentheses are open
   Span prefix_;
-  bool recovering_ = false;  // what stands before the present place has been told
+  bool recovering_ = false;  // mistakes before the current token are already reported
   mutable size_t no_parenthesis_from_ = SIZE_MAX;
 };
 

@@ -1,4 +1,4 @@
-// What an accepted statement does that it does not seem to do.
+// Warnings: what an accepted statement does although its text suggests otherwise.
 #include <array>
 
 #include "Grammar/lexer/character_class.h"
@@ -49,7 +49,7 @@ bool is_sign_type(uint32_t type) {
   }
 }
 
-// Goes over the visible tokens of a part of a text.
+// Visits the visible tokens of a part of the text.
 template <typename Visit>
 void visit_tokens(const Source& source, Span part, Visit visit) {
   const uint16_t* end = source.units + part.end;
@@ -95,7 +95,7 @@ void Diagnosis::find_repeated_options() {
   }
 }
 
-// Returns true when such a value stands just before text that is ignored, which it explains.
+// Returns true if such a value directly precedes the ignored text and so explains it.
 bool Diagnosis::find_signs_as_values(const Verdict& verdict) {
   bool explains = false;
   for (size_t i = 0; i < pairs_.size(); ++i) {
@@ -117,7 +117,7 @@ bool Diagnosis::find_signs_as_values(const Verdict& verdict) {
   return explains;
 }
 
-// Quotes that are none: the value is the first of them.
+// Proposes real quotes if the value is the first of a pair of lookalike quotes.
 void Diagnosis::propose_typographic(Finding& finding, const Verdict& verdict, Span opening) {
   const Lookalike kind = lookalike_of(source_.at(opening.begin));
   if (kind != Lookalike::kDoubleQuote && kind != Lookalike::kSingleQuote) return;

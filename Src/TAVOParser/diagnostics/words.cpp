@@ -77,7 +77,7 @@ std::string_view first_spelling(uint32_t type) {
   return info.spelling_count == 0 ? std::string_view("?") : spelling(info.first_spelling);
 }
 
-// The short name that people know an option by.
+// The option's common short name.
 std::string_view name_of(const OptionRule* option) {
   if (option == nullptr) return "this option";
   const bool own = option->keywords.entries[0] == TAVO_PARSER_STRING_WITHOUT_QUOTES;
@@ -110,7 +110,7 @@ std::string_view name_of_found(uint32_t type) {
   }
 }
 
-// Whether a value may be shown: the option accepts only words of the language.
+// Whether a message may show the value: the option accepts only words of the language.
 bool shows_values(const OptionRule* option) {
   if (option == nullptr || option->syntax != ValueSyntax::kToken) return false;
   for (const AcceptedValue& value : option->values.list()) {

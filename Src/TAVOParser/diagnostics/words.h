@@ -1,4 +1,4 @@
-// The words of a diagnostic: its message and the titles of its fixes, UTF-8, in one line.
+// The words of a diagnostic: its message and the titles of its fixes, each one line of UTF-8.
 #pragma once
 
 #include "diagnostics/near_words.h"
@@ -6,11 +6,11 @@
 
 namespace tavo::diagnostics {
 
-// Text in a fixed room; what does not fit is left out, whole characters only.
+// Text in a buffer of fixed size; text that does not fit is cut at a character boundary.
 class Words {
  public:
   Words& add(std::string_view text);
-  Words& add_units(Units text);  // not of ASCII only: as UTF-8
+  Words& add_units(Units text);  // may be non-ASCII; appended as UTF-8
   Words& add_code_point(uint32_t character);
   const char* terminated() {
     text_[length_] = '\0';

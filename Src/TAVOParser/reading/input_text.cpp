@@ -20,7 +20,7 @@ constexpr bool is_character(uint32_t c) {
 
 constexpr size_t kStep = 16;
 
-// Sixteen of them from the n-th on keep the last n of sixteen bytes.
+// Masks: the sixteen from index n on keep the last n of sixteen bytes.
 constexpr uint8_t kLast[2 * kStep] = {
     0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
     0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
@@ -31,8 +31,8 @@ __m128i load(const void* place) {
 void store(void* place, __m128i units) {
   _mm_storeu_si128(static_cast<__m128i*>(place), units);
 }
-// The last `rest` of `count` bytes, not more than sixteen, and zeros after them. Copying few bytes
-// to load them as many would wait until they are stored, so a longer text is loaded and shifted.
+// The last `rest` of `count` bytes, at most sixteen, padded with zeros. A small copy followed by a
+// wide load would wait for the store, so longer text is loaded and shifted.
 inline __m128i load_rest(const uint8_t* text, size_t count, size_t rest) {
   if (count < kStep) {
     uint8_t copy[kStep] = {};
@@ -56,7 +56,7 @@ inline __m128i load_rest(const uint8_t* text, size_t count, size_t rest) {
 
 #endif
 
-// What is counted of a text, unit by unit.
+// Counts what a text contains, unit by unit.
 template <typename Unit>
 struct Tally {
   size_t equals = 0;
@@ -75,7 +75,7 @@ struct Tally {
   }
 };
 
-// In blocks, whose counts fit a unit of any size: loops that the machine does many units at a time.
+// Counts in blocks whose counts fit in any unit: the compiler vectorizes these loops.
 template <typename Unit>
 InputMeasure measure_units(const Unit* text, size_t count) {
   constexpr size_t kBlock = 64;
@@ -98,7 +98,7 @@ InputMeasure measure_units(const Unit* text, size_t count) {
 
 #ifdef __SSE2__
 
-// Sixteen bytes at a time; what is left over is counted with zeros after it.
+// Sixteen bytes at a time; the rest is padded with zeros.
 template <>
 InputMeasure measure_units(const uint8_t* text, size_t count) {
   const __m128i zero = _mm_setzero_si128();
@@ -135,7 +135,7 @@ void add_zeros(uint16_t* units) {
   std::memset(units, 0, kZerosAfter * sizeof(uint16_t));
 }
 
-// ASCII into both forms.
+// Widens ASCII into both forms.
 template <typename Unit>
 void widen(const Unit* text, size_t count, uint16_t* units, wchar_t* wide) {
   copy_units(text, count, units);
@@ -157,7 +157,7 @@ void widen_step(__m128i bytes, uint16_t* units, wchar_t* wide) {
   store(wide + 12, _mm_unpackhi_epi16(second, zero));
 }
 
-// Whole steps only, so that who reads the units in such steps need not wait for two stores.
+// Whole steps only, so that reading the units in such steps never waits for two stores.
 template <>
 void widen(const uint8_t* text, size_t count, uint16_t* units, wchar_t* wide) {
   static_assert(kConvertedStep == kStep && kZerosAfter == kStep);
@@ -173,7 +173,7 @@ void widen(const uint8_t* text, size_t count, uint16_t* units, wchar_t* wide) {
 
 constexpr uint32_t kNoCharacter = 0xD800;
 
-// Readers: the next character, or what is none; they never read beyond the end.
+// Readers of the next code point, or of an invalid value; they never read beyond the end.
 uint32_t next_of(const wchar_t*& text, const wchar_t*) {
   return static_cast<uint32_t>(*text++);
 }
@@ -184,7 +184,7 @@ uint32_t next_of(const uint16_t*& text, const uint16_t* end) {
   return 0x10000 + ((unit - 0xD800) << 10) + (*text++ - 0xDC00u);
 }
 
-// Stray and missing continuation bytes, overlong forms and surrogates are no characters.
+// Stray and missing continuation bytes, overlong forms and surrogates are invalid.
 uint32_t next_of(const uint8_t*& text, const uint8_t* end) {
   const uint32_t lead = *text++;
   if (lead < 0x80) return lead;

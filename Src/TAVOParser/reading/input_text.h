@@ -1,4 +1,4 @@
-// The text that a read function is handed, in any encoding, and its way into the forms that a pass
+// The input of a read function, in any encoding, and its conversion into the forms that a pass
 // works on.
 #pragma once
 
@@ -14,9 +14,9 @@ struct InputText {
   uint32_t encoding = 0;  // TAVO_TEXT_UTF8, TAVO_TEXT_WIDE or TAVO_TEXT_UTF16
 };
 
-// What has to be known of a text before memory for it can be measured.
+// What determines how much memory a text needs.
 struct InputMeasure {
-  size_t equals = 0;  // equals signs: at most so many options
+  size_t equals = 0;  // equals signs: an upper bound for the number of options
   bool has_parenthesis = false;
   bool is_ascii = false;
   bool may_have_pairs = false;  // characters above U+FFFF
@@ -24,19 +24,19 @@ struct InputMeasure {
 
 InputMeasure measure(const InputText& input);
 
-// A text in both forms.
+// A text in both forms, UTF-16 and wide.
 struct ConvertedText {
   uint32_t unit_count = 0;
   uint32_t characters = 0;
-  // The text is no valid Unicode from here on; else no place.
+  // If the text is not valid Unicode: its first invalid place.
   bool is_valid = true;
   uint32_t invalid_at = 0;         // in characters
-  uint32_t invalid_character = 0;  // what a wide text has there, or half a surrogate pair
+  uint32_t invalid_character = 0;  // the wide character there, or a lone surrogate
 };
 
-// Units after a converted text that are 0.
+// Zero units after a converted text.
 inline constexpr size_t kZerosAfter = 16;
-// A text is converted in steps, so that more may be written than it has.
+// Text is converted in steps, which may write past its end.
 inline constexpr size_t kConvertedStep = 16;
 constexpr size_t unit_room(size_t units) {
   return units + kConvertedStep + kZerosAfter;
@@ -45,17 +45,17 @@ constexpr size_t wide_room(size_t characters) {
   return characters + kConvertedStep;
 }
 
-// Converts a whole text. units: unit_room of as many units as the input has, of twice that for wide
-// text with pairs; wide: wide_room of as many characters as the input has units.
+// Converts a whole text. units: space for unit_room(n) units if the input has n, or unit_room(2n)
+// for wide text with surrogate pairs; wide: space for wide_room(n) characters.
 ConvertedText convert(const InputText& input, bool is_ascii, uint16_t* units, wchar_t* wide);
 
-// UTF-16 without lone halves of pairs to wide text.
+// Converts UTF-16 without lone surrogates to wide text.
 void to_wide(const uint16_t* units, uint32_t count, wchar_t* wide);
 
-// Wide text of ASCII to bytes.
+// Converts ASCII wide text to bytes.
 void narrow(const wchar_t* text, size_t characters, char* bytes);
 
-// Writes wide text, which has valid characters only, as UTF-8. Returns one past what was written.
+// Writes wide text, whose characters must be valid, as UTF-8. Returns one past the last byte.
 char* to_utf8(const wchar_t* text, size_t characters, char* bytes);
 constexpr uint32_t utf8_length(uint32_t c) {
   return c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;

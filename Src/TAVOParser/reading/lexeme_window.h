@@ -1,5 +1,5 @@
-// The tokens that a pass over a text may still read, directly from the scanner: the table engine's
-// token source without the runtime.
+// The tokens that a pass has still to read, directly from the scanner: the table engine's token
+// source without the runtime.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace tavo {
 
-// A token of the text, or the end of the input: TAVO_TOKEN_END_OF_INPUT, without characters.
+// A token of the text, or the end of the input: TAVO_TOKEN_END_OF_INPUT with no characters.
 struct LexemeToken {
   uint32_t type;
   uint32_t pairs;   // surrogate pairs before it
@@ -20,7 +20,7 @@ struct LexemeToken {
   const uint16_t* stop;
 };
 
-// Surrogate pairs from one place to another.
+// The number of surrogate pairs between two places.
 inline uint32_t count_pairs(const uint16_t* from, const uint16_t* to) {
   return static_cast<uint32_t>(to - from) - count_characters(from, to);
 }
@@ -31,15 +31,15 @@ struct BrokenLexeme {
   const uint16_t* offending = nullptr;
 };
 
-// Finds each word in the text itself: for text that is read once and briefly.
+// Finds each word in the text itself: for short text that is read once.
 class TextWords {
  public:
   static constexpr bool kFindsAll = false;
 
-  // readable: end of readable memory; from the end of the text to there it is 0.
+  // readable: end of readable memory, which is 0 from the end of the text on.
   explicit TextWords(const uint16_t* readable) : readable_(readable) {}
 
-  // As WordIndex::read; also 0 when the word takes more than one step to read.
+  // Like WordIndex::read; also 0 if reading the word needs more than one step.
   size_t read(const uint16_t* place, WordRun& run) const {
     if (!is_word(*place) || !read_word(place, readable_, run)) return 0;
     return static_cast<size_t>(run.stop - place);
@@ -55,8 +55,8 @@ class LexemeWindow {
  public:
   using Token = LexemeToken*;
 
-  // Reads UTF-16 text that is followed by at least one zero unit. The other arguments construct the
-  // words in place.
+  // Reads UTF-16 text that at least one zero unit follows. The other arguments construct the words
+  // in place.
   template <typename... Arguments>
   LexemeWindow(const uint16_t* text, size_t units, Arguments... arguments)
       : next_(units != 0 && *text == kByteOrderMark ? text + 1 : text),
@@ -66,12 +66,12 @@ class LexemeWindow {
   LexemeWindow(const LexemeWindow&) = delete;
   LexemeWindow& operator=(const LexemeWindow&) = delete;
 
-  // The next visible token; at the end, the end of the input.
+  // The next visible token, or the end of the input.
   LexemeToken* current() {
     if (current_ == nullptr) current_ = read();
     return current_;
   }
-  // The same, and advances past it. The token stays valid until three more have been read.
+  // Like current(), and advances past the token, which stays valid until three more are read.
   LexemeToken* take() {
     LexemeToken* token = current();
     current_ = nullptr;
@@ -84,8 +84,8 @@ class LexemeWindow {
     next_ = place + 1;
     return true;
   }
-  // Skips a sign without creating a token for it and takes the token after it, if the next token is
-  // this sign and has not been read yet. Null means only that it has to be read.
+  // If the next token is this sign and not read yet, skips it without creating a token and takes
+  // the token after it. Null only means that the sign must be read as a token.
   LexemeToken* take_after(Sign sign) {
     if (current_ != nullptr) [[unlikely]] {
       return nullptr;
@@ -143,7 +143,7 @@ class LexemeWindow {
     next_ = stop;
     return token;
   }
-  // Continues from a lexeme that has been read, passed in parts that fit in registers.
+  // Continues after a lexeme, passed in parts that fit in registers.
   [[gnu::noinline]] LexemeToken* read_from(const uint16_t* place, const uint16_t* stop,
                                            uint32_t type, uint32_t traits);
 

@@ -18,7 +18,7 @@ Object* at(void* memory, size_t offset) {
   return static_cast<Object*>(static_cast<void*>(static_cast<char*>(memory) + offset));
 }
 
-// Decimal digits of a message's insert, terminated.
+// Writes the number as a message insert: decimal digits, null-terminated.
 void write_number(wchar_t (&text)[12], uint32_t number) {
   wchar_t digits[10];
   size_t count = 0;
@@ -41,7 +41,7 @@ void set_refusal(TAVOReadResult& result, const Refusal& refusal) {
   add_insert(result, TAVO_TOKID_ERR_CODE, result.number_text);
 }
 
-// What the platform's converter says of a character that is none.
+// The platform converter's result code for an invalid character.
 uint32_t converter_code(uint32_t character) {
   const auto wide = static_cast<wchar_t>(character);
   uint16_t units[2];
@@ -70,7 +70,7 @@ class ResultMaker {
   }
 
  private:
-  // Places are told in characters first; a text of ASCII has the same in every unit.
+  // Places are first computed in characters; ASCII text has the same places in every unit.
   OffsetMap offset_map() const {
     return {units_, text_.unit_count,
             layout_.is_ascii() ? uint32_t{TAVO_COUNT_CHARACTERS} : request_.unit};
@@ -124,7 +124,7 @@ class ResultMaker {
     tell_texts(pass);
   }
 
-  // The wide text was ended at stored texts: it is written anew and ended where the excerpt ends.
+  // The pass has put terminators into the wide text: rewrites it and ends it after the excerpt.
   void tell_syntax_error() {
     const PassError& error = result_.error;
     set_place(error.offset, error.length);
@@ -136,7 +136,7 @@ class ResultMaker {
     add_insert(result_, TAVO_TOKID_SUBSTR, wide_);
   }
 
-  // Of a violated rule that names an option.
+  // Sets the insert and the place of a violated rule that names an option.
   void tell_insert() {
     const KeyValueEntry& pair = *result_.error.insert;
     const OptionPlace option = place_of(pair);
@@ -170,7 +170,7 @@ class ResultMaker {
     OffsetMap map_of_levels = offset_map();
     for (uint32_t i = 0; i < result_.trace_levels; ++i) {
       OptionPlace& place = result_.levels[i].place;
-      // Of the statement that only sets the level both are the keyword.
+      // In the trace-level statement, key and value are both the keyword.
       const bool is_keyword = place.value == place.key;
       map_of_levels.move(place.key, place.key_length);
       if (is_keyword) {
@@ -203,11 +203,11 @@ ResultLayout::ResultLayout(const InputText& input, const InputMeasure& measure)
                                                                                  : 3;
   const bool two_units_each = input.encoding == TAVO_TEXT_WIDE && measure.may_have_pairs;
   const size_t keys = measure.has_parenthesis ? key_room(count, measure.equals) : 0;
-  // From the largest alignment to the smallest.
+  // In order of decreasing alignment.
   pairs = add(measure.equals, sizeof(KeyValueEntry));
   texts = add(measure.equals, sizeof(OptionText));
   levels = add(measure.equals, sizeof(TraceLevel));
-  // Keys with prefixes lie after the text, so that a text of ASCII can be narrowed with them.
+  // Prefixed keys follow the text so that both can be narrowed together if they are ASCII.
   wide = add(wide_room(count), sizeof(wchar_t));
   wide_keys = add(keys, sizeof(wchar_t));
   units = add(unit_room((two_units_each ? 2 : 1) * count), sizeof(uint16_t));

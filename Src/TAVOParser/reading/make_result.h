@@ -1,4 +1,4 @@
-// From a text to a result, in memory that is measured before.
+// Makes a result from a text, in memory that is measured beforehand.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace tavo {
 
-// Where the parts of a result lie in its memory: offsets in bytes from its beginning.
+// Where the parts of a result are in its memory: byte offsets from its start.
 class ResultLayout {
  public:
   ResultLayout(const InputText& input, const InputMeasure& measure);
@@ -37,7 +37,7 @@ class ResultLayout {
   bool is_ascii_;
 };
 
-// Instead of a reported length: the text's length in characters.
+// As a reported length: use the text's length in characters.
 inline constexpr uint32_t kLengthInCharacters = UINT32_MAX;
 
 struct ResultRequest {
@@ -46,16 +46,16 @@ struct ResultRequest {
   uint32_t reported_length;  // see PassText
 };
 
-// Reads the text. memory: as many bytes as the layout says, aligned for any object.
+// Reads the text. memory: layout.bytes() bytes, aligned for any object.
 TAVOReadResult* make_result(void* memory, const ResultLayout& layout, const ResultRequest& request);
 
 // Why a text could not be read.
 struct Refusal {
   uint32_t status;
-  uint32_t converter_code = 0;  // of 7095: what the platform's converter says
+  uint32_t converter_code = 0;  // of 7095: the platform converter's result code
 };
 
-// A result that tells this. memory: as large as a result, aligned for any object.
+// Makes a result that says why. memory: as large as a result, aligned for any object.
 TAVOReadResult* make_refusal(void* memory, const Refusal& refusal);
 
 }  // namespace tavo

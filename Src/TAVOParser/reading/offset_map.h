@@ -1,4 +1,4 @@
-// Places in characters as places in another unit.
+// Converts places in characters to places in another unit.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,14 @@
 
 namespace tavo {
 
-// Goes over a text once: each offset asked for must not lie before the one asked for before it.
+// Walks a text once, forwards: offsets must be requested in ascending order.
 class OffsetMap {
  public:
-  // UTF-16 text; unit: a TAVOOffsetUnit.
+  // units: UTF-16 text; unit: a TAVOOffsetUnit.
   OffsetMap(const uint16_t* units, uint32_t count, uint32_t unit)
       : place_(units), end_(units + count), unit_(unit) {}
 
-  // Turns an offset and a length in characters into those in the unit.
+  // Converts an offset and a length from characters to the unit.
   void move(uint32_t& offset, uint32_t& length) {
     if (unit_ == TAVO_COUNT_CHARACTERS) return;
     const uint32_t stop = offset + length;

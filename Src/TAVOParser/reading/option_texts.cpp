@@ -15,15 +15,15 @@ uint32_t characters_in(uint32_t bytes) {
   return bytes / uint32_t{sizeof(wchar_t)} - 1;
 }
 
-// Not terminated when no pair has it.
+// The level's value; not terminated unless a pair stores it.
 WideText value_of(const TraceLevel& level, const wchar_t* wide) {
   if (level.pair != nullptr) return {level.pair->value, characters_in(level.pair->valueLength)};
   const bool quoted = is_quoted(level.value_type) && level.place.value_length >= 2;
   return {wide + level.place.value + (quoted ? 1 : 0), level.place.value_length - (quoted ? 2 : 0)};
 }
 
-// Each text takes what it takes in the statement's text, and its terminator the place of the sign
-// or blank after it.
+// `next` cannot run over: each part needs the bytes that it has in the statement, and its
+// terminator replaces the sign or blank after it.
 const char* write(const WideText& text, char*& next, uint32_t* bytes) {
   const char* first = next;
   next = to_utf8(text.characters, text.length, next);

@@ -1,4 +1,4 @@
-// TAVOParser_Read and its like: from a text in any encoding to a result.
+// The exported read functions: from text in any encoding to a result.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -26,7 +26,7 @@ bool is_known(const TAVOReadOptions& options) {
 }
 
 size_t terminated_bytes(const Request& request) {
-  if (request.text == nullptr) return 1;  // told as a missing text, not as an empty one
+  if (request.text == nullptr) return 1;  // reported as missing text, not as empty text
   switch (request.options.encoding) {
     case TAVO_TEXT_WIDE:
       return std::wcslen(static_cast<const wchar_t*>(request.text)) * sizeof(wchar_t);
@@ -46,9 +46,9 @@ size_t unit_bytes(uint32_t encoding) {
                                        : 1;
 }
 
-// The parse service's own checks, in its order.
+// The parse service's checks, in the same order.
 uint32_t check_request(const Request& request) {
-  constexpr size_t kLongest = INT32_MAX / sizeof(wchar_t);  // its lengths in bytes are 32 bits
+  constexpr size_t kLongest = INT32_MAX / sizeof(wchar_t);  // lengths in bytes have 32 bits
   if (request.bytes == 0) return TAVO_STATUS_TEXT_LENGTH_NOT_POSITIVE;
   if (request.options.encoding > TAVO_TEXT_CODE_PAGE) return TAVO_STATUS_UNKNOWN_TEXT_FORM;
   if (request.text == nullptr) return TAVO_STATUS_TEXT_POINTER_NULL;
@@ -58,17 +58,17 @@ uint32_t check_request(const Request& request) {
   return 0;
 }
 
-// Memory that is asked for, or that the caller brought.
+// Memory from malloc or from the caller.
 class Memory {
  public:
   Memory() = default;
   Memory(void* memory, size_t bytes) : is_own_(false), memory_(memory), bytes_(bytes) {}
 
-  // So many bytes, aligned for any object; null when they cannot be had.
+  // Returns `bytes` bytes, aligned for any object, or null if they are not available.
   void* take(size_t bytes) {
     wanted_ = bytes;
     if (is_own_) return std::malloc(bytes);
-    // The size that is told does not depend on how the memory is aligned.
+    // The reported size does not depend on the alignment of the caller's memory.
     wanted_ += alignof(std::max_align_t) - 1;
     void* aligned = memory_;
     size_t left = bytes_;
@@ -78,7 +78,7 @@ class Memory {
   uint32_t refusal() const {
     return is_own_ ? uint32_t{TAVO_STATUS_NO_MEMORY_FOR_TEXT} : TAVO_READ_NEEDS_MEMORY;
   }
-  // What the last call wanted.
+  // The bytes that the last call needed.
   size_t wanted() const {
     return wanted_;
   }
@@ -90,7 +90,7 @@ class Memory {
   size_t wanted_ = 0;
 };
 
-// A result that only tells why the text could not be read.
+// Makes a result that only says why the text could not be read.
 uint32_t refuse(Memory& memory, const Refusal& refusal, TAVOReadResult** result) {
   void* place = memory.take(sizeof(TAVOReadResult));
   if (place == nullptr) return memory.refusal();
@@ -113,7 +113,7 @@ struct FreeMemory {
   }
 };
 
-// 8-bit text goes through the platform; then it is wide text whose length is told in bytes.
+// The platform converts 8-bit text to wide text; its length is still reported in bytes.
 uint32_t read_code_page(const Request& request, Memory& memory, TAVOReadResult** result) {
   const size_t room = request.bytes + 1;
   const std::unique_ptr<wchar_t, FreeMemory> wide(

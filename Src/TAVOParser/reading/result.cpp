@@ -1,4 +1,4 @@
-// Looking into a result.
+// Read access to a result.
 #include "reading/result.h"
 
 namespace tavo {

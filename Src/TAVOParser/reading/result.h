@@ -1,4 +1,4 @@
-// What a read function gives back: made once, then only looked at.
+// What a read function returns: made once, then read-only.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace tavo {
 
-// The texts of a pair in UTF-8, terminated.
+// A pair's key and value in UTF-8, null-terminated.
 struct OptionText {
   const char* key;
   const char* value;
@@ -25,7 +25,7 @@ struct ErrorInsert {
 
 }  // namespace tavo
 
-// Lies at the beginning of its memory; what the pointers point at follows.
+// Lies at the start of its memory; the objects that its pointers refer to follow.
 struct TAVOReadResult {
   static constexpr uint32_t kInserts = 2;
 
@@ -34,13 +34,13 @@ struct TAVOReadResult {
   uint32_t trace_levels;
   uint32_t refused_trace_levels;
   uint32_t insert_count;  // of the error, not of a refused trace level
-  KeyValueEntry* pairs;   // places in the unit that was asked for
+  KeyValueEntry* pairs;   // places in the requested unit
   tavo::TraceLevel* levels;
-  // Of each pair; null when the statement is ASCII: then a text lies in utf8 where it lies in wide.
+  // One for each pair; null if the statement is ASCII: then offsets in utf8 equal those in wide.
   tavo::OptionText* texts;
   const wchar_t* wide;
   const char* utf8;
-  tavo::PassError error;  // after the refused trace levels; the number is 0 without one
+  tavo::PassError error;  // after the refused trace levels; number 0: no error
   bool has_place;
   TAVOPlace place;  // of the error
   tavo::ErrorInsert inserts[kInserts];

@@ -1,5 +1,5 @@
-// The errors of a result, and their messages. A message is formatted when somebody asks for it,
-// from a message block that no thread holds.
+// The errors of a result, and their messages. A message is formatted on request, from a message
+// block that belongs to no thread.
 #include <cstdlib>
 #include <cwchar>
 
@@ -22,7 +22,7 @@ bool has(const TAVOReadResult* result, uint32_t error) {
   return result != nullptr && error < count_errors(*result);
 }
 
-// A message in memory of its own.
+// A formatted message, which owns its memory.
 class Message {
  public:
   Message(const TAVOReadResult& result, uint32_t error) {
@@ -38,7 +38,7 @@ class Message {
     std::free(text_);
   }
 
-  // Null when there is none.
+  // Null if there is no message.
   const wchar_t* text() const {
     return text_;
   }
@@ -63,7 +63,7 @@ class Message {
     request.size = sizeof request;
     request.messageId = block.messageId;
     request.block = &block;
-    GetFormattedErrorMsg(&request);  // tells the size
+    GetFormattedErrorMsg(&request);  // returns the size
     if (request.neededBytes < sizeof(wchar_t)) return;
     text_ = static_cast<wchar_t*>(std::calloc(request.neededBytes, 1));
     if (text_ == nullptr) return;

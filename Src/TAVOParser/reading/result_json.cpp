@@ -1,4 +1,4 @@
-// A result as JSON.
+// Writes a result as JSON.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -30,7 +30,7 @@ class JsonWriter {
     } while (number != 0);
     put({first, static_cast<size_t>(digits + sizeof digits - first)});
   }
-  // UTF-8 as a quoted string.
+  // Writes UTF-8 text as a quoted string.
   void put_string(std::string_view text) {
     put("\"");
     for (const char c : text) put_character(c);
@@ -44,7 +44,7 @@ class JsonWriter {
     name_field(name);
     put_string(text);
   }
-  // The name of a member, with the comma before all but the first.
+  // Writes a member's name, with a comma before all but the first.
   void name_field(std::string_view name) {
     separate();
     put("\"");
@@ -63,7 +63,7 @@ class JsonWriter {
     if (!is_first_) put(",");
     is_first_ = false;
   }
-  // Terminates what is there and returns the bytes that all of it needs.
+  // Terminates the text and returns the bytes that all of it would need.
   size_t finish() {
     if (room_ != 0) buffer_[std::min(needed_, room_ - 1)] = 0;
     return needed_ + 1;
@@ -129,7 +129,7 @@ void write_pair(JsonWriter& json, const TAVOReadResult& result, uint32_t pair) {
   json.close("}");
 }
 
-// Returns false when there was no memory for the message.
+// Returns false if there is no memory for the message.
 bool write_error(JsonWriter& json, const TAVOReadResult& result, uint32_t error) {
   const size_t bytes = TAVOResult_GetErrorMessage(&result, error, nullptr, 0);
   auto* message = static_cast<char*>(std::malloc(bytes));

@@ -14,7 +14,7 @@
 
 namespace tavo {
 
-// Stores the pairs of a pass; of the keys that may not repeat the first one only.
+// Stores the pairs of a pass; of a key that may not repeat, only the first.
 class PassActions {
  public:
   using Prefix = const LexemeToken*;  // the keyword before the parenthesis
@@ -25,8 +25,7 @@ class PassActions {
 
   void store(const LexemeToken* key, uint32_t key_type, const LexemeToken* value,
              uint32_t value_type, const LexemeToken* prefix) {
-    if (value->type == TAVO_TOKEN_END_OF_INPUT)
-      return;  // the error that follows is all that counts
+    if (value->type == TAVO_TOKEN_END_OF_INPUT) return;  // only the error that follows matters
     if (pass_.stored_.has(key_type) && !is_repeatable(key_type)) return;
     KeyValueEntry& pair = pass_.memory_.pairs[pass_.stored_.size()];
     pass_.stored_.add(key_type);
@@ -67,7 +66,7 @@ class PassActions {
   }
 
   const LexemeToken* make_prefix(const LexemeToken* keyword) {
-    prefix_ = *keyword;  // its place among the tokens will be taken
+    prefix_ = *keyword;  // its slot in the token window will be reused
     note_definition();
     return &prefix_;
   }
@@ -87,7 +86,7 @@ class PassActions {
   static uint32_t length_of(const LexemeToken& token) {
     return static_cast<uint32_t>(token.stop - token.start);
   }
-  // No token that is stored holds a surrogate pair: its units are its characters.
+  // Stored tokens hold no surrogate pairs: their units are their characters.
   OptionPlace place_of(const LexemeToken& key, const LexemeToken& value) const {
     return {pass_.offset_of(key), length_of(key), pass_.offset_of(value), length_of(value)};
   }
@@ -143,7 +142,7 @@ class PassActions {
     }
   }
 
-  // Also of the option that has just been stored.
+  // Records a trace level; the option itself may have just been stored.
   void note_trace_level(const LexemeToken& key, const LexemeToken& value, uint32_t value_type) {
     const uint16_t* units = value.start;
     uint32_t count = length_of(value);
@@ -152,7 +151,7 @@ class PassActions {
       count = count < 2 ? 0 : count - 2;
     }
     uint32_t produced = 0;
-    // As in SetTraceLevel: one byte more than characters would fill the byte of the terminator.
+    // As in SetTraceLevel: more bytes than characters would overwrite the terminator's byte.
     const bool is_convertible =
         Convert16To8(pass_.memory_.bytes, count + 1, units, count, &produced) == 0 &&
         produced <= count;
@@ -197,7 +196,7 @@ bool StatementPass::run() {
   return error_.number == 0 && refused_trace_levels_ == 0;
 }
 
-// What TAVO_SetErrMsg makes of an exception, and where the misfit is in the whole text.
+// Records what TAVO_SetErrMsg records of an exception, and the misfit's place in the whole text.
 void StatementPass::fail_at(uint32_t kind, const uint16_t* start, const uint16_t* stop) {
   const uint16_t* end = text_.units + text_.unit_count;
   LineCursor cursor;
@@ -218,7 +217,7 @@ void StatementPass::fail_at(uint32_t kind, const uint16_t* start, const uint16_t
   } else {
     error_.position = static_cast<uint32_t>(cursor.character_position(start)) + 2;
   }
-  // An error that cannot be placed is said to be at the end of the input.
+  // An error without a place is reported at the end of the input.
   if (kind == static_cast<uint32_t>(SyntaxError::kNoViableAlternative) &&
       error_.position == kFirstCharacter) {
     error_.position = text_.reported_length;

@@ -1,7 +1,7 @@
-// One statement, read in one pass: the grammar tables over the scanner's lexemes, pairs stored as
-// they are found, the provider's rules at the end. The results equal those of a sizing run and a
-// filling run of Parser_Service, without the runtime, without allocations and without the
-// platform's conversions. Nothing is recorded for a thread.
+// Reads one statement in one pass: runs the grammar tables over the scanner's lexemes, stores pairs
+// as it finds them, checks the provider's rules at the end. The results equal those of a sizing run
+// and a filling run of Parser_Service, without the runtime, allocations and the platform's
+// conversions. Nothing is recorded for a thread.
 #pragma once
 
 #include <cstddef>
@@ -16,21 +16,21 @@ namespace tavo {
 
 // The text of a statement, in the two forms that a pass works on.
 struct PassText {
-  // Units after the UTF-16 text that may be read; they are 0.
+  // Readable zero units after the UTF-16 text.
   static constexpr size_t kZeros = 16;
 
-  const uint16_t* units = nullptr;  // UTF-16 without lone halves of pairs
+  const uint16_t* units = nullptr;  // UTF-16 without lone surrogates
   uint32_t unit_count = 0;
-  // The same text in wide characters, with space for one more. The pass terminates stored texts in
-  // it, in place of the sign or blank after each, and so changes it.
+  // The same text in wide characters, with space for one more. The pass changes it: it terminates
+  // stored text by overwriting the sign or blank after it.
   wchar_t* wide = nullptr;
-  // The reported position of a syntax error at the first character: characters, or bytes of 8-bit
-  // text.
+  // The reported position of a syntax error at the first character: in characters, or in bytes for
+  // 8-bit text.
   uint32_t reported_length = 0;
 };
 
-// Where an option stands in the text. Offsets and lengths count characters and are those of the
-// tokens as typed, quotes included.
+// An option's place in the text. Offsets and lengths are those of the tokens in characters, quotes
+// included.
 struct OptionPlace {
   uint32_t key;
   uint32_t key_length;
@@ -38,7 +38,7 @@ struct OptionPlace {
   uint32_t value_length;
 };
 
-// A pair holds its place where callers of the two runs have bytes of their own.
+// A pair holds its place in the bytes that belong to the caller in the two-run interface.
 inline OptionPlace place_of(const KeyValueEntry& pair) {
   OptionPlace place;
   static_assert(sizeof place == sizeof pair.caller0);
@@ -53,12 +53,12 @@ inline void set_place_of(KeyValueEntry& pair, const OptionPlace& place) {
 struct TraceLevel {
   OptionPlace place;
   uint32_t value_type;
-  bool is_convertible;        // to the 8-bit form that the platform would be handed
-  const KeyValueEntry* pair;  // null when an earlier one of its key counts
+  bool is_convertible;        // to the 8-bit form that the platform needs
+  const KeyValueEntry* pair;  // null if an earlier pair with its key counts
   const char* text;           // in UTF-8, terminated; set when the result is made
 };
 
-// Where a pass stores.
+// The memory in which a pass stores.
 struct PassMemory {
   KeyValueEntry* pairs = nullptr;      // as many as the text has equals signs
   TraceLevel* trace_levels = nullptr;  // as many
@@ -67,9 +67,9 @@ struct PassMemory {
   char* words = nullptr;               // see WordIndex
 };
 
-// Wide characters that keys with prefixes can need: all keys of a text, and a prefix and a
-// terminator for each equals sign after the first parenthesis. Keys are copied in steps, so that
-// the last one needs more.
+// The wide characters that prefixed keys may need: all keys of a text, plus a prefix and a
+// terminator for each equals sign after the first parenthesis. Keys are copied in steps, so the
+// last one needs more.
 constexpr size_t kLongestKeyPrefix = 15;  // without its ":"
 constexpr size_t kKeyStep = 8;
 constexpr size_t key_room(size_t characters, size_t equals) {
@@ -79,8 +79,8 @@ constexpr size_t key_room(size_t characters, size_t equals) {
 // A syntax error, or the first violation of a rule.
 struct PassError {
   uint32_t number = 0;    // 0: none
-  uint32_t position = 0;  // of 7139: the recorded place, which counts within its line
-  // Of a syntax error: where it is in the whole text, in characters.
+  uint32_t position = 0;  // of 7139: the recorded place, counted within its line
+  // Of a syntax error: its place in the whole text, in characters.
   uint32_t offset = 0;
   uint32_t length = 0;
   uint32_t line = 0;  // from 1; 0: of a violation
@@ -95,24 +95,24 @@ class StatementPass {
   StatementPass(const StatementPass&) = delete;
   StatementPass& operator=(const StatementPass&) = delete;
 
-  // Reads the statement. Returns whether it is accepted: no error, no trace level that cannot be
+  // Reads the statement. Returns whether it is accepted: no error, and every trace level can be
   // converted.
   bool run();
 
-  // One past the keys with a prefix that are in the memory for them.
+  // One past the last prefixed key in PassMemory::keys.
   const wchar_t* keys_end() const {
     return keys_end_;
   }
-  // What is stored. After a syntax error: what had been stored before.
+  // The number of stored pairs; after a syntax error, of those stored before it.
   uint32_t pair_count() const {
     return static_cast<uint32_t>(stored_.size());
   }
-  // Options, and the statement, that set the trace level.
+  // How many options, or statements, set the trace level.
   uint32_t trace_levels() const {
     return trace_levels_;
   }
-  // Options whose trace level has no 8-bit form (7175): recorded before the error, if there is one
-  // that is no syntax error.
+  // How many trace levels have no 8-bit form (7175). They are recorded before the error, unless it
+  // is a syntax error.
   uint32_t refused_trace_levels() const {
     return refused_trace_levels_;
   }
@@ -132,7 +132,7 @@ class StatementPass {
   PassMemory memory_;
   StoredPairs stored_;
   wchar_t* keys_end_;
-  bool definitions_repeat_ = false;  // whether one has a data type or a name twice
+  bool definitions_repeat_ = false;  // whether a definition repeats its number, data type or name
   uint32_t trace_levels_ = 0;
   uint32_t refused_trace_levels_ = 0;
   PassError error_;

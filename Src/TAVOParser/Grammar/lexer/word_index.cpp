@@ -5,8 +5,8 @@
 namespace tavo {
 namespace {
 
-// Indexes sixteen units: writes them in uppercase, which may be anything where no word character
-// is, and returns a bit for each word character.
+// Indexes sixteen units: writes them in uppercase, undefined where there is no word character, and
+// returns a bit for each word character.
 #ifdef TAVO_SSE2
 
 uint64_t index_sixteen(const uint16_t* text, uint8_t* folded) {
@@ -37,8 +37,8 @@ WordIndex::WordIndex(const uint16_t* text, size_t units, void* memory)
       bits_(static_cast<uint8_t*>(memory) + steps_in(units) * kStep) {
   auto* folded = static_cast<uint8_t*>(memory);
   uint8_t* bits = folded + steps_in(units) * kStep;
-  // A word's bits are soon loaded eight bytes at a time: stored in smaller parts, they would not be
-  // there yet.
+  // Store a word's bits eight bytes at a time, as they are soon loaded: smaller stores would delay
+  // the load.
   for (size_t at = 0; at <= units; at += kStep, folded += kStep, bits += sizeof(uint64_t)) {
     uint64_t words = 0;
     for (size_t i = 0; i < kStep && at + i <= units; i += 16) {
@@ -51,7 +51,7 @@ WordIndex::WordIndex(const uint16_t* text, size_t units, void* memory)
 
 size_t WordIndex::length_beyond(size_t at, size_t length) const {
   size_t whole = length;
-  // The character after the text is no word character, so this ends there.
+  // The character after the text is not a word character, so this ends there.
   while (size_t more = length_at(at + whole)) whole += more;
   return whole;
 }

@@ -1,5 +1,5 @@
-// All words of a text, found in one step before the text is read: a bit for each character that a
-// word may have, and each character in uppercase. A word then costs two loads, wherever it is.
+// All words of a text, found in one step before the text is read: a bit for each word character,
+// and each character in uppercase. Reading a word then needs two loads, wherever it is.
 #pragma once
 
 #include <bit>
@@ -16,10 +16,10 @@ class WordIndex {
   // Zero units that follow the text.
   static constexpr size_t kZeros = 16;
 
-  // Whatever their lengths.
+  // Finds words of any length.
   static constexpr bool kFindsAll = true;
 
-  // Bytes that the index of a text of that many units needs; at least as many for a longer text.
+  // The bytes that the index of a text of `units` units needs; never decreases with the length.
   static constexpr size_t memory_for(size_t units) {
     return steps_in(units) * (kStep + kStep / 8) + sizeof(uint64_t);
   }
@@ -27,8 +27,8 @@ class WordIndex {
   // Indexes UTF-16 text. text and memory must outlive the index.
   WordIndex(const uint16_t* text, size_t units, void* memory);
 
-  // Reads the run of word characters at this place, which is not after the end of the text. Returns
-  // its length; 0 when there is none.
+  // Reads the run of word characters at this place, which must not be after the end of the text.
+  // Returns its length, or 0.
   size_t read(const uint16_t* place, WordRun& run) const {
     const auto at = static_cast<size_t>(place - text_);
     size_t length = length_at(at);
@@ -47,16 +47,16 @@ class WordIndex {
   }
 
  private:
-  // Characters whose bits are one number.
+  // The number of characters whose bits form one number.
   static constexpr size_t kStep = 64;
-  // A longer run than that can be cut at the end of the bits that one load brings.
+  // A longer run may be truncated at the end of the bits of one load.
   static constexpr size_t kShortestCut = 64 - 7;
 
-  // One step more than the text fills, so that the character after it is indexed, too.
+  // One more step than the text fills, so that the character after it is also indexed.
   static constexpr size_t steps_in(size_t units) {
     return units / kStep + 1;
   }
-  // The first byte is the lowest.
+  // Swaps bytes if necessary, so that the first byte is the lowest.
   static constexpr uint64_t lowest_first(uint64_t value) {
     return std::endian::native == std::endian::little ? value : __builtin_bswap64(value);
   }
@@ -69,7 +69,7 @@ class WordIndex {
     value = lowest_first(value);
     std::memcpy(bytes, &value, sizeof value);
   }
-  // Not more than 64.
+  // At most 64.
   size_t length_at(size_t at) const {
     return static_cast<size_t>(std::countr_one(load(bits_ + at / 8) >> (at % 8)));
   }
