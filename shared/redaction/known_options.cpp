@@ -16,7 +16,7 @@ constexpr KnownOption kKnownOptions[] = {
 
 constexpr size_t kLongestWord = 48;
 
-// A word in upper case, or nothing when it is longer than any keyword or not ASCII.
+// A word in upper case; empty if it is longer than any keyword or not ASCII.
 class Folded {
  public:
   explicit Folded(std::wstring_view word) noexcept {
@@ -50,7 +50,7 @@ bool is_digit(char c) noexcept {
   return c >= '0' && c <= '9';
 }
 
-// The keyword before a number from 1 to 99.
+// The keyword before a number from 1 to 99; empty without such a number.
 std::string_view without_number(std::string_view word) noexcept {
   size_t digits = 0;
   while (digits < 2 && digits < word.size() && is_digit(word[word.size() - 1 - digits])) ++digits;
@@ -59,7 +59,7 @@ std::string_view without_number(std::string_view word) noexcept {
   return number ? stem : std::string_view();
 }
 
-// Insertions, deletions, replacements and swaps of neighbours; no more than kFar of them matter.
+// Edit distance: insertions, deletions, replacements and swaps of neighbours, capped at kFar.
 constexpr size_t kFar = 3;
 
 size_t distance(std::string_view a, std::string_view b) noexcept {

@@ -1,4 +1,4 @@
-// The options of the language that hold no secret, and what they accept.
+// The language's options that hold no secrets, and what they accept.
 #pragma once
 
 #include <cstddef>
@@ -22,17 +22,17 @@ struct KnownOption {
   std::string_view values;  // accepted keywords, each between bars: "|NO|YES|"
 };
 
-// Folds ASCII letters to upper case. The option of a keyword, or null; not the secret ones.
+// The option of a keyword, ASCII case ignored; null for unknown keywords and secret options.
 const KnownOption* find_known_option(std::wstring_view keyword) noexcept;
 bool is_secret_option(std::wstring_view keyword) noexcept;
-// Whether such a keyword is a part of a word, though not all of it.
+// Whether the word contains a secret option's keyword and more.
 bool is_secret_option_within(std::wstring_view word) noexcept;
-// Whether the language has an option whose keyword is near the word: so many slips apart as a
-// person makes. Takes far longer than the others.
+// Whether the word looks like a misspelled keyword of an option: within a small edit distance. Far
+// slower than the other functions.
 bool is_near_an_option(std::wstring_view word) noexcept;
-// Whether the word begins an option's keyword.
+// Whether the word is a prefix of an option's keyword.
 bool begins_an_option(std::wstring_view word) noexcept;
-// Whether the option accepts this keyword; the blanks inside count.
+// Whether the option accepts this keyword; blanks inside it are significant.
 bool accepts_keyword(const KnownOption& option, std::wstring_view value) noexcept;
 
 }  // namespace tavo::redaction

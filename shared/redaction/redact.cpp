@@ -11,7 +11,7 @@ namespace {
 
 using Kind = LexemeKind;
 
-// Unknown keys that are compared with every keyword; those of a text that come later are hidden.
+// How many unknown keys are compared with every keyword; the text's later unknown keys are hidden.
 constexpr size_t kMostCompared = 32;
 
 bool is_number(std::wstring_view text) noexcept {
@@ -19,8 +19,8 @@ bool is_number(std::wstring_view text) noexcept {
   return !text.empty() && text.find_first_not_of(L"0123456789") == text.npos;
 }
 
-// A name of a field, a user, a library. Not one that a secret may have run into since the signs
-// between them were lost: a keyword of secrets is a part of it, or a long number.
+// The name of a field, a user or a library. A name that contains a secret option's keyword or a
+// long number does not count: lost signs may have joined it with a secret.
 bool is_plain_name(std::wstring_view name) noexcept {
   constexpr size_t kLongest = 32;
   constexpr size_t kMostDigits = 4;
@@ -62,7 +62,7 @@ class Redaction {
     if (!hiding_) hide_comments(past_, next_[0].begin);
     hide_from(hiding_ ? hidden_ : next_[0].begin);
   }
-  // Of the next lexeme shows what stands before `begin`.
+  // Shows the part of the next lexeme before `begin`, hides the rest.
   void hide_from(size_t begin) noexcept {
     hiding_ = true;
     hidden_ = begin;
@@ -71,7 +71,7 @@ class Redaction {
   void pass() noexcept {
     past_ = next_[0].end;
     next_.advance();
-    // Options that a comment swallowed: what stands after it may belong to one of them.
+    // A comment may have swallowed options; the text after it may belong to one of them.
     each_comment(past_, next_[0].begin, [&](size_t begin, size_t end) {
       doubtful_ = doubtful_ || !is_harmless_comment(text_.substr(begin, end - begin));
     });
@@ -89,7 +89,7 @@ class Redaction {
       at = std::max(past, at + 1);
     }
   }
-  // Their texts, without the signs that begin and end them.
+  // Hides the text of comments, without the signs that begin and end them.
   void hide_comments(size_t gap_begin, size_t gap_end) noexcept {
     each_comment(gap_begin, gap_end, [&](size_t begin, size_t end) {
       size_t first = begin + 2;
@@ -101,9 +101,9 @@ class Redaction {
     });
   }
 
-  // ---- what the lexemes are --------------------------------------------------------------------
+  // ---- classifying lexemes ---------------------------------------------------------------------
 
-  // In the statement of a user's own provider every key is the user's.
+  // In a user provider's statement every key is user-defined.
   const KnownOption* known_option(size_t i) const noexcept {
     const KnownOption* option = find_known_option(next_.text(i));
     const bool of_users = users_own_ && !in_parentheses_;
@@ -114,7 +114,7 @@ class Redaction {
     if (!next_.is(i, Kind::kWord) || !next_.is(i + 1, Kind::kEqual)) return false;
     return known_option(i) != nullptr || is_secret_option(next_.text(i));
   }
-  // Whether a value that ends before that lexeme is whole without doubt.
+  // Whether a value that ends before lexeme `i` is certainly complete.
   bool ends_value(size_t i) const noexcept {
     switch (next_[i].kind) {
       case Kind::kEnd:
@@ -158,7 +158,7 @@ class Redaction {
     hide_to_next_option();
   }
 
-  // What fits in nowhere. All that follows is read with doubt.
+  // Hides text that fits nowhere. Everything after it is doubtful.
   void hide_to_next_option() noexcept {
     doubtful_ = true;
     do {
@@ -170,7 +170,7 @@ class Redaction {
     return next_[0].apart && begins_option(0);
   }
 
-  // No equal sign follows: the end of a text that was cut, or an option without it.
+  // Reads a word without an equal sign: the end of truncated text, or an incomplete option.
   void read_bare_word() noexcept {
     const std::wstring_view word = next_.text(0);
     if (next_.is(1, Kind::kEnd) && begins_an_option(word)) return show();
@@ -241,7 +241,7 @@ class Redaction {
       return true;
     }
     if (is_single_value()) {
-      // Quoted text with an equal sign may be what stands between two quoted texts.
+      // Quoted text with an equal sign may really be the text between two quoted strings.
       doubtful_ = doubtful_ || next_.text(0).find(L'=') != std::wstring_view::npos;
       hide();
     } else if (!read_groups(option)) {
@@ -250,7 +250,7 @@ class Redaction {
     return false;
   }
 
-  // How many words make an accepted value; 0 when there is none.
+  // The number of words in the accepted value; 0 if there is none.
   size_t accepted_words(const KnownOption& option) const noexcept {
     constexpr size_t kMost = 5;  // in a national identifier
     size_t words = 0;
@@ -266,7 +266,7 @@ class Redaction {
     return number || name ? 1 : 0;
   }
 
-  // Copy ranges, or an instruction with its parameters: PREFIX("x"), (1,4)(7,2). Shown are numbers.
+  // Copy ranges or an instruction with its parameters: (1,4)(7,2), PREFIX("x"). Shows only numbers.
   bool read_groups(const KnownOption& option) noexcept {
     LexemeWindow probe = next_;
     bool numbers = !doubtful_ && (option.flags & kTakesCopies) != 0 && probe.is(0, Kind::kOpen);
@@ -306,7 +306,7 @@ class Redaction {
   size_t hidden_ = 0;  // where the hidden range begins
   bool hiding_ = false;
   const bool is_excerpt_;
-  bool doubtful_;  // a secret or an unknown part was passed: neither numbers nor names are shown
+  bool doubtful_;  // after a secret or unknown part: neither numbers nor names are shown
   bool at_beginning_;
   bool users_own_ = false;
   bool in_parentheses_ = false;
@@ -317,7 +317,7 @@ bool is_part_of_key(wchar_t c) noexcept {
   return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9');
 }
 
-// Calls found(end) after each occurrence of a secret option's keyword as a word of its own.
+// Calls found(end) after each secret option's keyword that is a whole word.
 template <typename Found>
 bool any_secret_word(std::wstring_view text, Found found) noexcept {
   for (size_t at = 0; at < text.size();) {

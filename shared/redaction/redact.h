@@ -1,14 +1,14 @@
 // Keeps secrets of a parameter string out of messages. The command line masks with the same rules.
 //
-// What stands in a wrong statement cannot be told by its syntax: a quote that is missing turns
-// secrets inside out. So nothing is shown but what is known to be harmless. That is, next to keys,
-// equal signs and separators:
+// The syntax of an invalid statement does not tell what its text is: after a missing quote,
+// secrets and the text between them change places. So only text that is known to be harmless is
+// shown. Besides keys, equal signs and separators, that is:
 // - a keyword that the option before it accepts;
-// - a number or an unquoted name that the option accepts, as long as all before it is read without
-//   doubt and holds no secret.
-// Quoted text, comments, and all values of secret and unknown options are hidden, and so is
-// whatever fits in nowhere, up to the next option of the language. In the statement of a user's own
-// provider every key is an unknown one.
+// - a number or an unquoted name that the option accepts, provided that everything before it was
+//   read without doubt and holds no secret.
+// Quoted text, comments, all values of secret and unknown options, and text that fits nowhere, up
+// to the next option of the language, are hidden. In a user provider's statement every key is
+// unknown.
 #pragma once
 
 #include <cstddef>
@@ -16,31 +16,31 @@
 
 namespace tavo::redaction {
 
-// The options that hold secrets: the one list of them, in upper case.
+// The options that hold secrets, in upper case. This is the only such list.
 inline constexpr std::string_view kSecretOptions[] = {"CONN", "KEY", "PASS", "SEED"};
 
-// What stands in place of hidden text.
+// Replaces hidden text.
 inline constexpr std::wstring_view kHiddenText = L"***";
 
-// Called for each range of hidden characters, in order; they neither overlap nor touch.
+// Called for each hidden half-open range of characters, in order; ranges neither overlap nor touch.
 using HideRange = void (*)(void* context, size_t begin, size_t end);
 
 enum class TextKind {
   kStatement,  // a whole statement
-  kExcerpt,    // the beginning of one: its last word may go on
+  kExcerpt,    // the start of a statement: its last word may be incomplete
   kPart,       // any part of a text: numbers and names are hidden from the start
 };
 
-// Finds what has to be hidden of a text that is no accepted statement. Takes time that grows with
-// the text alone, no memory, and any thread may call.
+// Finds what to hide in text that is not an accepted statement. Takes linear time, allocates
+// nothing, thread-safe.
 void find_hidden(std::wstring_view text, TextKind kind, HideRange hide, void* context) noexcept;
 
-// Whether a value that is shown by right speaks of a secret all the same, as PASS=x or KEY:x in a
-// text does that swallowed the option after it.
+// Whether a value of a non-secret option nevertheless names a secret, such as PASS=x or KEY:x in a
+// quoted string that swallowed the next option.
 bool speaks_of_secret(std::wstring_view value) noexcept;
 
-// Whether a comment may be shown in an accepted statement: it holds words only, and none of a
-// secret.
+// Whether a comment in an accepted statement may be shown: it holds only words, and none is a
+// secret option's keyword.
 bool is_harmless_comment(std::wstring_view comment) noexcept;
 
 }  // namespace tavo::redaction

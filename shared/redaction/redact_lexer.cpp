@@ -8,7 +8,7 @@ namespace tavo::redaction {
 
 namespace {
 
-constexpr wchar_t kLastOfTheLexer = 0xFFFF;  // beyond it a quoted text is broken
+constexpr wchar_t kLastOfTheLexer = 0xFFFF;  // a larger character breaks a quoted string
 
 bool is_digit(wchar_t c) noexcept {
   return c >= L'0' && c <= L'9';
@@ -19,8 +19,8 @@ size_t end_of_word(std::wstring_view text, size_t at) noexcept {
   return at;
 }
 
-// After the closing quote. All of the text when there is none, or when the lexer cannot read what
-// stands between: nobody knows then which of the quotes that follow open and which close.
+// One past the closing quote, or npos if there is none or the lexer cannot read the text before
+// it: then it is unknown which of the following quotes open and which close.
 size_t end_of_string(std::wstring_view text, size_t quote) noexcept {
   for (size_t i = quote + 1; i < text.size(); ++i) {
     if (text[i] == L'"') return i + 1;

@@ -1,5 +1,5 @@
-// The lexemes of a text of which nothing is known. Coarser than the library's lexer: it only has to
-// know where a quoted text, a comment or a word ends, and to doubt what it does not know.
+// The lexemes of an arbitrary text. Coarser than the library's lexer: it only has to find where a
+// quoted string, a comment or a word ends, and to mark everything else as unknown.
 #pragma once
 
 #include <array>
@@ -25,18 +25,18 @@ struct Lexeme {
   LexemeKind kind = LexemeKind::kEnd;
   size_t begin = 0;
   size_t end = 0;
-  bool apart = false;  // white space or a comment stands before it
+  bool apart = false;  // white space or a comment precedes it
 };
 
 bool is_blank(wchar_t c) noexcept;
-// Of unquoted text.
+// Whether unquoted text can contain the character within a word.
 bool is_word_character(wchar_t c) noexcept;
-// After white space and comments.
+// The index of the first character after white space and comments.
 size_t skip_hidden(std::wstring_view text, size_t at) noexcept;
-// The end of the comment that begins there; `at` itself when none does.
+// The end of the comment that begins at `at`; `at` itself if none begins there.
 size_t end_of_comment(std::wstring_view text, size_t at) noexcept;
 
-// The next lexemes of a text. A copy is a way to look farther ahead.
+// The next lexemes of a text. To look farther ahead, advance a copy.
 class LexemeWindow {
  public:
   static constexpr size_t kAhead = 8;
