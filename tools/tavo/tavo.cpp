@@ -20,8 +20,8 @@ std::string version_text() {
                      TAVOParser_GetVersion(), TAVOParser_GetAbiVersion());
 }
 
-// The words of the command line, last first, as CLI11 wants them. It gives what follows "--" to the
-// tool instead of the verb once the verb has a word: such words are files, named without ambiguity.
+// The words of the command line, last first, as CLI11 requires. CLI11 gives words after "--" to the
+// tool instead of the verb once the verb has a word: such words are files, made unambiguous here.
 std::vector<std::string> words_of(int argc, char** argv) {
   std::vector<std::string> words;
   const bool for_scripts = argc > 1 && std::string_view(argv[1]) == "complete-statement";
@@ -79,7 +79,7 @@ int parse_and_run(int argc, char** argv, Output& output) {
   return status;
 }
 
-// A statement in the wrong place may hold secrets. The name of a file that is there is none.
+// Masks arguments: a misplaced statement may hold secrets. Names of existing files hold none.
 void hide_arguments(int argc, char** argv, Output& output) {
   std::vector<std::string> words;
   for (int i = 1; i < argc; ++i) {
@@ -91,7 +91,7 @@ void hide_arguments(int argc, char** argv, Output& output) {
   }
 }
 
-// Starts the library and does what the command line asks for.
+// Starts the library and runs the command line.
 int run(int argc, char** argv, Output& output) {
   const Library library;
   if (!library) {
@@ -104,7 +104,7 @@ int run(int argc, char** argv, Output& output) {
   return status;
 }
 
-// The exit status of whatever happens.
+// Runs the tool; turns every exception into an exit status.
 int guarded_run(int argc, char** argv) {
   Output output;
   output.choose_color(ColorChoice::kAuto);
@@ -114,7 +114,7 @@ int guarded_run(int argc, char** argv) {
     end_by_broken_pipe();
     return kCouldNotRun;
   } catch (const OutputError& error) {
-    // Nothing is pending any more that could fail again.
+    // No output is pending that could fail again.
     output.complain(error.what());
   } catch (const std::exception& error) {
     output.complain(error.what());

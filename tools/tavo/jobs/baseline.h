@@ -1,6 +1,6 @@
-// The findings that a project has and lives with: `tavo check --baseline` hides them, and tells
-// what is new. An entry holds the file, the rule, the error number and the beginning of the
-// statement with secrets masked; neither a line nor a digest of anything.
+// The known findings that a project tolerates: `tavo check --baseline` hides them and reports new
+// ones. An entry holds the file, the rule, the error number and the start of the statement with
+// secrets masked; it holds no line number and no digest.
 #pragma once
 
 #include <map>
@@ -21,21 +21,21 @@ class BaselineError : public std::runtime_error {
 
 class Baseline {
  public:
-  // path: of the baseline; files are told from its folder.
+  // path: the baseline's; file names are relative to its folder.
   explicit Baseline(const std::string& path);
 
   // Throws BaselineError.
   static Baseline of_text(const std::string& path, const std::string& text);
 
-  // Another finding of that statement in that file.
+  // Adds a finding of this statement in this file.
   void add(const std::string& file, const StatementText& statement, const Finding& finding);
-  // Whether it is an old one; each is used up by one finding.
+  // Whether the finding is an old one; each entry hides one finding.
   bool hides(const std::string& file, const StatementText& statement, const Finding& finding);
   // Marks a file as checked.
   void saw(const std::string& file);
-  // Old findings of checked files that are gone.
+  // The number of old findings in checked files that no longer occur.
   size_t gone() const;
-  // As it is stored: in order, one finding a line.
+  // The stored form: sorted, one finding per line.
   std::string to_json() const;
 
  private:

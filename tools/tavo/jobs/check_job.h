@@ -1,4 +1,4 @@
-// One run of `tavo check`: which files, what is fixed, hidden, told and counted.
+// One run of `tavo check`: selects files; fixes, hides, reports and counts findings.
 #pragma once
 
 #include <array>
@@ -23,7 +23,7 @@ struct CheckJobOptions {
   FileSelection selection;
   CheckSettings settings;
   bool strict = false;  // warnings fail
-  bool first = false;   // of a statement only the error that is recorded
+  bool first = false;   // report only the recorded error of a statement
   FixWhat fix = FixWhat::kNothing;
   bool diff = false;          // show fixes instead of applying them
   std::string configuration;  // this file instead of a search
@@ -43,7 +43,7 @@ void list_checked_files(
 
 class CheckJob : private CheckSink {
  public:
-  // Throws InputError and BaselineError, which tell the baseline.
+  // Throws InputError and BaselineError, which name the baseline.
   CheckJob(const CheckJobOptions& options, Output& output, CheckReport& report);
 
   // Throws SelectionError.

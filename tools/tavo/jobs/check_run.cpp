@@ -13,7 +13,7 @@ constexpr size_t kSliceStatements = 1024;
 constexpr size_t kSmallFile = 1 << 18;  // bytes
 constexpr size_t kGroupFiles = 64;
 
-// 0 for what is no regular file, or is a large one.
+// Whether the file is a small regular file; bytes: receives its size.
 bool is_small(const std::string& file, size_t& bytes) {
   struct stat info {};
   if (file == "-" || ::stat(file.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
@@ -23,10 +23,10 @@ bool is_small(const std::string& file, size_t& bytes) {
 
 }  // namespace
 
-// A slice of a file, or a whole small one.
+// A slice of a file, or a whole small file.
 struct CheckRun::Part {
   std::shared_ptr<CheckedFile> file;
-  std::string path;  // to be read by the part itself
+  std::string path;  // of the file that the part itself reads
   std::optional<uint32_t> code_page;
   bool begins = false;
   bool ends = false;
@@ -36,7 +36,7 @@ struct CheckRun::Part {
 
   struct Found {
     FoundStatement statement;
-    bool deferred = false;  // sets the trace level: checked while nothing else is
+    bool deferred = false;  // sets the trace level: no other statement is checked meanwhile
   };
   std::vector<Found> found;
   std::string tail;  // the lines after the last statement
@@ -124,7 +124,7 @@ void CheckRun::flush_group() {
       });
 }
 
-// A file that cannot be read to its end has been checked up to there.
+// Checks a file that cannot be read completely as far as it was read.
 void CheckRun::add_slices(Input& input, const std::shared_ptr<CheckedFile>& file) {
   StatementReader reader(input, file->layout);
   size_t bytes_before = 0;
@@ -198,7 +198,7 @@ void CheckRun::check_whole_file(Part& part) {
     part.bytes = input.bytes_read();
     part.ends = true;
   } catch (const InputError& error) {
-    // Whatever was found before is told.
+    // Findings before this place are still reported.
     part.unread = error.what();
   }
 }
@@ -216,7 +216,7 @@ void CheckRun::hand_over(Part& part) {
     if (!found.statement.verdict.is_clean()) sink_.add(file, std::move(found.statement));
   }
   if (!part.tail.empty()) {
-    // Ignores that no statement follows.
+    // Ignores without a following statement.
     FoundStatement after;
     const auto lines = static_cast<size_t>(std::count(part.tail.begin(), part.tail.end(), '\n'));
     after.verdict.remarks =

@@ -1,4 +1,4 @@
-// Reads files, checks their statements on several threads, and hands the verdicts over in the order
+// Reads files, checks their statements on several threads, and delivers the verdicts in the order
 // of files and lines.
 #pragma once
 
@@ -19,15 +19,15 @@
 namespace tavo::cli {
 
 struct CheckSettings {
-  std::optional<Layout> layout;  // unless given: that of the configuration, else auto
-  InputOptions input;            // its code page as the layout
+  std::optional<Layout> layout;  // default: that of the configuration, else auto
+  InputOptions input;            // the code page's default is like the layout's
   bool show_secrets = false;
   unsigned threads = 1;
 };
 
-// A file while it is checked.
+// A file that is being checked.
 struct CheckedFile {
-  std::string name;  // as reports tell it
+  std::string name;  // in reports
   const Configuration* configuration = nullptr;
   Layout layout = Layout::kAuto;
   InputOptions input;
@@ -43,11 +43,11 @@ class CheckSink {
  public:
   virtual ~CheckSink() = default;
   virtual void begin_file(const CheckedFile& file) = 0;
-  // A statement of which something is to be told, hidden findings included.
+  // A statement with something to report, hidden findings included.
   virtual void add(const CheckedFile& file, FoundStatement&& found) = 0;
   virtual void end_file(const CheckedFile& file) = 0;
   virtual void add_unread(const CheckedFile& file, const std::string& why) = 0;
-  // So many more statements and bytes, clean ones included.
+  // Adds to the numbers of checked statements and bytes, clean ones included.
   virtual void count(const CheckedFile& file, size_t statements, size_t bytes) = 0;
 };
 
@@ -57,9 +57,9 @@ class CheckRun {
 
   // Checks a file, or "-". The sink is called now or later. Throws ConfigurationError.
   void add_file(const std::string& file);
-  // Checks an input that is read already, and waits for its verdicts. Throws InputError.
+  // Checks an open input and waits for its verdicts. Throws InputError.
   void add_input(Input& input, const CheckedFile& file);
-  // What holds for a file. Throws ConfigurationError.
+  // The configured settings of a file. Throws ConfigurationError.
   CheckedFile file_of(const std::string& file);
   // A verdict for a statement that was changed. before: what it was, not parsed.
   StatementVerdict check_again(const CheckedFile& file, const FileStatement& statement,
@@ -70,7 +70,7 @@ class CheckRun {
  private:
   struct Part;
 
-  // Reads and checks small files in groups, so that threads take turns seldom.
+  // Reads and checks small files in groups, so that threads rarely synchronize.
   void flush_group();
   void add_slices(Input& input, const std::shared_ptr<CheckedFile>& file);
   void submit(std::shared_ptr<Part> part);
@@ -89,7 +89,7 @@ class CheckRun {
   std::vector<std::shared_ptr<Part>> group_;
   size_t group_bytes_ = 0;
   std::vector<std::vector<FileStatement>> spare_;
-  OrderedWork work_;  // the last one, so that its threads end first
+  OrderedWork work_;  // the last member, so that its threads end first
 };
 
 }  // namespace tavo::cli

@@ -51,7 +51,7 @@ struct Configuration {
 
   // The level of a finding by its rule name or number; its own level when none is configured.
   RuleLevel level_of(const std::string& rule, uint32_t number, RuleLevel own) const;
-  // What include and exclude say of a path; their globs are told from the configuration's folder.
+  // What include and exclude say about a path; their globs are relative to the configuration.
   Choice choice_of(const std::string& path, bool is_folder) const;
 };
 
@@ -59,7 +59,7 @@ struct Configuration {
 // unread text is never hidden.
 bool may_be_hidden(const std::string& rule, uint32_t number);
 
-// What a severity or an ignore may name: the rules and the error numbers.
+// The names that a severity or an ignore may use: rules and error numbers.
 const std::vector<std::string>& known_rules();
 
 // Reads a configuration. known_rules: rule names and error numbers that [severity] may name.

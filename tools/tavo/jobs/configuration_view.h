@@ -1,4 +1,4 @@
-// What holds for a file, and where it is set.
+// The settings that apply to a file, and where they are set.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ struct HeldSetting {
 // path: the file, or "-". Defaults included, in the order of the documentation.
 std::vector<HeldSetting> held_settings(const Configuration& configuration, const std::string& path);
 
-// For people, and for programs.
+// As text for people, and as JSON for programs.
 std::string held_text(const Configuration& configuration, const std::string& path);
 std::string held_json(const Configuration& configuration, const std::string& path);
 

@@ -312,7 +312,7 @@ class Reader {
     for (uint32_t type = 0; type < term.key_types.size(); ++type) {
       secret = secret || (term.key_types[type] && holds_secrets(type));
     }
-    secret = secret || (term.key_types.none() && term.group.empty());  // a user's own key
+    secret = secret || (term.key_types.none() && term.group.empty());  // a user-defined key
     if (!secret || (!is_quoted && term.value == L"*")) return false;
     const bool names = !is_quoted && (term.value.starts_with(L'@') || term.value.starts_with(L'#'));
     return !names && term.keywords.empty();
@@ -340,7 +340,7 @@ bool Expression::matches(const ParseResult& statement) const {
 
 bool matches_glob(std::wstring_view text, std::wstring_view glob) {
   size_t at = 0, in_glob = 0;
-  size_t star = glob.npos, star_at = 0;  // of the last *: where it stands, how far it reaches
+  size_t star = glob.npos, star_at = 0;  // of the last *: its index, the end of its match
   while (at < text.size()) {
     if (in_glob < glob.size() && glob[in_glob] == L'*') {
       star = in_glob++;

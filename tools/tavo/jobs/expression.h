@@ -10,7 +10,7 @@
 //
 // Options and keyword values match in any spelling and case. Other values match exactly, or as a
 // glob after "~" (* and ?). "<" and ">" compare whole numbers; "=" does too where both are numbers.
-// "!=" and "!~" ask for an option that is present with another value.
+// "!=" and "!~" require the option to be present with another value.
 #pragma once
 
 #include <cstdint>

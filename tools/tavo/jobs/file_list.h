@@ -8,7 +8,7 @@
 
 namespace tavo::cli {
 
-// What a configuration says of a file or folder.
+// What a configuration says about a file or folder.
 enum class Choice { kNothing, kInclude, kLeaveOut, kExclude };
 
 struct FileSelection {
@@ -16,7 +16,7 @@ struct FileSelection {
   std::vector<std::string> exclude = {};  // globs of files and folders to leave out
   bool git_ignore = false;                // leave out what git ignores
   std::string changed_since = {};  // only files that differ from this revision, new ones included
-  // Asked for files and folders in folders; kLeaveOut and kInclude do not count when `include` is
+  // Called for files and folders inside folders; kLeaveOut and kInclude are ignored if `include` is
   // given. May be empty.
   std::function<Choice(const std::string& path, bool is_folder)> configured = {};
 };

@@ -23,13 +23,13 @@ struct LineRemark {
 // The ignores before one statement.
 class IgnoreLines {
  public:
-  // lines: blank and comment lines, the first of them is that line of the file. Mistakes become
-  // remarks, and what is mistaken hides nothing.
+  // lines: blank and comment lines, of which the first has the number first_line. Mistakes become
+  // remarks; a mistaken entry hides nothing.
   IgnoreLines(std::string_view lines, size_t first_line, const Configuration& configuration);
 
-  // Whether one of them names the rule or the number, which uses it up.
+  // Whether an ignore names the finding's rule or number; marks the ignore as used.
   bool hides(const Finding& finding);
-  // Mistakes and, since nothing of the statement is left to hide, what hid nothing.
+  // Mistakes and unused ignores. Call after all findings of the statement.
   std::vector<LineRemark> remarks();
 
  private:

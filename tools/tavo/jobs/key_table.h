@@ -37,7 +37,7 @@ struct KeywordValue {
   uint32_t value_type = 0;
 };
 
-// The key types that options of this spelling store, in any statement; in any case.
+// The key types that options of this spelling store in any statement; ignores case.
 std::vector<uint32_t> key_types_of(std::string_view spelling);
 // The value types of this spelling of a value, for each key type.
 std::vector<KeywordValue> keyword_values_of(std::string_view spelling);

@@ -18,7 +18,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// One line, safe to show.
+// JSON in one line, safe to show.
 std::string json_line(const Json& json) {
   return escape_json(json.dump()) + "\n";
 }
@@ -156,8 +156,8 @@ class SeparatedReport : public ListReport {
   Output& output_;
 };
 
-// Optimal column widths would need all rows in memory, so the first rows determine the widths, and
-// the last column gets the rest.
+// The first rows determine the column widths, because optimal widths would need all rows in memory.
+// The last column gets the rest.
 class TableReport : public ListReport {
  public:
   TableReport(std::vector<std::string> columns, const ValueText& values, Output& output)

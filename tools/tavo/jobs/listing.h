@@ -15,7 +15,7 @@ namespace tavo::cli {
 
 struct ListedStatement {
   const std::string& file;
-  size_t line;  // of its beginning, from 1
+  size_t line;  // of its start, from 1
   const ParseResult& result;
 };
 

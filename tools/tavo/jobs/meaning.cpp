@@ -154,7 +154,7 @@ MeaningHash hash_of(const Pair& pair) {
 }
 
 MeaningHash hash_of(const ParseResult& result) {
-  // A sum, so that the order of options does not count; among pairs of one key it does.
+  // A sum, so that the order of options does not matter; among pairs of one key it does.
   MeaningHash sum{result.pairs.size(), 0};
   std::unordered_map<uint64_t, uint64_t> seen;
   for (const Pair& pair : result.pairs) {

@@ -39,7 +39,7 @@ void OrderedWork::run(Part& part) {
   }
 }
 
-// Of the other threads.
+// The loop of the other threads.
 void OrderedWork::help() {
   std::unique_lock lock(mutex_);
   for (;;) {

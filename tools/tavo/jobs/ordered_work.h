@@ -1,4 +1,4 @@
-// Work for several threads, with its results in the order in which it was given.
+// Work for several threads, whose results arrive in the order in which it was added.
 #pragma once
 
 #include <condition_variable>
@@ -11,20 +11,20 @@
 
 namespace tavo::cli {
 
-// The calling thread works, too. Only a few parts are under way at a time, however many are added.
-// An exception of a part is thrown where its result would have been handed over. The destructor
+// The calling thread works, too. However many parts are added, only a few are in progress at a
+// time. An exception of a part is rethrown where its result would be delivered. The destructor
 // waits for the parts that have begun and drops the others.
 class OrderedWork {
  public:
-  // threads: how many work, the calling one included; at least 1.
+  // threads: the number of working threads, the calling one included; at least 1.
   explicit OrderedWork(unsigned threads);
   ~OrderedWork();
   OrderedWork(const OrderedWork&) = delete;
   OrderedWork& operator=(const OrderedWork&) = delete;
 
-  // work: called on any thread. done: called on this one, after `done` of every part before.
+  // work: called on any thread. done: called on this thread, after `done` of all earlier parts.
   void add(std::function<void()> work, std::function<void()> done);
-  // Until everything is done.
+  // Waits until everything is done.
   void finish();
 
  private:
@@ -32,7 +32,7 @@ class OrderedWork {
 
   static void run(Part& part);
   void help();
-  // Hands over what is done, and works until at most `most` parts are left.
+  // Delivers finished parts, and works until at most `most` parts are left.
   void settle(size_t most);
 
   size_t most_;
@@ -40,7 +40,7 @@ class OrderedWork {
   std::condition_variable changed_;
   std::deque<std::shared_ptr<Part>> waiting_;  // guarded by mutex_
   bool stopped_ = false;                       // guarded by mutex_
-  std::deque<std::shared_ptr<Part>> order_;    // of the calling thread
+  std::deque<std::shared_ptr<Part>> order_;    // used only by the calling thread
   std::vector<std::thread> threads_;
 };
 

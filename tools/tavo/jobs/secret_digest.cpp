@@ -22,7 +22,7 @@ SecretDigest::~SecretDigest() {
 }
 
 std::string SecretDigest::of(std::string_view value) const {
-  constexpr size_t kShown = 8;  // bytes: enough to tell a million values apart
+  constexpr size_t kShown = 8;  // bytes: enough to distinguish a million values
   std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
   unsigned size = 0;
   std::vector<unsigned char> bytes(value.begin(), value.end());

@@ -17,7 +17,7 @@ class SecretDigest {
   SecretDigest(const SecretDigest&) = delete;
   SecretDigest& operator=(const SecretDigest&) = delete;
 
-  // Such as "hmac:0123456789abcdef" for a value in UTF-8.
+  // The digest of a UTF-8 value, such as "hmac:0123456789abcdef".
   std::string of(std::string_view value) const;
 
  private:

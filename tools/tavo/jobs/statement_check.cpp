@@ -55,8 +55,8 @@ class Check {
   }
 
  private:
-  // Most statements are: then nothing else has to be known of them. What sets a trace level asks
-  // the platform, and house rules ask for the pairs.
+  // A fast path: most statements are right. Statements that set a trace level need the platform,
+  // and house rules need the pairs.
   bool is_right() const {
     if (!rules_.configuration.rules.empty() || may_set_trace_level(statement_.bytes)) return false;
     if (const std::optional<std::wstring> ascii = widened(statement_.bytes)) {
@@ -73,12 +73,12 @@ class Check {
   void add_all_remarks(IgnoreLines& ignores) {
     add_remarks(ignores);
     if (statement_.inner.empty()) return;
-    // Inside a statement they hide nothing.
+    // Ignores inside a statement hide nothing.
     IgnoreLines inside(statement_.raw, statement_.first_line, rules_.configuration);
     add_remarks(inside);
   }
 
-  // Gives it the level that is configured.
+  // Whether to report the finding; gives it the configured level.
   bool is_told(Finding& finding, IgnoreLines& ignores) {
     if (ignores.hides(finding)) {
       ++verdict_.ignored;
@@ -127,7 +127,7 @@ class Check {
     });
   }
 
-  // Such a statement has no pairs that a rule could look at.
+  // A rejected statement has no pairs to which a rule could apply.
   void add_not_applied(const StatementText& text) {
     Finding finding;
     finding.rule = kRulesNotApplied;

@@ -1,4 +1,4 @@
-// What is to be told of one statement under a configuration.
+// The findings of one statement under a configuration.
 #pragma once
 
 #include <memory>
@@ -16,12 +16,12 @@ namespace tavo::cli {
 inline constexpr const char kRulesNotApplied[] = "rules-not-applied";
 
 struct StatementVerdict {
-  std::unique_ptr<StatementText> text;  // null when nothing is found
-  std::vector<Finding> findings;        // to be told, in order of place
+  std::unique_ptr<StatementText> text;  // null if nothing is found
+  std::vector<Finding> findings;        // to report, in order of place
   std::vector<LineRemark> remarks;      // about ignores before the statement
   size_t configured = 0;                // hidden by the configuration
   size_t ignored = 0;                   // hidden by ignores
-  bool no_memory = false;               // it was not checked
+  bool no_memory = false;               // no memory, so not checked
 
   bool is_clean() const {
     return findings.empty() && remarks.empty() && configured == 0 && ignored == 0 && !no_memory;
@@ -35,11 +35,11 @@ struct CheckRules {
   const StatementText* before = nullptr;  // fixes: what was hidden then stays so
 };
 
-// Without memory for it, the verdict says so, and the next one can be checked all the same.
-// Thread-safe, but for a statement that sets a trace level: no other may be checked meanwhile.
+// If memory runs out, the verdict says so, and the next statement can still be checked.
+// Thread-safe, except for statements that set a trace level: no other may be checked meanwhile.
 StatementVerdict check_statement(const FileStatement& statement, const CheckRules& rules);
 
-// Whether the statement may set a trace level, which holds for the process while it is parsed.
+// Whether the statement may set a trace level, which affects the process while it is parsed.
 bool may_set_trace_level(std::string_view bytes);
 
 }  // namespace tavo::cli

@@ -21,17 +21,17 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kQuiet = 50;    // milliseconds without another event
-constexpr int kLongest = 10;  // times that, while events go on
+constexpr int kLongest = 10;  // times kQuiet, while events continue
 constexpr std::string_view kClear = "\033[2J\033[H";
 
-// Changes in folders: what an editor does to replace a file is an event of its folder.
+// Changes in folders: an editor that replaces a file causes an event of its folder.
 class FolderEvents {
  public:
   FolderEvents() : events_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
     if (!events_) fail("inotify");
   }
 
-  // name: the only file there that matters; empty for all. What is no folder any more is left out.
+  // name: the only relevant file in the folder; empty for all. Skips folders that no longer exist.
   void add(const std::string& folder, const std::string& name = "") {
     if (!added_.insert({folder, name}).second) return;
     constexpr uint32_t kWhat =
@@ -44,7 +44,7 @@ class FolderEvents {
     }
   }
 
-  // Waits for an event that matters, and then until there are no more for a moment.
+  // Waits for a relevant event, and then until there are no more for a moment.
   void wait() {
     while (!drain(-1)) {
     }
@@ -52,7 +52,7 @@ class FolderEvents {
     }
   }
 
-  // So that a folder that was removed and made again is watched again.
+  // Forgets all folders, so that a removed and recreated folder is watched again.
   void forget() {
     added_.clear();
   }
@@ -62,7 +62,7 @@ class FolderEvents {
     throw WatchError(fmt::format("{}: {}", what, std::strerror(errno)));
   }
 
-  // Whether something that matters comes within that time, in milliseconds.
+  // Whether a relevant event arrives within `patience` milliseconds.
   bool drain(int patience) {
     pollfd wait{events_.get(), POLLIN, 0};
     if (::poll(&wait, 1, patience) < 0 && errno != EINTR) fail("poll");
@@ -73,7 +73,7 @@ class FolderEvents {
         inotify_event event{};
         std::memcpy(&event, buffer.data() + at, sizeof event);
         const char* name = event.len == 0 ? "" : buffer.data() + at + sizeof event;
-        const auto wanted = names_.find(event.wd);  // none when events were lost
+        const auto wanted = names_.find(event.wd);  // none if events were lost
         matters |=
             wanted == names_.end() || wanted->second.contains("") || wanted->second.contains(name);
         at += sizeof event + event.len;
@@ -87,7 +87,7 @@ class FolderEvents {
   std::map<int, std::set<std::string>> names_;
 };
 
-// Tells a file from what it is after a change.
+// Distinguishes a file from the same file after a change.
 using Signature = std::tuple<dev_t, ino_t, off_t, int64_t, int64_t>;
 
 Signature signature_of(const std::string& file) {
@@ -158,20 +158,20 @@ class Watch {
     RememberedReport found;
   };
 
-  // Checks what has changed; false when nothing has.
+  // Checks changed files; false if nothing has changed.
   bool look() {
     Configurations configurations(options_.configuration, options_.no_configuration, known_rules());
     const auto configuration_of = [&](const std::string& file) -> const Configuration* {
       try {
         return &configurations.of(file);
       } catch (const ConfigurationError&) {
-        return nullptr;  // the check tells it
+        return nullptr;  // the check reports it
       }
     };
     events_.forget();
     std::vector<std::string> listed;
     bool changed = false;
-    // The folders are watched before the files in them are looked at.
+    // Watch the folders before reading the files in them.
     for (const std::string& argument : options_.files) watch_folders(argument);
     list_checked_files(
         options_.files, options_.selection, configuration_of,
@@ -226,7 +226,7 @@ class Watch {
     }
   }
 
-  // Its folder, and those above, where a configuration can come and go.
+  // Watches the file's folder and those above, where a configuration can appear and disappear.
   void watch_places_of(const std::string& file) {
     std::error_code error;
     const fs::path folder = fs::absolute(file, error).parent_path();

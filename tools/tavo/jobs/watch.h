@@ -1,4 +1,4 @@
-// `tavo check --watch`: checks files again when they change, and shows everything that is found.
+// `tavo check --watch`: checks files again when they change, and shows all findings.
 #pragma once
 
 #include <memory>
@@ -7,11 +7,11 @@
 
 namespace tavo::cli {
 
-// Makes a report for each time that everything is shown.
+// Makes the report for each time that all findings are shown.
 using MakeReport = std::function<std::unique_ptr<CheckReport>()>;
 
-// Runs until a signal or an error ends it. A file is checked again when it, or its configuration,
-// is another one than before. Throws WatchError, SelectionError and BaselineError.
+// Runs until a signal or an error ends it. Checks a file again when it or its configuration has
+// changed. Throws WatchError, SelectionError and BaselineError.
 [[noreturn]] void watch_files(const CheckJobOptions& options, Output& output,
                               const MakeReport& make_report);
 

@@ -13,14 +13,14 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Words, the longest first, so that none hides one that it begins.
+// Words, the longest first, so that no word hides a longer one with the same prefix.
 using Words = std::set<std::string>;
 
 struct Vocabulary {
   Words openers;     // first words of statements
-  Words names;       // what follows the first word
+  Words names;       // values of the first word
   Words options;     // keywords of options
-  Words numbered;    // that may carry a number
+  Words numbered;    // keywords that may end with a number
   Words parameters;  // keywords in parentheses
   Words values;
 };
@@ -68,7 +68,7 @@ std::string escaped(const std::string& word, std::string_view special) {
 
 // ---- TextMate -----------------------------------------------------------------------------------
 
-// No character of a word before, none after.
+// No word character before or after.
 constexpr std::string_view kBefore = "(?<![-.:\\w])";
 constexpr std::string_view kAfter = "(?![-.:\\w])";
 
@@ -155,7 +155,7 @@ std::string injection(const std::string& scope, const std::vector<std::string>& 
   std::vector<std::string> selectors;
   for (const std::string& kind : kinds) {
     const std::string string = kind.starts_with("unquoted") ? "string." : "string.quoted.";
-    // Not inside itself: it would begin again at the same place.
+    // Not inside itself: the injection would restart at the same place.
     selectors.push_back("L:" + string + kind + " - meta.embedded.tavo");
   }
   Json patterns = first;
@@ -226,7 +226,7 @@ std::string textmate_double_injection() {
       match(R"(""[^"]*"")", "string.quoted.double.tavo"),
       match(R"(#\\"(?:[^"\\]|\\[^"])*\\")", "variable.other.field.tavo"),
       match(R"(#""[^"]*"")", "variable.other.field.tavo"),
-      // One that is not closed.
+      // An unclosed one.
       {{"begin", R"(\\")"}, {"end", R"((?=")|$)"}, {"name", "string.quoted.double.tavo"}}};
   return injection("source.tavo.injection.double", {"double"}, R"((?="(?!"))|$)", texts);
 }

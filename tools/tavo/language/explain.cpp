@@ -135,7 +135,7 @@ const Statement* find_statement(const std::string& name) {
 
 const Option* find_option(const std::vector<Option>& options, const std::string& name) {
   std::string word = upper(name);
-  // A keyword with a number is found with and without it.
+  // Find a keyword with a number also without the number.
   const std::string bare = word.substr(0, word.find_last_not_of("0123456789") + 1);
   for (const Option& option : options) {
     for (const std::string& spelling : spellings(option)) {

@@ -22,7 +22,7 @@ class Explainer {
   // An option without its statement: the statements that have it.
   std::string option_everywhere(const std::vector<const Statement*>& owners,
                                 const std::string& name) const;
-  // Empty when the number is not known.
+  // Empty if the number is unknown.
   std::string number(uint32_t number) const;
 
  private:

@@ -42,7 +42,7 @@ struct Statement {
   std::string example;  // a valid statement
 
   bool begins_with(uint32_t type) const;
-  // Whether a name after the keyword selects it, as for the providers, not the keyword alone.
+  // Whether a name after the keyword selects the statement, as for the providers.
   bool has_fixed_name() const;
   bool takes_options() const {
     return !option_rule.empty();
@@ -63,15 +63,15 @@ std::vector<std::string> value_notations(const Option& option);
 
 // The title of a statement: its first provider name, or its first keyword.
 std::string title(const Statement& statement);
-// Every name that `tavo explain` knows it under.
+// All names by which `tavo explain` finds the statement.
 std::vector<std::string> names(const Statement& statement);
-// How it begins, such as "PRO=EML" or "LIB=<word>".
+// How the statement begins, such as "PRO=EML" or "LIB=<word>".
 std::string head(const Statement& statement);
-// An example of an option as a statement; of a parameter, as it stands in the option's parentheses.
+// An option's example as a statement, or a parameter's example in its option's parentheses.
 std::string example_statement(const Option& option, const Option* parameter_of);
-// The option of a key type in a statement, looked for in parameter lists too; or null.
+// The option or parameter with this key type in a statement, or null.
 const Option* option_of_key(const Statement& statement, uint32_t key_type);
-// Whether its keyword may carry a number, such as FLDDEF1.
+// Whether the option's keyword may end with a number, such as FLDDEF1.
 bool takes_number(const Option& option);
 // The shortest and the longest spelling of an option.
 std::string short_spelling(const Option& option);

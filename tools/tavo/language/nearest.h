@@ -9,8 +9,8 @@ namespace tavo::cli {
 
 std::string upper(std::string_view text);
 
-// At most `most` names within the distance of a misspelling, the nearest first, ignoring case. A
-// name that begins with the word counts as near.
+// At most `most` names within a misspelling's edit distance of the word, nearest first, case
+// ignored. A name that begins with the word counts as near.
 std::vector<std::string> nearest(std::string_view word, const std::vector<std::string>& names,
                                  size_t most = 1);
 

@@ -13,11 +13,11 @@ class Railroad {
   enum class Kind { kWord, kPattern, kReference, kLine, kSequence, kChoice, kLoop };
 
   static Railroad word(const std::string& text);  // a keyword, a sign or a pattern such as <word>
-  static Railroad reference(const std::string& text);  // a diagram of its own
+  static Railroad reference(const std::string& text);  // refers to another diagram
   static Railroad line();                              // nothing
   static Railroad sequence(std::vector<Railroad> parts);
   static Railroad choice(std::vector<Railroad> branches);  // at least one
-  static Railroad loop(const Railroad& body);              // once or several times
+  static Railroad loop(const Railroad& body);              // one or more times
 
   Kind kind() const {
     return kind_;
@@ -29,7 +29,7 @@ class Railroad {
     return parts_;
   }
 
-  // As text, between marks for beginning and end.
+  // As text, between marks for start and end.
   std::string drawn() const;
 
  private:

@@ -10,13 +10,13 @@ namespace tavo::cli {
 struct RulePage {
   const char* name;     // such as "unknown-option"
   const char* meaning;  // one sentence
-  const char* wrong;    // a statement with this finding; empty for none
+  const char* wrong;    // a statement with this finding, or empty
   const char* right;    // the same without it
   const char* more;     // what helps to get it right
 };
 
 std::span<const RulePage> rule_pages();
-// In either case; null for an unknown name.
+// Ignores case; null for an unknown name.
 const RulePage* find_rule_page(std::string_view name);
 
 // For a terminal, and as part of docs/errors.md.

@@ -16,7 +16,7 @@ struct StatusInfo {
 
 std::span<const StatusInfo> status_table();
 const StatusInfo* find_status(uint32_t number);
-// The message with its inserts as {NAME}; empty when the platform has none.
+// The message with its inserts as {NAME}; empty if the platform has no message.
 std::string message_of(uint32_t number);
 
 }  // namespace tavo::cli

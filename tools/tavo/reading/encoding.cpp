@@ -16,7 +16,7 @@ constexpr bool is_low(uint32_t unit) {
   return (unit & 0xFC00) == 0xDC00;
 }
 
-// Also halves of surrogate pairs, which UTF-8 does not have.
+// Also encodes lone surrogates, which valid UTF-8 does not have.
 void put_character(uint32_t c, std::string& utf8) {
   const auto put = [&](uint32_t byte) { utf8.push_back(static_cast<char>(byte)); };
   if (c < 0x80) return put(c);
@@ -34,7 +34,7 @@ void put_character(uint32_t c, std::string& utf8) {
   put(0x80 | (c & 0x3F));
 }
 
-// The number of a half of a surrogate pair that put_character() wrote at a place, or 0.
+// The lone surrogate that put_character() wrote at `at`, or 0.
 uint32_t half_pair_at(std::string_view text, size_t at) {
   if (at + 3 > text.size()) return 0;
   const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[at + i]); };
@@ -101,7 +101,7 @@ std::string encoded(std::string_view text, Encoding encoding) {
     const auto c = static_cast<uint32_t>(wide[i]);
     if (wide[i] == kMalformed) {
       put_unit(half_pair_at(text, at), big_endian, bytes);
-      i += 2;  // it was read as three malformed bytes
+      i += 2;  // it is read as three malformed bytes
       at += 3;
     } else if (c < 0x10000) {
       put_unit(c, big_endian, bytes);

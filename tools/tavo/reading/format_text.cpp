@@ -64,11 +64,11 @@ FormattedText format_text(const std::string& whole, std::optional<uint32_t> code
   StatementReader reader(input, layout);
   FileStatement statement;
   std::vector<std::string> statements;
-  size_t done = 0;  // bytes of the text in the parts
+  size_t done = 0;  // bytes of the text that are in the parts
   const auto add = [&](std::string before, std::string after, bool has_end) {
     done += before.size();
     if (has_end && done < whole.size()) {
-      // The line end of the last line, with the '\r' that belongs to it.
+      // Adds the line end of the last line, with its '\r'.
       after += line_end;
       before += '\n';
       ++done;

@@ -1,15 +1,15 @@
-// The one input object: a file or standard input, line by line. It knows the name to tell, the
-// encoding and the read errors; nothing else of the tool opens a file for reading.
+// The only input object: a file or standard input, line by line. It knows the name for messages,
+// the encoding and the read errors; no other code of the tool opens a file for reading.
 //
 //   Input input("masks.txt", {});               // "-" is standard input
 //   for (std::string line; input.read_line(line);) ...
 //
-// UTF-8 with and without a byte-order mark is read, and UTF-16 with one; of 8-bit text in a code
-// page the bytes are given as they are. What holds a null character is no text and refused, a file
-// as a whole before its first line.
+// Reads UTF-8 with and without a byte-order mark, and UTF-16 with one; returns the unchanged bytes
+// of 8-bit text in a code page. Input with a null character is not text and is rejected; a file is
+// rejected before its first line.
 //
-// What cannot be opened or read throws InputError, whatever was read before: a verb that has not
-// seen the end of its input has not done its work. The end of the loop above is the end of the
+// If the input cannot be opened or read, InputError is thrown, whatever was read before: a verb
+// that has not read all of its input has failed. The end of the loop above is the end of the
 // file.
 #pragma once
 
@@ -35,44 +35,44 @@ class InputError : public std::runtime_error {
 
 struct InputOptions {
   std::optional<uint32_t> code_page;  // 8-bit text in this code page, unless a mark says otherwise
-  std::string stdin_name = "stdin";   // what reports call standard input
+  std::string stdin_name = "stdin";   // the name of standard input in reports
 };
 
 class Input {
  public:
   // file: a path, or "-" for standard input.
   Input(const std::string& file, const InputOptions& options);
-  // Text that is in memory already, as a file has it.
+  // Text in memory, encoded as in a file.
   static Input of_text(std::string text, std::string name = "text");
-  // Text that was read before: UTF-8 without a byte-order mark, or bytes of a code page.
+  // Text that is already decoded: UTF-8 without a byte-order mark, or bytes of a code page.
   static Input of_decoded(std::string text);
-  // Text that somebody hands in piece by piece: source appends some to `pending`, and answers false
-  // at the end. A byte-order mark is its own business.
+  // Text that arrives piece by piece: source appends to `pending`, and returns false at the end. It
+  // must handle a byte-order mark itself.
   static Input of_source(std::function<bool(std::string& pending)> source, std::string name);
 
-  // As reports tell it.
+  // The name in reports.
   const std::string& name() const {
     return name_;
   }
-  // The next line without its '\n', which the last line may lack; a '\r' before it stays. UTF-8, or
-  // the bytes as they are when there is a code page. A byte-order mark is no part of the first
-  // line. False at the end.
+  // The next line without its '\n', which the last line may lack; a '\r' before it is kept. UTF-8,
+  // or unchanged bytes if there is a code page. A byte-order mark is not part of the first line.
+  // False at the end.
   bool read_line(std::string& line);
-  // All that is left, line ends included.
+  // All remaining text, line ends included.
   std::string read_rest();
 
   Encoding encoding() const {
     return encoding_;
   }
-  // That of the options; none when a byte-order mark says otherwise.
+  // The code page of the options; none if there is a byte-order mark.
   std::optional<uint32_t> code_page() const {
     return code_page_;
   }
-  // What the file was when it was opened.
+  // The file's status when it was opened.
   const struct stat& info() const {
     return info_;
   }
-  // So far, for showing the progress.
+  // Bytes read so far, for the progress bar.
   size_t bytes_read() const {
     return bytes_read_;
   }
@@ -80,10 +80,10 @@ class Input {
  private:
   Input() = default;
   void open(const std::string& file, const InputOptions& options);
-  // Refuses a file with null characters as a whole. A pipe shows them only as it is read.
+  // Rejects a file with null characters as a whole. In a pipe they are found while reading.
   void refuse_binary_file();
   void find_encoding();
-  // More bytes into pending_; false at the end.
+  // Reads more bytes into pending_; false at the end.
   bool fill();
   size_t read_block(char* block, size_t bytes);
 
@@ -96,17 +96,17 @@ class Input {
   Encoding encoding_ = Encoding::kPlain;
   bool encoding_known_ = false;
   std::optional<Utf16Decoder> utf16_;
-  std::string pending_;  // read and not given away yet, from given_ on
+  std::string pending_;  // read, and from given_ on not yet returned
   size_t given_ = 0;
   size_t bytes_read_ = 0;
   bool at_end_ = false;
 };
 
-// A statement that is a whole file or all of standard input ("-"), without the line end that ends
-// it. The reason that an InputError gives begins with the input's name here.
+// A statement that is a whole file or all of standard input ("-"), without its final line end.
+// Here, an InputError's reason begins with the input's name.
 std::string read_statement(const std::string& file, const InputOptions& options);
 
-// The statement that a verb was given on its command line; "-" reads it from standard input.
+// The statement in a verb's argument; "-" reads it from standard input.
 std::string given_statement(const std::string& argument, const InputOptions& options);
 
 }  // namespace tavo::cli

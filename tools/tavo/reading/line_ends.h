@@ -6,7 +6,7 @@
 
 namespace tavo::cli {
 
-// "\r\n" when more lines end so than with '\n' alone, else "\n".
+// "\r\n" if more lines end with it than with '\n' alone, else "\n".
 inline std::string_view usual_line_end(std::string_view text) {
   size_t with_return = 0, all = 0;
   for (size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + 1)) {
@@ -16,7 +16,7 @@ inline std::string_view usual_line_end(std::string_view text) {
   return 2 * with_return > all ? "\r\n" : "\n";
 }
 
-// The text with all its line ends alike.
+// The text with all line ends unified.
 inline std::string with_line_ends(std::string_view text, std::string_view line_end) {
   std::string result;
   while (!text.empty()) {

@@ -16,7 +16,7 @@ bool is_blank(char c) {
   return c == ' ' || c == '\t' || c == '\f' || c == '\r';
 }
 
-// The index after the quote that closes, or npos.
+// The index after the closing quote, or npos.
 size_t end_of_quote(std::string_view line, size_t at) {
   for (; at < line.size(); ++at) {
     if (line[at] == '"') return at + 1;
@@ -31,8 +31,8 @@ size_t end_of_comment(std::string_view line, size_t at) {
   return end == line.npos ? line.npos : end + 2;
 }
 
-// Steps over a quote or comment, one that was open before or one that begins at `at`. Returns false
-// where neither is; `inside` stays what is open at the line's end.
+// Skips a quote or comment that is open or begins at `at`. Returns false if there is none; `inside`
+// says what is open at the line's end.
 bool step_over(std::string_view line, size_t& at, Open& inside) {
   if (inside == Open::kNothing) {
     if (line[at] == '"') {
@@ -106,8 +106,8 @@ ClosingSearch::Found ClosingSearch::add(std::string_view line) {
   return Found::kNeverCloses;
 }
 
-// A quote that closes stands before a separator, a comment or the line's end; one that opens stands
-// after a sign that wants a value, and before it.
+// A closing quote precedes a separator, a comment or the line's end; an opening quote follows a
+// sign that requires a value.
 ClosingSearch::Found ClosingSearch::find_quote(std::string_view line) {
   const size_t past = end_of_quote(line, 0);
   const size_t searched = past == line.npos ? line.size() : past - 1;

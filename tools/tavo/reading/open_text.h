@@ -1,4 +1,4 @@
-// What a statement has open where one of its lines ends.
+// What is open in a statement at the end of one of its lines.
 #pragma once
 
 #include <string_view>
@@ -7,24 +7,24 @@ namespace tavo::cli {
 
 enum class Open { kNothing, kQuote, kComment, kParenthesis };
 
-// Reads a statement line by line, and coarsely: quotes, comments, parentheses and the last sign.
+// Reads a statement line by line, coarsely: only quotes, comments, parentheses and the last sign.
 class OpenText {
  public:
   void clear() {
     *this = OpenText();
   }
-  // A line without its end.
+  // line: without its line end.
   void add(std::string_view line);
 
-  // The innermost thing that is open.
+  // The innermost open construct.
   Open open() const {
     return inside_ != Open::kNothing ? inside_ : depth_ != 0 ? Open::kParenthesis : Open::kNothing;
   }
-  // The last character that is no blank and in no comment; 0 when there is none yet.
+  // The last character that is not a blank and not in a comment; 0 if there is none yet.
   char last() const {
     return last_;
   }
-  // Whether the last sign asks for more: a comma, an equal sign or an opening parenthesis.
+  // Whether the last sign requires more text: a comma, an equal sign or an opening parenthesis.
   bool asks_for_more() const {
     return inside_ == Open::kNothing && (last_ == ',' || last_ == '=' || last_ == '(');
   }
@@ -35,15 +35,15 @@ class OpenText {
   char last_ = '\0';
 };
 
-// Looks in the lines that follow for the end of what is open. A quote, comment or parenthesis that
-// opens something again before says that the first one was never closed: else one that somebody
-// forgot would swallow the next statement, up to the quote that opens there.
+// Searches the following lines for the end of what is open. If a quote, comment or parenthesis is
+// opened again before that, the first one was never closed: otherwise a forgotten quote would
+// swallow the next statement, up to its opening quote.
 class ClosingSearch {
  public:
   enum class Found { kNotYet, kClosed, kNeverCloses };
 
   explicit ClosingSearch(Open open) : open_(open) {}
-  // Lines in order, until it is found.
+  // Call with the lines in order, until the end is found.
   Found add(std::string_view line);
 
  private:
@@ -52,7 +52,7 @@ class ClosingSearch {
   Found find_parenthesis(std::string_view line);
 
   Open open_;
-  char before_ = '\0';  // the last character that is no blank
+  char before_ = '\0';  // the last character that is not a blank
   Open inside_ = Open::kNothing;
 };
 
@@ -60,7 +60,7 @@ class ClosingSearch {
 enum class LineStart {
   kOther,
   kStatement,          // PRO= or PROVIDER=, after blanks
-  kStatementOrOption,  // LIB=, LIBRARY= or TRCLEVEL=: an option where a comma stands before it
+  kStatementOrOption,  // LIB=, LIBRARY= or TRCLEVEL=: an option if a comma precedes it
 };
 LineStart start_of(std::string_view line);
 

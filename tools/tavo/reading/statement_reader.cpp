@@ -34,7 +34,7 @@ void StatementReader::drop_line() {
   ++line_;
 }
 
-// Whether what is open is closed in the lines ahead, before a blank one.
+// Whether the open construct is closed in the lines ahead, before a blank line.
 bool StatementReader::is_closed_later() {
   if (line_ < hidden_until_) return true;
   ClosingSearch search(open_.open());
@@ -50,12 +50,12 @@ bool StatementReader::is_closed_later() {
   }
 }
 
-// Lines that hold nothing but comments are no statement yet.
+// Lines with only comments are not yet a statement.
 bool StatementReader::holds_comments_only() const {
   return open_.open() == Open::kNothing && open_.last() == '\0';
 }
 
-// Whether the statement that is being read goes on in a line.
+// Whether the current statement continues in this line.
 bool StatementReader::goes_on(const std::string& line) {
   if (holds_comments_only()) return true;
   if (open_.open() != Open::kNothing && is_closed_later()) return true;
@@ -80,13 +80,13 @@ void StatementReader::append(FileStatement& statement, const std::string& line,
   statement.inner += lead_;
   statement.raw.append("\n").append(lead_).append(line);
   lead_.clear();
-  // Comment lines leave empty ones, so that lines keep their numbers.
+  // Replace comment lines by empty ones, so that line numbers stay valid.
   statement.bytes.append(comment_lines + 1, '\n');
   statement.bytes += line;
   open_.add(line);
 }
 
-// Comments that no statement follows stand before the next one, as comment lines do.
+// Moves comments without a statement to the lead of the next statement, like comment lines.
 void StatementReader::give_up(FileStatement& statement) {
   keep(statement.lead, statement.raw);
   statement.lead += lead_;
@@ -124,7 +124,7 @@ bool StatementReader::next(FileStatement& statement) {
         give_up(statement);
         keep(statement.lead, *line);
         begun = false;
-        comment_lines = 0;  // they belong to no statement any more
+        comment_lines = 0;  // they no longer belong to a statement
         continue;
       }
       keep(lead_, *line);

@@ -1,5 +1,5 @@
-// The findings of `tavo check` for the pipelines that people have: annotations of GitHub, the code
-// quality report of GitLab, JUnit and Checkstyle.
+// The findings of `tavo check` for build pipelines: GitHub annotations, the GitLab code quality
+// report, JUnit and Checkstyle.
 #include <fmt/format.h>
 
 #include <map>
@@ -16,7 +16,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr char kNotRead[] = "not-read";
 
-// A finding in words and in places of its file.
+// A finding's place in its file: lines and columns from 1.
 struct FilePlace {
   size_t line;
   size_t column;
@@ -34,7 +34,7 @@ std::string title_of(const Finding& finding) {
   return finding.number == 0 ? finding.rule : fmt::format("{} {}", finding.number, finding.rule);
 }
 
-// These readers know a file by its path in the project.
+// These readers identify a file by its path in the project.
 std::string path_of(std::string_view file) {
   while (file.starts_with("./")) file.remove_prefix(2);
   return printable_bytes(file);
@@ -53,7 +53,7 @@ std::string replaced(const std::string& text,
 
 // ---- GitHub -------------------------------------------------------------------------------------
 
-// One workflow command a finding. A line end would end it, a comma ends a property.
+// One workflow command for each finding. A line end would end it, a comma ends a property.
 class GithubReport : public CheckReport {
  public:
   explicit GithubReport(Stream& out) : out_(out) {}
@@ -89,8 +89,8 @@ class GithubReport : public CheckReport {
 
 // ---- GitLab -------------------------------------------------------------------------------------
 
-// The fingerprint finds a finding again in the next run, wherever it has moved. It is made from
-// what is shown, never from a secret. One entry a finding stays in memory.
+// The fingerprint identifies a finding in the next run, wherever it has moved. It is made from the
+// shown text, never from a secret. One entry for each finding stays in memory.
 class GitlabReport : public CheckReport {
  public:
   explicit GitlabReport(Stream& out) : out_(out), list_(out) {}
@@ -125,7 +125,7 @@ class GitlabReport : public CheckReport {
     list_.add(escape_json(json.dump()));
   }
 
-  // FNV-1a, twice: an identifier, no protection.
+  // FNV-1a, twice: an identifier, not a protection.
   static std::string hash_of(const std::string& text) {
     constexpr uint64_t kPrime = 0x100000001B3u;
     uint64_t a = 0xCBF29CE484222325u, b = 0x84222325CBF29CE4u;
@@ -194,9 +194,9 @@ class CheckstyleReport : public CheckReport {
   std::optional<std::string> file_;
 };
 
-// A file with findings is a suite, an error a test that failed, a warning one that was skipped. The
-// last suite sums up, so that a clean run is no run of nothing. A suite begins with its counts:
-// what is told of one file stays in memory until the next.
+// A file with findings is a suite, an error a failed test, a warning a skipped one. A final summary
+// suite keeps the report of a clean run from being empty. A suite begins with its counts, so the
+// findings of one file stay in memory until the next.
 class JunitReport : public CheckReport {
  public:
   explicit JunitReport(Stream& out) : out_(out) {}

@@ -1,5 +1,5 @@
-// How `tavo check` tells what it finds. Each report is written as it goes, so that a long file
-// needs no more memory than a short one.
+// The reports of `tavo check`. Each is written as findings arrive, so that a long file needs no
+// more memory than a short one.
 #pragma once
 
 #include <memory>
@@ -12,10 +12,10 @@ namespace tavo::cli {
 struct CheckedStatement {
   const std::string& file;
   size_t first_line;
-  const StatementText& text;  // empty when the finding is about a line of comment
+  const StatementText& text;  // empty if the finding is about a comment line
 };
 
-// Findings that are not told, by what hides them.
+// Numbers of findings that are not reported, by what hides them.
 struct HiddenFindings {
   size_t by_configuration = 0;
   size_t by_ignores = 0;
@@ -34,7 +34,7 @@ struct CheckTotals {
   size_t errors = 0;
   size_t warnings = 0;
   HiddenFindings hidden;
-  size_t gone = 0;  // findings of the baseline that are no more
+  size_t gone = 0;  // findings of the baseline that no longer occur
 };
 
 class CheckReport {
@@ -42,7 +42,7 @@ class CheckReport {
   virtual ~CheckReport() = default;
   virtual void begin() {}
   virtual void add(const CheckedStatement& statement, const Finding& finding) = 0;
-  // A file that was not read, or not to its end.
+  // A file that was not read, or not completely.
   virtual void add_unread(const std::string& /*file*/, const std::string& /*why*/) {}
   virtual void end(const CheckTotals& totals) = 0;
 };

@@ -13,10 +13,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Beside the tool's documents wherever they are installed.
+// Relative to where the tool's documents are installed.
 constexpr std::string_view kHelpPage = "docs/errors.md";
 
-// A relative path or an absolute one as a URI reference.
+// A relative or absolute path as a URI reference.
 std::string uri_of(const std::string& path) {
   std::string uri;
   for (const char c : path) {
@@ -92,7 +92,7 @@ class SarifReport : public CheckReport {
   }
 
  private:
-  // Whoever applies a fix of a report does so without asking: those with a placeholder stay out.
+  // Readers of a report apply its fixes without asking, so those with a placeholder are left out.
   static Json fixes_of(const Finding& finding, const Json& artifact, size_t first_line) {
     Json fixes = Json::array();
     for (const FoundFix& fix : finding.fixes) {

@@ -26,7 +26,7 @@ Range line_around(const std::wstring& text, size_t offset) {
   return line;
 }
 
-// A source line as it is shown, and where places of it are in what is shown.
+// A source line as shown, and the columns of its places there.
 class SourceLine {
  public:
   SourceLine(const StatementText& statement, size_t offset, bool show_secrets)
@@ -50,7 +50,7 @@ class SourceLine {
   bool holds(const Place& place) const {
     return place.range.begin >= line_.begin && place.range.begin <= line_.end;
   }
-  // Puts a mark below a place: its first column, and the others.
+  // Marks a place: `first` below its first column, `others` below the rest.
   void mark(std::string& marks, const Place& place, char first, char others) const {
     Range columns = within(place.range.begin);
     columns.end = std::max(columns.end, within_end(place.range.end));
@@ -69,7 +69,7 @@ class SourceLine {
     return one_cell_each(masked(statement_.text(), statement_.secrets(),
                                 {begin, std::max(begin, end)}, show_secrets_));
   }
-  // Of one character; inside a secret that is masked, all of the mask.
+  // The range of one character as shown; inside a masked secret, the whole mask.
   Range within(size_t offset) const {
     const size_t at = std::clamp(offset, line_.begin, line_.end);
     if (!show_secrets_) {
@@ -140,7 +140,7 @@ class FindingText {
     return stream_.styled(Style::kFaint, how_.first_line == 0 ? "    " : "      | ");
   }
 
-  // The line of the place, related places in it underlined too; related places elsewhere after it.
+  // Writes the place's line with related places underlined too, then related places elsewhere.
   void write_source() {
     const SourceLine line(statement_, finding_.place.range.begin, how_.show_secrets);
     std::string marks;

@@ -1,4 +1,4 @@
-// How a finding is shown to people.
+// Renders a finding for people.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 namespace tavo::cli {
 
 struct ShowFinding {
-  std::string file;       // of the statement; empty: no places in a file
+  std::string file;       // of the statement; empty: not in a file
   size_t first_line = 0;  // of the statement in its file; 0: no margin
-  bool verbose = false;   // the recorded text, and every accepted word
+  bool verbose = false;   // also shows the recorded text and every accepted word
   bool show_secrets = false;
 };
 
-// A whole finding: headline, source line with the place marked, related places, help.
+// The whole finding: headline, source line with the place marked, related places, help.
 std::string show_finding(const Stream& stream, const StatementText& statement,
                          const Finding& finding, const ShowFinding& how);
 

@@ -7,14 +7,14 @@
 
 namespace tavo::cli {
 
-// The first byte that is no character, with its place and how to read it all the same; nothing when
-// every byte is part of a character.
+// A finding for the first invalid byte, with advice how to read the file; nothing if every byte is
+// part of a character.
 std::optional<Finding> find_bad_encoding(const StatementText& statement);
 
-// The rule of such a finding.
+// The rule of this finding.
 inline constexpr const char kBadEncoding[] = "not-read";
 
-// All that is to be told of a statement: its first bad byte alone, or what the library finds.
+// All findings of a statement: its first invalid byte alone, or what the library finds.
 std::vector<Finding> find_all(const StatementText& statement, const ParseResult& result,
                               bool show_secrets);
 

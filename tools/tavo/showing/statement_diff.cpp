@@ -29,7 +29,7 @@ std::vector<std::string_view> lines_of(std::string_view text) {
   return lines;
 }
 
-// On a terminal nothing of a file reaches it as it is.
+// The line as written to `out`; a terminal gets it with unsafe characters escaped.
 std::string shown(const DiffLine& line, const Stream& out) {
   const bool whole = line.text.ends_with('\n');
   std::string text(1, line.sign);
@@ -45,7 +45,7 @@ size_t count_lines(std::string_view text) {
   return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
-// Which parts change, or have lines around a change.
+// Which parts change, or are context of a change.
 std::vector<bool> near_changes(const std::vector<ChangedPart>& parts) {
   std::vector<bool> near(parts.size());
   const auto pass = [&](size_t from, size_t to, int step) {
@@ -61,7 +61,7 @@ std::vector<bool> near_changes(const std::vector<ChangedPart>& parts) {
   return near;
 }
 
-// The lines of a part that the file comments out become blanks; so offsets stay.
+// Replaces the file's comment lines in a part by blanks, so that offsets stay valid.
 std::wstring take_comments(std::wstring text, std::vector<Range>& hidden) {
   for (size_t begin = 0; begin < text.size();) {
     const size_t end = std::min(text.find(L'\n', begin), text.size());
@@ -77,7 +77,7 @@ std::wstring take_comments(std::wstring text, std::vector<Range>& hidden) {
   return text;
 }
 
-// A part of a file as a statement, in which secrets are looked for.
+// A part of a file, read as a statement to find its secrets.
 class MaskedPart {
  public:
   MaskedPart(const std::string& bytes, std::optional<uint32_t> code_page)
@@ -85,7 +85,7 @@ class MaskedPart {
         text_(StatementText(bytes, code_page).text()),
         statement_(to_utf8(take_comments(text_, hidden_)), std::nullopt) {}
 
-  // More is shown of a statement that is accepted, once it was parsed.
+  // After parsing, an accepted statement shows more.
   ParseResult parse() {
     return statement_.parse();
   }
@@ -110,7 +110,7 @@ class MaskedPart {
 
 ChangedPart masked_part(const ChangedPart& part, std::optional<uint32_t> code_page) {
   {
-    // What a fix gives a meaning was hidden before, and stays so.
+    // Text to which a fix gives a meaning was hidden before, and stays hidden.
     MaskedPart before(part.before, code_page), after(part.after, code_page);
     const ParseResult stored = before.parse();
     if (stored && stores_the_same(stored, after.parse())) return {before.shown(), after.shown()};
@@ -120,7 +120,7 @@ ChangedPart masked_part(const ChangedPart& part, std::optional<uint32_t> code_pa
   return {before.shown(), after.shown()};
 }
 
-// Parts as they are shown, and which of them are not, though they are near a change.
+// The parts as shown, and which ones are left out although they are near a change.
 struct ShownParts {
   std::vector<ChangedPart> parts;
   std::vector<bool> left_out;
@@ -167,7 +167,7 @@ std::vector<DiffLine> diff_lines(const ShownParts& shown) {
   return all;
 }
 
-// "12,3": a hunk that has no line of one side begins after the line before it.
+// "12,3": a hunk without lines on one side gives the number of the line before it.
 std::string span(size_t first, size_t count) {
   return fmt::format("{},{}", count == 0 ? first - 1 : first, count);
 }
@@ -177,7 +177,7 @@ struct Hunk {
   size_t end = 0;
 };
 
-// The next changes from `at` on with the lines around them.
+// The next changes from `at` on, with their context.
 std::optional<Hunk> next_hunk(const std::vector<DiffLine>& lines, size_t at) {
   const auto changes = [](const DiffLine& line) { return line.sign != ' '; };
   const auto first =
@@ -188,13 +188,13 @@ std::optional<Hunk> next_hunk(const std::vector<DiffLine>& lines, size_t at) {
   while (before < kContext && change - before > at && !lines[change - before - 1].left_out)
     ++before;
   // Changes with no more than two contexts between them are one hunk.
-  size_t past = change;  // behind the last change
+  size_t past = change;  // after the last change
   for (size_t i = change; i < lines.size() && i < past + 2 * kContext + 1; ++i) {
     if (lines[i].left_out) break;
     if (changes(lines[i])) past = i + 1;
   }
   while (after < kContext && past + after < lines.size() && !lines[past + after].left_out) ++after;
-  // Where one side has less than the other, patch looks at the end of the file only.
+  // With less context on one side, patch would search only at the start or end of the file.
   if (change > before) after = std::min(after, before);
   if (past + after < lines.size()) before = std::min(before, after);
   return Hunk{change - before, past + after};

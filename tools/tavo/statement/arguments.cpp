@@ -14,11 +14,11 @@ bool may_hold_secret(const std::string& word) {
 
 std::string masked_word(const std::string& word) {
   const StatementText text(word, {});
-  if (text.text().empty()) return to_utf8(kMask);  // no UTF-8
+  if (text.text().empty()) return to_utf8(kMask);  // invalid UTF-8
   return to_utf8(masked(text.text(), text.secrets(), {0, text.text().size()}, false));
 }
 
-// The word, of an option its value, and what commas divide in it.
+// The word, or the value if the word is an option, and its comma-separated parts.
 std::vector<std::string> parts_of(const std::string& word) {
   std::vector<std::string> parts = {word};
   if (word.starts_with("--") && word.find('=') != word.npos) {
@@ -38,9 +38,9 @@ std::vector<std::string> parts_of(const std::string& word) {
 }  // namespace
 
 std::vector<HiddenWord> hidden_words(const std::vector<std::string>& words) {
-  constexpr size_t kShortest = 3;  // less would be found in words of the message itself
+  constexpr size_t kShortest = 3;  // shorter parts occur in the message's own words
   std::vector<HiddenWord> hidden;
-  bool is_value = false;  // the word before ends with a sign: "PASS= x"
+  bool is_value = false;  // the previous word ends with a sign: "PASS= x"
   for (const std::string& word : words) {
     if (is_value && word.size() >= kShortest) hidden.push_back({word, to_utf8(kMask)});
     is_value = word.ends_with('=') || word.ends_with(':');

@@ -1,5 +1,5 @@
-// Words of the command line that a message may repeat: a statement in the wrong place holds secrets
-// like any other.
+// Masks command-line words that a message may repeat: a misplaced statement holds secrets like any
+// other.
 #pragma once
 
 #include <string>
@@ -12,9 +12,9 @@ struct HiddenWord {
   std::string shown;  // what a message shows instead
 };
 
-// What is not to be repeated as it is, the longest first: words that read like a statement or a
-// part of one, parts of them that a complaint may name, and what follows an equal sign. words:
-// UTF-8 of unknown origin, without those that name existing files.
+// The words that messages must mask, longest first: words that look like a statement or a part of
+// one, their parts that a message may name, and words after an equal sign. words: UTF-8 of unknown
+// origin, without names of existing files.
 std::vector<HiddenWord> hidden_words(const std::vector<std::string>& words);
 
 }  // namespace tavo::cli

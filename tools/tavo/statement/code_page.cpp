@@ -20,7 +20,7 @@ struct StateCloser {
 }  // namespace
 
 std::optional<std::wstring> decode(const std::string& bytes, uint32_t code_page) {
-  // TermErrors frees the record, so that it has to come from malloc.
+  // TermErrors frees the record, so it must come from malloc.
   std::unique_ptr<ErrorState, StateCloser> state(
       static_cast<ErrorState*>(std::calloc(1, sizeof(ErrorState))));
   if (state == nullptr) throw std::bad_alloc();
@@ -62,7 +62,7 @@ std::optional<std::string> encode_like(const std::string& bytes, uint32_t code_p
 
 size_t find_undecodable(const std::string& bytes, uint32_t code_page) {
   if (decode(bytes, code_page)) return std::string::npos;
-  // The longest beginning that can be decoded; of a character of several bytes, its first.
+  // Finds the end of the longest decodable prefix; in a multibyte character, its first byte.
   size_t good = 0, bad = bytes.size();
   while (bad - good > 1) {
     const size_t middle = good + (bad - good) / 2;

@@ -1,4 +1,4 @@
-// What tells a finding from the others of its file, wherever it moves.
+// What distinguishes a finding from the others of its file, wherever it moves.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace tavo::cli {
 
-// The beginning of the statement on one line: without comments, with one layout, secrets masked
-// whatever is shown elsewhere, control characters escaped. The same before and after `tavo fmt`.
+// The start of the statement on one line: without comments, in one layout, secrets always masked,
+// control characters escaped. The same before and after `tavo fmt`.
 std::string identity_of(const StatementText& statement);
 
 }  // namespace tavo::cli

@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint32_t kFirstOfPlatform = 8000;
 
-// Lines and columns of offsets.
+// Converts offsets to lines and columns.
 class LineTable {
  public:
   explicit LineTable(std::wstring_view text) : text_(text) {
@@ -44,7 +44,7 @@ std::string name_of_token(uint32_t type) {
   return type == 0 ? "" : token_name(type);
 }
 
-// The words that a keyword is written as; the shortest that is known for a kind of value.
+// The first notation of a token type, such as ALGO or <string>.
 std::string written(uint32_t type) {
   const std::vector<std::string> known = notations(type);
   return known.empty() ? token_name(type) : known.front();
@@ -73,7 +73,7 @@ class Collector {
   void add(const TAVODiagnostic& diagnostic) {
     Finding& finding = findings_.emplace_back();
     const bool warning = diagnostic.severity != TAVO_SEVERITY_ERROR;
-    // What is ignored has no effect, and nobody would know.
+    // Ignored options have no effect, so masking would silently differ: an error.
     finding.severity =
         warning && diagnostic.ignoresOptions == 0 ? Severity::kWarning : Severity::kError;
     finding.number = diagnostic.number;
@@ -117,8 +117,8 @@ class Collector {
     }
   }
 
-  // The text of a rule that is violated, but not recorded: the option stands at the place, unless
-  // it is missing.
+  // The message of a violated rule that is not recorded. The diagnostic's place holds the option,
+  // unless the option is missing.
   std::wstring text_of_rule(const TAVODiagnostic& diagnostic) const {
     const std::wstring_view text = statement_.text();
     const std::wstring_view option = text.substr(diagnostic.offset, diagnostic.length);
@@ -142,7 +142,7 @@ class Collector {
     return format_message(number, {});
   }
 
-  // What only the platform knows: a trace level that it does not take, a text that it cannot
+  // Errors that only the platform reports: a trace level that it rejects, a text that it cannot
   // convert.
   void add_other(const Error& error) {
     const bool known = std::any_of(findings_.begin(), findings_.end(), [&](const Finding& finding) {

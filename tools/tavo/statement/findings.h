@@ -1,4 +1,4 @@
-// What is wrong with a statement, as the library's diagnostics tell it.
+// What is wrong with a statement, according to the library's diagnostics.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 namespace tavo::cli {
 
 // A place in a statement. Lines and columns count from 1, columns in characters; the end is one
-// after the last character.
+// past the last character.
 struct Place {
   Range range;  // in characters of the statement
   size_t line = 1;
@@ -26,7 +26,7 @@ struct FoundEdit {
 struct FoundFix {
   std::string title;
   bool safe = false;
-  bool placeholder = false;  // holds text that a person has to replace: never applied by a command
+  bool placeholder = false;  // holds text that the user must replace: never applied automatically
   std::vector<FoundEdit> edits;
 };
 
@@ -41,17 +41,17 @@ struct Finding {
   Severity severity = Severity::kError;
   uint32_t number = 0;    // 0: none
   std::string rule;       // such as "unknown-option"
-  std::wstring message;   // one line; secrets masked unless asked for
-  std::wstring recorded;  // the text of the message catalogue; empty when it is not recorded
+  std::wstring message;   // one line; secrets masked unless requested
+  std::wstring recorded;  // the catalogue's message; empty if not recorded
   bool is_recorded = false;
   Place place;                        // where to look
-  std::string found;                  // a token, such as "INTEGER"; empty for none
-  std::vector<std::string> expected;  // what would have been accepted, as it is written
+  std::string found;                  // a token, such as "INTEGER", or empty
+  std::vector<std::string> expected;  // the expected set, as notations
   std::vector<RelatedPlace> related;
   std::vector<FoundFix> fixes;
 };
 
-// Everything that is wrong with a statement, in order of place. result: that of its parse.
+// Everything that is wrong with a statement, in order of place. result: from parsing it.
 std::vector<Finding> find_findings(const StatementText& statement, const ParseResult& result,
                                    bool show_secrets);
 

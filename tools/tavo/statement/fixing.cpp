@@ -24,7 +24,7 @@ const FoundFix* choose(const Finding& finding, FixWhat what) {
   return nullptr;
 }
 
-// Walks over a text and keeps line and column.
+// Walks over a text and keeps track of line and column.
 class Cursor {
  public:
   explicit Cursor(const std::string& text) : text_(text) {}
@@ -62,7 +62,7 @@ std::vector<const FoundFix*> chosen_fixes(const std::vector<Finding>& findings, 
   for (const Finding& finding : findings) {
     const FoundFix* fix = choose(finding, what);
     if (fix == nullptr) continue;
-    // All edits of a fix or none.
+    // Apply all edits of a fix or none.
     const bool overlaps = std::any_of(fix->edits.begin(), fix->edits.end(), [&](const auto& edit) {
       const Range& range = edit.place.range;
       return std::any_of(taken.begin(), taken.end(), [&](const Range& other) {

@@ -11,7 +11,7 @@ namespace tavo::cli {
 enum class FixWhat {
   kNothing,
   kSafe,
-  kSuggested,  // the safe ones, and the first of the others
+  kSuggested,  // safe fixes, else a finding's first fix
 };
 
 // An edit in a file: lines and columns from 1, columns in characters.
@@ -23,16 +23,15 @@ struct FileEdit {
   std::string text;
 };
 
-// The fixes to apply: one of each finding that is an error. Of fixes that overlap the first; never
-// a placeholder.
+// The fixes to apply: one for each error; of overlapping fixes only the first. Never one with a
+// placeholder.
 std::vector<const FoundFix*> chosen_fixes(const std::vector<Finding>& findings, FixWhat what);
 
-// Those of one fix a finding, errors only; of overlapping ones the first. Never a placeholder.
-// first_line: of the statement in its file.
+// The edits of the chosen fixes. first_line: the statement's first line in its file.
 std::vector<FileEdit> edits_of(const std::vector<Finding>& findings, FixWhat what,
                                size_t first_line);
 
-// A UTF-8 text with edits, which are in order. A byte-order mark is no column of the first line.
+// Applies ordered edits to UTF-8 text. A byte-order mark is not a column of the first line.
 std::string with_edits(const std::string& text, const std::vector<FileEdit>& edits);
 
 }  // namespace tavo::cli

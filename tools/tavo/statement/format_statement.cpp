@@ -42,7 +42,7 @@ class Formatter {
   }
 
  private:
-  // Which visible tokens are keywords and of what, and which commas separate options.
+  // Finds the options whose keywords visible tokens are, and the commas that separate options.
   void note_keywords() {
     keywords_.resize(written_.tokens.size(), nullptr);
     for (const WrittenOption& option : written_.options) {
@@ -54,8 +54,8 @@ class Formatter {
     }
   }
 
-  // After the last token that the parser reads; after everything when it reads all of it. What
-  // follows is ignored, and is nothing that has a layout.
+  // The end of the last token that the parser reads, or of the text if the parser reads all of it.
+  // The parser ignores what follows, so it has no layout.
   size_t end_of_statement() const {
     if (written_.past >= written_.tokens.size() || written_.past == 0) {
       return text_.tokens().empty() ? 0 : text_.text().size();
@@ -68,7 +68,7 @@ class Formatter {
     const std::wstring typed(text_.text_of(token));
     if (index == 0) return spell_keyword(typed, written_.statement->keywords);
     const Option* option = keywords_[index];
-    // The keys of a user's own provider are data.
+    // The keys of a user provider are data.
     if (option == nullptr || token.type == TAVO_PARSER_STRING_WITHOUT_QUOTES) return typed;
     return spell_keyword(typed, option->keywords);
   }
@@ -80,7 +80,7 @@ class Formatter {
     for (const uint32_t keyword : keywords) {
       for (std::string& spelling : spellings(keyword)) known.push_back(std::move(spelling));
     }
-    // Not among them: a keyword that carries a number.
+    // A keyword with a number is not listed.
     const bool listed = std::find(known.begin(), known.end(), upper_case) != known.end();
     if (style_.spelling == StatementStyle::Spelling::kKeep || !listed) return from_utf8(upper_case);
     const auto by_size = [](const auto& a, const auto& b) { return a.size() < b.size(); };
@@ -89,7 +89,7 @@ class Formatter {
                          : *std::min_element(known.begin(), known.end(), by_size));
   }
 
-  // Those before a line of the statement. What follows them begins a line.
+  // Writes the comment lines before a line of the statement. The next token begins a line.
   void put_comment_lines(uint32_t line) {
     for (; next_comment_ < comments_.size() && comments_[next_comment_].line < line;
          ++next_comment_) {
@@ -116,7 +116,7 @@ class Formatter {
     ++index_;
   }
 
-  // A comment stays after what it followed, or on its own line where options have theirs.
+  // A comment stays after the token that it followed, or on a line of its own if options have one.
   void put_comment(const TAVOTextToken& token) {
     const std::wstring_view comment = text_.text_of(token);
     const bool own_line = style_.option_a_line && broken_line_ && after_separator_;
@@ -147,7 +147,7 @@ class Formatter {
   bool after_separator_ = false;
   bool after_comment_ = false;
   bool after_line_comment_ = false;
-  bool broken_line_ = false;  // a line end was passed since the last token
+  bool broken_line_ = false;  // a line end follows the last token
 };
 
 }  // namespace

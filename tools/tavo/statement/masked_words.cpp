@@ -9,9 +9,9 @@
 namespace tavo::cli {
 namespace {
 
-// A shorter word is only taken out where it stands alone: parts of other words look like it.
+// A shorter word is masked only as a whole word: parts of other words may equal it.
 constexpr size_t kTelling = 5;
-// The library cuts words that it quotes.
+// The library truncates the words that it quotes.
 constexpr size_t kLongestQuoted = 40;
 
 bool is_alphanumeric(wchar_t c) {
@@ -27,7 +27,7 @@ bool stands_alone(std::wstring_view message, size_t begin, size_t end) {
          (end == message.size() || !is_alphanumeric(message[end]));
 }
 
-// Single characters tell nothing.
+// Single characters reveal nothing.
 void mask_word(std::wstring& message, std::wstring_view word) {
   word = word.substr(0, kLongestQuoted);
   if (word.size() < 2 || word.size() > message.size()) return;
@@ -41,7 +41,7 @@ void mask_word(std::wstring& message, std::wstring_view word) {
   }
 }
 
-// The library ends what it cuts with dots: the word before them may be the beginning of this one.
+// The library ends a truncated word with dots: the word before them may be a prefix of this one.
 void mask_cut_word(std::wstring& message, std::wstring_view word) {
   constexpr std::wstring_view kCut = L"...";
   for (size_t dots = message.find(kCut); dots != message.npos;
@@ -55,7 +55,7 @@ void mask_cut_word(std::wstring& message, std::wstring_view word) {
   }
 }
 
-// Calls found() for each longest run of characters that belong to it.
+// Calls found() for each maximal run of characters for which belongs() holds.
 template <typename Belongs, typename Found>
 void each_run(std::wstring_view text, Belongs belongs, Found found) {
   for (size_t begin = 0; begin < text.size();) {
@@ -68,7 +68,7 @@ void each_run(std::wstring_view text, Belongs belongs, Found found) {
 
 void mask_words(std::wstring& message, std::wstring_view secret) {
   each_run(secret, is_word, [&](std::wstring_view word) { mask_word(message, word); });
-  // The library shows some characters of a word as others, so that the whole is not found.
+  // The library replaces some characters of a word, so the whole word may not be found.
   each_run(secret, is_alphanumeric, [&](std::wstring_view word) {
     if (word.size() >= kTelling) mask_word(message, word);
     mask_cut_word(message, word);
@@ -86,7 +86,7 @@ std::wstring without_secrets(std::wstring message, std::string_view rule, Range 
   const auto at_place =
       std::partition_point(secrets.begin(), secrets.end(), ends_before(place.begin));
   const bool inside = at_place != secrets.end() && at_place->begin < place.end;
-  // A character with a name is a look-alike of a sign, and may be told.
+  // A character with a name looks like a sign of the language and may be shown.
   if (inside && rule == "bad-character" && message.find(L'(') == message.npos) {
     if (message.ends_with(L"U+FFFF")) {
       return L"a character above U+FFFF cannot stand in a statement";

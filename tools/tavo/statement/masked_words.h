@@ -1,4 +1,4 @@
-// Takes what stands in secrets out of messages of the library, which quote words of the statement.
+// Masks secrets in the library's messages, which quote words of the statement.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace tavo::cli {
 
-// rule, place: those of the diagnostic. Takes time for the secrets near the place.
+// rule, place: the diagnostic's. The time depends only on the secrets near the place.
 std::wstring without_secrets(std::wstring message, std::string_view rule, Range place,
                              const StatementText& statement);
 

@@ -1,6 +1,6 @@
-// Values that are shown to nobody who does not ask for them: passwords, connection strings, keys,
-// literal seeds and whatever a user's own provider is told; and in a wrong statement all that is
-// not known to be harmless. The rules for text that is wrong are those of the embedded platform's
+// Values that are shown only on request: passwords, connection strings, keys, literal seeds and
+// all values of a user provider; and in a rejected statement everything that is not known to be
+// harmless. Rejected text follows the same rules as in the embedded platform's
 // messages.
 #pragma once
 
@@ -25,15 +25,15 @@ std::vector<Range> find_secrets_since(const StatementText& before, const Stateme
 // Whether the value of a stored pair is one.
 bool is_secret(const Pair& pair);
 
-// A part of a text with its secrets masked; all of it when secrets are to be shown. Takes time for
-// the part, not for the whole text.
+// A part of a text with its secrets masked, or unmasked if secrets are shown. The time depends on
+// the part, not on the whole text.
 std::wstring masked(std::wstring_view text, const std::vector<Range>& secrets, Range part,
                     bool show_secrets);
 
-// Whether a secret holds any of that part.
+// Whether a secret overlaps the part.
 bool is_masked(const std::vector<Range>& secrets, Range part);
 
-// The message of an error, its excerpt masked and, when it is long, cut to its end.
+// The message of an error; its excerpt is masked and, if long, reduced to its end.
 std::wstring masked_message(const Error& error, const StatementText& statement, bool show_secrets);
 
 }  // namespace tavo::cli

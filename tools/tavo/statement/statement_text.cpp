@@ -13,7 +13,7 @@
 namespace tavo::cli {
 namespace {
 
-// What stands for text that cannot be decoded: its ASCII characters.
+// Replaces text that cannot be decoded: keeps only its ASCII characters.
 std::wstring ascii_only(const std::string& bytes) {
   std::wstring text;
   for (const char c : bytes) {
@@ -23,7 +23,7 @@ std::wstring ascii_only(const std::string& bytes) {
   return text;
 }
 
-// Keeps the trace lines that a statement asks for off the terminal, unless tracing was configured.
+// Keeps a statement's trace lines off the terminal, unless tracing is configured.
 class QuietTrace {
  public:
   QuietTrace() {
@@ -71,9 +71,9 @@ void StatementText::hide_as(const StatementText& before) const {
 }
 
 ParseResult StatementText::parse() const {
-  // A trace level is the statement's wish for the process that masks, not for this one. Only the
-  // service tells what the platform says of it; the statement that only sets the level goes back to
-  // the configured one.
+  // A statement's trace level is for the process that masks, not for this one. Only the service
+  // reports whether the platform accepts it; the trace-level statement afterwards restores the
+  // configured level.
   const bool sets_level = std::any_of(
       tokens_.begin(), tokens_.end(),
       [](const TAVOTextToken& token) { return token.type == TAVO_PARSER_CMN_PARM_TRCLEVEL; });

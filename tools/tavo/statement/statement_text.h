@@ -1,5 +1,4 @@
-// A statement as it was given: its characters, what the lexer sees in them, and where it hides
-// secrets.
+// A statement as given: its characters, its tokens, and the places of its secrets.
 #pragma once
 
 #include <optional>
@@ -12,7 +11,7 @@
 
 namespace tavo::cli {
 
-// Half-open, in characters.
+// A half-open range of characters.
 struct Range {
   size_t begin = 0;
   size_t end = 0;
@@ -23,7 +22,7 @@ class StatementText {
   // A UTF-8 statement, or 8-bit text in a code page.
   StatementText(std::string bytes, std::optional<uint32_t> code_page);
 
-  // Remembers whether the statement was accepted: secrets() shows more of one that was.
+  // Remembers whether the statement was accepted: secrets() hides less of an accepted one.
   ParseResult parse() const;
 
   // What was hidden of it before a change stays so, whatever parse() says.
@@ -43,11 +42,11 @@ class StatementText {
   const std::vector<TAVOTextToken>& tokens() const {
     return tokens_;
   }
-  // Without white space, comments and broken places.
+  // Without white space, comments and invalid text.
   std::vector<TAVOTextToken> visible_tokens() const;
   std::wstring_view text_of(const TAVOTextToken& token) const;
-  // What has to be masked. Found when it is asked for; of a statement that parse() has not
-  // accepted, everything that is not known to be harmless.
+  // What to mask, computed on the first call; in a statement that parse() has not accepted,
+  // everything that is not known to be harmless.
   const std::vector<Range>& secrets() const;
 
  private:
@@ -59,7 +58,7 @@ class StatementText {
   mutable std::optional<std::vector<Range>> secrets_;
 };
 
-// The tokens of a text; none when the text is no valid Unicode.
+// The tokens of a text; empty if the text is not valid Unicode.
 std::vector<TAVOTextToken> read_tokens(std::wstring_view text);
 
 }  // namespace tavo::cli

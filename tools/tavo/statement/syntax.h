@@ -1,5 +1,5 @@
-// The options of a statement with their tokens, found by following the library's tables like its
-// parser; and what is expected where the walk ends.
+// The options of a statement with their tokens, found by following the library's tables as its
+// parser does; and what is expected where the walk ends.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@
 
 namespace tavo::cli {
 
-// Indices into the visible tokens. `past` is one after the last token.
+// Indices into the visible tokens. `past` is one past the last token.
 struct WrittenOption {
   const Option* option = nullptr;
   size_t first = 0;  // the keyword
@@ -32,7 +32,7 @@ enum class Expected {
 
 struct WrittenStatement {
   std::vector<TAVOTextToken> tokens;     // visible ones only
-  const Statement* statement = nullptr;  // null when it is none
+  const Statement* statement = nullptr;  // null if unknown
   size_t head_past = 0;
   std::vector<WrittenOption> options;
   size_t past = 0;                 // where the walk ended

@@ -128,7 +128,7 @@ void Output::hide(std::string word, std::string shown) {
   hidden_.emplace_back(std::move(word), std::move(shown));
 }
 
-// In one pass, so that what is shown instead is not looked at again.
+// One pass, so that a replacement is not replaced again.
 std::string Output::with_hidden(std::string_view text) const {
   if (show_secrets) return std::string(text);
   std::string result;

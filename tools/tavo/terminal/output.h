@@ -52,7 +52,7 @@ class Stream {
   bool has_color() const {
     return color_;
   }
-  // Width of the terminal, 80 when it is unknown; 0 when it is not a terminal.
+  // Width of the terminal, 80 if unknown; 0 if the stream is not a terminal.
   size_t columns() const;
   // The text in a style, or unchanged when the stream has no colors.
   std::string styled(Style style, std::string_view text) const;
@@ -84,11 +84,12 @@ class Output {
   }
   // Flushes the answer first, so that both streams can share one file.
   Stream& messages();
-  // "tavo: TEXT" on standard error; the text has no line end; its control characters are escaped.
+  // Writes "tavo: TEXT" to standard error. The text has no line end; its control characters are
+  // escaped.
   void complain(std::string_view text);
-  // Lines on standard error as they are, but for control characters.
+  // Writes lines to standard error, unchanged except for escaped control characters.
   void complain_in_lines(std::string_view lines);
-  // Complaints show the one instead of the other, unless secrets are shown.
+  // Complaints then show `shown` instead of `word`, unless secrets are shown.
   void hide(std::string word, std::string shown);
 
   // auto: colors on a terminal, unless NO_COLOR is set or TERM is dumb.
@@ -97,7 +98,7 @@ class Output {
   // Whether secrets are shown instead of masked.
   bool show_secrets = false;
 
-  // Machine-readable text is English, whatever the environment says.
+  // Machine-readable text is English, whatever the environment selects.
   void use_english();
 
   // Flushes and closes standard output, which may report a full disk only now.
@@ -115,11 +116,11 @@ class Output {
 // standard stream: reading or writing one that was closed fails. Ignores SIGPIPE, so that a pipe
 // without a reader is ReaderGone.
 void prepare_standard_streams();
-// Ends the process as a pipe without a reader ends other tools; returns only when the caller of the
-// process had SIGPIPE ignored.
+// Ends the process by SIGPIPE, like other tools; returns only if the process started with SIGPIPE
+// ignored.
 void end_by_broken_pipe();
-// Sets the language of the library's messages to English unless TAVO_LANG chooses one; before the
-// library starts.
+// Sets the language of the library's messages to English unless TAVO_LANG chooses one. Call before
+// the library starts.
 void choose_language();
 
 }  // namespace tavo::cli

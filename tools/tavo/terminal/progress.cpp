@@ -15,7 +15,7 @@ constexpr size_t kBarWidth = 30;
 constexpr size_t kRoomForWords = 40;
 constexpr std::string_view kClear = "\r\033[K";
 
-// The beginning of a text that fits in that many columns.
+// The longest prefix of the text that fits into `columns` columns.
 std::string cut_to(const std::string& text, size_t columns) {
   std::wstring shown;
   size_t width = 0;

@@ -22,7 +22,7 @@ class Progress {
   // The bar, in at most `columns` columns.
   std::string line(size_t bytes_done, size_t statements, const std::string& file,
                    size_t columns) const;
-  // Removes the bar, so that something else can be written.
+  // Removes the bar so that other output can be written.
   void hide();
 
  private:

@@ -94,7 +94,7 @@ bool is_plain(std::wstring_view text) {
 std::string printable(std::wstring_view text) {
   if (is_plain(text)) return {text.begin(), text.end()};
   std::string shown;
-  size_t plain = 0;  // the safe text since there is written at once
+  size_t plain = 0;  // start of the pending safe text, which is written at once
   for (size_t i = 0; i < text.size(); ++i) {
     if (!is_unsafe(text[i])) continue;
     shown += to_utf8(text.substr(plain, i - plain));

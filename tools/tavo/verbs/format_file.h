@@ -1,4 +1,4 @@
-// A file of statements in the canonical layout, and what is wrong with it told.
+// Formats a file of statements in the canonical layout and reports what is wrong with it.
 #pragma once
 
 #include <string>
@@ -9,11 +9,11 @@
 
 namespace tavo::cli {
 
-// Tells wrong statements and those that stay as they are on standard error; the rest is the
-// caller's to tell. Throws InputError.
+// Reports rejected statements and those that stay unchanged on standard error; the caller reports
+// the rest. Throws InputError.
 FormattedText format_file(Input& input, Layout layout, const StatementStyle& style, Output& output);
 
-// One statement; result says whether it stays as it is, which has been told.
+// Formats one statement; result says whether it stays unchanged, which is already reported.
 std::string format_one(const StatementText& text, const StatementStyle& style,
                        const std::string& name, FormattedText& result, Output& output);
 

@@ -20,7 +20,7 @@ inline void add_selection_options(CLI::App* verb, FileSelection& selection) {
                    "Only files that differ from this revision of git, new ones included");
 }
 
-// The options must outlive the verb. The files themselves are the verb's own.
+// The options must outlive the verb. The verb itself adds the option for the files.
 inline void add_job_options(CLI::App* verb, JobOptions& options) {
   add_layout_option(*verb, options.layout);
   add_input_options(*verb, options.input, "Files are");

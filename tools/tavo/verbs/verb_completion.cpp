@@ -1,5 +1,5 @@
-// tavo completion: scripts that complete the command line and the statements on it. The scripts ask
-// `tavo complete-statement` about statements, so that they know what the installed library knows.
+// tavo completion: scripts that complete the command line and the statements on it. The scripts
+// call `tavo complete-statement` for statements, so they agree with the installed library.
 #include <fmt/format.h>
 
 #include <sstream>
@@ -78,8 +78,8 @@ std::string explained_names() {
   return join(all, " ");
 }
 
-// In bash the word is what is typed so far, with its opening quote; replies replace what stands
-// after the quote, and after the last "=" or ":" when there is no quote.
+// In bash the word is the text typed so far, with its opening quote; replies replace the text after
+// the quote or, without a quote, the text after the last "=" or ":".
 constexpr std::string_view kBash = R"(# bash completion for tavo
 _tavo() {
   local cur=${COMP_WORDS[COMP_CWORD]} verb='' i

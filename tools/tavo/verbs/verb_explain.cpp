@@ -52,7 +52,7 @@ std::vector<std::string> everything() {
   return all;
 }
 
-// The names that diagram_svg knows.
+// The names that diagram_svg accepts.
 std::vector<std::string> everything_drawn() {
   std::vector<std::string> all;
   for (const Statement& statement : statements()) {
@@ -148,7 +148,7 @@ class ExplainRun {
   }
 
   int one(const std::string& given) {
-    // Reports for machines call errors TAVO7139.
+    // Machine-readable reports name errors like TAVO7139.
     const bool rule = upper(given.substr(0, 4)) == "TAVO" && is_number(given.substr(4));
     const std::string name = rule ? given.substr(4) : given;
     if (is_number(name)) {

@@ -1,4 +1,4 @@
-// tavo help: the help of the tool or of one of its verbs; and what to say of a verb that is none.
+// tavo help: the help of the tool or of one of its verbs; and the message for an unknown verb.
 #include <fmt/format.h>
 
 #include "language/language.h"
@@ -55,7 +55,7 @@ void add_help(CLI::App& app, Output& output, int* status) {
       *status = kCouldNotRun;
       return;
     }
-    // App::help() would show the verb that was chosen, which is this one.
+    // App::help() would show the help of the chosen verb, which is this one.
     const CLI::App* asked = name->empty() ? &app : app.get_subcommand(*name);
     const std::string title = name->empty() ? app.get_name() : app.get_name() + " " + *name;
     output.answer().write(

@@ -15,7 +15,7 @@
 namespace tavo::cli {
 namespace {
 
-// Data-type codes and types that no name is known for have none.
+// The name of the key type or value type; empty if it has none.
 std::string type_name(const Pair& pair, bool of_value) {
   const uint32_t type = of_value ? pair.value_type : pair.key_type;
   if (type == TAVO_TOKEN_END_OF_INPUT || (of_value && type == 0)) return "";
