@@ -7,7 +7,7 @@ tree=$PWD
 build=$tree/build/release
 work=$tree/build/node
 
-# The addon with the layout, beside the library and the embedded platform that it brings along.
+# The addon with the layout functions, next to the library and the embedded platform.
 build_addon() {
   local platform place
   # shellcheck disable=SC2016 # a template of JavaScript
@@ -39,7 +39,7 @@ pack() {
   (cd "$work/source" && npm pack --silent --pack-destination "$work/dist")
 }
 
-# An empty project that installs the tarball, as a user's would.
+# Installs the tarball into an empty project, as a user would.
 use_tarball() {
   local project=$work/project
   rm -rf "$project"

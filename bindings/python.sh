@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the Python package as a wheel that brings the library along, and tests it.
+# Builds the Python package as a wheel that contains the library, and tests it.
 #   bindings/python.sh [wheel|deb|test|bench]    from the top of the tree, after a release build
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -8,7 +8,7 @@ build=$tree/build/release
 work=$tree/build/python
 python=/usr/bin/python3 # Debian's, which has the packages
 
-# A Debian package that depends on the library's instead of bringing it along.
+# A Debian package that depends on the library's package instead of containing the library.
 deb() {
   local version root packages
   version=$(sed -n 's/^project(TAVOParser VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
@@ -51,7 +51,7 @@ wheel() {
   mkdir -p "$work/source" "$work/dist"
   cp -r bindings/python/. "$work/source"
   mkdir -p "$work/source/src/tavoparser/lib"
-  # The library and the embedded platform, by the names that programs load.
+  # The library and the embedded platform, under the names that programs load.
   for file in "$build"/lib/libTAVO*.so.1; do
     cp -L "$file" "$work/source/src/tavoparser/lib/"
   done
@@ -59,14 +59,14 @@ wheel() {
   ls "$work"/dist/*.whl
 }
 
-# Into a folder of its own, as an installation would.
+# Installs into a separate folder, as a user would.
 install_wheel() {
   rm -rf "$work/installed"
   mkdir -p "$work/installed"
   unpack "$work"/dist/*.whl "$work/installed"
 }
 
-# The package's files work with a library that the loader finds.
+# Checks that the package's files work with a library that the loader finds.
 test_deb() {
   deb >/dev/null
   rm -rf "$work/unpacked"

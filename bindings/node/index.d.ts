@@ -1,6 +1,6 @@
-/** The parameter statements of the masking suite: read, checked, formatted, built. */
+/** Reads, checks, formats and builds the parameter statements of the masking suite. */
 
-/** A part of a statement, in UTF-16 code units from 0, as JavaScript counts. */
+/** A part of a statement, in UTF-16 code units from 0, like JavaScript string indices. */
 export interface Range {
   offset: number;
   length: number;
@@ -8,12 +8,12 @@ export interface Range {
 
 /** One stored option. */
 export interface Pair {
-  /** As typed; inside a field definition with its keyword before it: "FLDDEF1:NAME". */
+  /** As typed; inside a field definition with the definition's keyword: "FLDDEF1:NAME". */
   key: string;
   /** The token type that identifies the option, whatever its spelling. */
   keyType: number;
   keyName: string;
-  /** Without the quotes of a quoted text. */
+  /** Without the quotes of a quoted string. */
   value: string;
   /** The token type that classifies the value, a data-type code, or 0. */
   valueType: number;
@@ -22,7 +22,7 @@ export interface Pair {
   valueRange: Range;
 }
 
-/** One error as the library records it. Its message may quote the statement, secrets included. */
+/** One error that the library records. Its message may quote the statement, secrets included. */
 export interface RecordedError {
   number: number;
   message: string;
@@ -34,17 +34,17 @@ export interface Edit extends Range {
   text: string;
 }
 
-/** A way to mend a mistake. */
+/** A fix for a mistake. */
 export interface Fix {
   title: string;
   /** It cannot change what an accepted part of the statement means. */
   safe: boolean;
-  /** An edit holds text that a person has to replace. */
+  /** An edit holds text that the user must replace. */
   placeholder: boolean;
   edits: Edit[];
 }
 
-/** One mistake, warning or hint. Its message never holds a value of free text. */
+/** One mistake, warning or hint. Its message never quotes a free-text value. */
 export interface Diagnostic extends Range {
   /** Its stable name, such as "unknown-option". */
   rule: string;
@@ -55,22 +55,22 @@ export interface Diagnostic extends Range {
   /** From 1; columns count characters. */
   line: number;
   column: number;
-  /** The library records this one. */
+  /** Whether this is the error that the library records. */
   recorded: boolean;
-  /** What would have been accepted there. */
+  /** The expected set: what would be accepted there. */
   expected: string[];
   related: (Range & { message: string })[];
   fixes: Fix[];
 }
 
-/** The pairs of an accepted statement. What a console prints of it names keys only. */
+/** The pairs of an accepted statement. Console output shows only its keys. */
 export class Statement implements Iterable<[string, string]> {
   private constructor();
   readonly pairs: readonly Pair[];
   readonly keys: readonly string[];
-  /** The trace levels that a masking run would set; nothing sets them here. */
+  /** The trace levels that a masking run would set; parsing does not set them. */
   readonly traceLevels: readonly string[];
-  /** The value of a key, in either case; of several the first. */
+  /** The value of a key, ignoring case; the first one if the key is repeated. */
   get(key: string): string | undefined;
   has(key: string): boolean;
   /** The first pair with a key type, whatever its spelling. */
@@ -78,7 +78,7 @@ export class Statement implements Iterable<[string, string]> {
   [Symbol.iterator](): Iterator<[string, string]>;
 }
 
-/** A statement that was rejected. Its message names places and mistakes, never values. */
+/** A rejected statement. Its message names places and mistakes, never values. */
 export class ParseError extends Error {
   private constructor();
   readonly status: number;
@@ -86,25 +86,25 @@ export class ParseError extends Error {
   readonly diagnostics: Diagnostic[];
 }
 
-/** An option or value that cannot be part of a right statement. Never quotes a value. */
+/** An option or value that cannot be part of a valid statement. Never quotes a value. */
 export class BuildError extends Error {
   private constructor();
-  /** The number of the violated rule, else 0. */
+  /** The number of the violated rule, or 0. */
   readonly number: number;
 }
 
 /** Reads a statement: a string, or bytes in UTF-8 or in a code page. Throws ParseError. */
 export function parse(statement: string | Buffer, options?: { codePage?: number }): Statement;
-/** All diagnostics of a statement, in order of place. Throws RangeError for an empty text. */
+/** All diagnostics of a statement, in order of place. Throws RangeError for empty text. */
 export function diagnose(statement: string): Diagnostic[];
-/** The statement with a fix of one of its diagnostics. */
+/** Applies a fix of one of the statement's diagnostics. */
 export function applyFix(statement: string, fix: Fix): string;
 /** Lays out an accepted statement as `tavo fmt` does. Throws ParseError. */
 export function format(
   statement: string,
   options?: { spelling?: 'keep' | 'long' | 'short'; optionALine?: boolean },
 ): string;
-/** A statement of a provider with these options. Throws BuildError. */
+/** Builds a statement of a provider with these options. Throws BuildError. */
 export function build(
   provider: string,
   options?: Record<string, string | number> | Iterable<[string, string | number]>,
@@ -137,7 +137,7 @@ export interface Language {
   readonly providers: readonly Provider[];
   provider(name: string): Provider | undefined;
 }
-/** The language's tables; read once. */
+/** The language's tables, read once. */
 export function language(): Language;
-/** What a provider or one of its options means, for people. Throws RangeError. */
+/** Explains a provider or one of its options to people. Throws RangeError. */
 export function explain(provider: string, option?: string): string;

@@ -1,4 +1,4 @@
-// The parameter statements of the masking suite: read, checked, formatted, built.
+// Reads, checks, formats and builds the parameter statements of the masking suite.
 'use strict';
 const native = require('./native.js').load();
 
@@ -9,7 +9,7 @@ function requireText(statement) {
   return statement;
 }
 
-// Neither the message nor a property that is printed quotes a value: it may be secret.
+// Neither the message nor a printed property quotes a value, which may be secret.
 class ParseError extends Error {
   #statement;
 
@@ -17,7 +17,7 @@ class ParseError extends Error {
     super(describe(result, statement));
     this.name = 'ParseError';
     this.status = result.status;
-    // Messages may quote the statement, so that they are not part of what is printed.
+    // Messages may quote the statement, so they must not be printed.
     Object.defineProperty(this, 'errors', { value: result.errors, enumerable: false });
     this.#statement = statement;
   }
@@ -40,7 +40,7 @@ class Statement {
   #byKey = new Map();
 
   constructor(result) {
-    // Not enumerable: what is printed or logged names keys only.
+    // Not enumerable: printed and logged output shows only keys.
     Object.defineProperty(this, 'pairs', { value: Object.freeze(result.pairs), enumerable: false });
     this.keys = Object.freeze(result.pairs.map((pair) => pair.key));
     this.traceLevels = Object.freeze(result.traceLevels.map((level) => level.level ?? level));
@@ -50,7 +50,7 @@ class Statement {
     }
   }
 
-  // The value of a key, in either case; of several the first. Undefined without one.
+  // The value of a key, ignoring case: the first one if repeated, undefined if absent.
   get(key) {
     return this.#byKey.get(String(key).toUpperCase());
   }
@@ -97,7 +97,7 @@ function diagnose(statement) {
   return found;
 }
 
-// The statement with a fix of one of its diagnostics.
+// Applies a fix of one of the statement's diagnostics.
 function applyFix(statement, fix) {
   let text = requireText(statement);
   for (const edit of [...fix.edits].reverse()) {
@@ -113,7 +113,7 @@ function format(statement, { spelling = 'keep', optionALine = false } = {}) {
   if (native.layOut === undefined) throw new Error('this addon was built without the layout');
   const text = native.layOut(requireText(statement), SPELLINGS[spelling], optionALine ? 1 : 0);
   if (text === undefined) {
-    parse(statement); // tells why
+    parse(statement); // throws, with the reason
     throw new Error('no memory for the layout');
   }
   return text;
@@ -149,7 +149,7 @@ function build(provider, options = {}, { library = false } = {}) {
 
 let tables;
 
-// The language's tables; read once.
+// The language's tables, read once.
 function language() {
   tables ??= Object.freeze({
     providers: Object.freeze(native.language()),

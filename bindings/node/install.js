@@ -1,4 +1,4 @@
-// Run by npm: keeps the prebuilt addon where it loads, and builds it from source elsewhere. Building
+// Run by npm: keeps the prebuilt addon if it loads, and builds one from source otherwise. Building
 // needs a C++ compiler and the development package of libTAVOParser, found through pkg-config.
 'use strict';
 const { execFileSync } = require('node:child_process');

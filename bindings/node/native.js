@@ -1,4 +1,4 @@
-// The addon: the one that was brought for this platform, else the one that was built here.
+// The addon: the prebuilt one for this platform, else the one that was built here.
 'use strict';
 const path = require('node:path');
 

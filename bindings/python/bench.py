@@ -1,4 +1,4 @@
-"""A statement a call: this package beside ctypes on the two-run interface, in one run.
+"""One statement per call: compares this package with ctypes on the two-run interface, in one run.
 
     bench.py BUILD    the build folder with libTAVOParser
 """

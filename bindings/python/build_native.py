@@ -1,9 +1,9 @@
-"""The extension module, from the library's own headers: what they declare is what Python calls.
+"""Builds the extension module from the library's own headers: Python calls what they declare.
 
 Environment:
     TAVO_SOURCE  the source tree
-    TAVO_BUILD   a build folder with libTAVOParser, the layout library and the command line's
-    TAVO_BUNDLED 0 for a package of a system whose loader finds libTAVOParser by itself
+    TAVO_BUILD   a build folder with libTAVOParser, the layout library and the tool's library
+    TAVO_BUNDLED 0 for a system package: the loader finds libTAVOParser by itself
 """
 import os
 import re
@@ -18,7 +18,7 @@ INCLUDE = os.path.join(SOURCE, "include")
 SHARED = os.path.join(SOURCE, "bindings", "shared")
 
 HEADERS = ["TAVOParserSimple.h", "TAVODiagnostics.h", "TAVOLanguage.h", "layout.h"]
-# The builder came later than the others; a tree without it still gives the rest.
+# The builder is newer than the other headers; a tree without it still provides the rest.
 if os.path.exists(os.path.join(INCLUDE, "TAVOBuilder.h")):
     HEADERS.insert(1, "TAVOBuilder.h")
 
@@ -140,7 +140,7 @@ size_t tavo_read_flat(const void* text, size_t bytes, const TAVOReadOptions* opt
 
 
 def declarations():
-    """What our headers declare, as the preprocessor leaves it; of other headers nothing."""
+    """The declarations of our own headers, preprocessed, without those of other headers."""
     source = "".join('#include "%s"\n' % header for header in HEADERS)
     text = subprocess.run(
         ["cc", "-E", "-x", "c", "-I", INCLUDE, "-I", SHARED,
@@ -156,7 +156,7 @@ def declarations():
             ours = os.path.dirname(path) in wanted and os.path.basename(path) not in skipped
         elif ours:
             kept.append(line)
-    # The assertions are empty now, but for their semicolons.
+    # Only the semicolons of the assertions are left; remove them.
     return re.sub(r"(?m)^\s*(;\s*)+$", "", "\n".join(kept))
 
 
@@ -175,7 +175,7 @@ def make_ffi():
         extra_objects=objects,
         libraries=["TAVOParser", "fmt", "stdc++"],
         extra_compile_args=["-std=c11", "-O2"],
-        # The wheel brings the library beside the module; a package finds it where it is installed.
+        # The wheel contains the library next to the module; a system package finds it where it is installed.
         extra_link_args=(["-Wl,-rpath,$ORIGIN/lib"] if BUNDLED else []) + [
             "-Wl,--exclude-libs,ALL", "-Wl,--as-needed"])
     return builder

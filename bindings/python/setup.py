@@ -1,4 +1,4 @@
-"""Builds the extension module; pyproject.toml has the rest."""
+"""Builds the extension module; pyproject.toml describes the package."""
 from setuptools import setup
 
 setup(cffi_modules=["build_native.py:ffi"])

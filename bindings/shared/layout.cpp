@@ -21,7 +21,7 @@ StatementStyle style_of(int spelling, int option_a_line) {
   return style;
 }
 
-// Empty for a rejected statement, and for a layout that would not say the same.
+// Empty for a rejected statement, and for a layout that would change what it stores.
 std::string lay_out(std::string bytes, const StatementStyle& style) {
   const StatementText before(std::move(bytes), std::nullopt);
   const tavo::ParseResult stored = before.parse();
@@ -39,8 +39,9 @@ size_t tavo_lay_out(const char* text, size_t bytes, int spelling, int option_a_l
                     char** result) {
   *result = nullptr;
   try {
-    // A trace level in the statement acts on nobody: the library runs for this call alone.
-    const std::string laid_out = lay_out(std::string(text, bytes), style_of(spelling, option_a_line));
+    // A trace level in the statement affects no other code: the library runs for this call only.
+    const std::string laid_out =
+        lay_out(std::string(text, bytes), style_of(spelling, option_a_line));
     if (laid_out.empty()) return TAVO_LAYOUT_REJECTED;
     *result = static_cast<char*>(std::malloc(laid_out.size()));
     if (*result == nullptr) return TAVO_LAYOUT_NO_MEMORY;

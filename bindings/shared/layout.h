@@ -18,15 +18,15 @@ enum tavo_layout_spelling {
   TAVO_SPELLING_SHORT = 2
 };
 
-/* The statement is rejected, and a layout of it could change what it means. */
+/* The statement is rejected, so formatting could change what it means. */
 #define TAVO_LAYOUT_REJECTED ((size_t)-1)
 /* No memory. */
 #define TAVO_LAYOUT_NO_MEMORY ((size_t)-2)
 
 /* Lays out a statement as `tavo fmt` does.
- * text: UTF-8, bytes long. result: out, the layout in UTF-8, to be freed with tavo_free_layout.
- * Returns its bytes, TAVO_LAYOUT_REJECTED or TAVO_LAYOUT_NO_MEMORY; result is null then. Any thread
- * may call. */
+ * text: `bytes` bytes of UTF-8. result: receives the layout in UTF-8; free it with
+ * tavo_free_layout. Returns its length in bytes; or TAVO_LAYOUT_REJECTED or TAVO_LAYOUT_NO_MEMORY,
+ * and result is then null. Thread-safe. */
 size_t tavo_lay_out(const char* text, size_t bytes, int spelling, int option_a_line, char** result);
 void tavo_free_layout(char* result);
 

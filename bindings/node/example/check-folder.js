@@ -1,4 +1,4 @@
-// Checks every statement of the files in a folder: one statement a line.
+// Checks every statement of the files in a folder, one statement per line.
 //   node check-folder.js FOLDER
 'use strict';
 const fs = require('node:fs');

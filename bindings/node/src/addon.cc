@@ -1,5 +1,5 @@
-// The C ABI of libTAVOParser for Node, through N-API. Texts come as UTF-16, and places are told in
-// UTF-16 code units, as JavaScript counts.
+// The C ABI of libTAVOParser for Node, through N-API. Strings are UTF-16, and places count UTF-16
+// code units, like JavaScript string indices.
 #include <node_api.h>
 
 #include <cstdint>
@@ -168,10 +168,10 @@ napi_value read_bytes(napi_env env, napi_callback_info info) {
 
 // ---- diagnose ----------------------------------------------------------------------------------
 
-// A statement as wide text, and where each of its characters stands in UTF-16.
+// A statement as wide text, and the UTF-16 offset of each of its characters.
 struct WideStatement {
   std::vector<wchar_t> characters;
-  std::vector<uint32_t> units;  // one more than characters
+  std::vector<uint32_t> units;  // one per character, and the end
 
   explicit WideStatement(const std::u16string& text) {
     for (size_t i = 0; i < text.size(); ++i) {
@@ -333,7 +333,7 @@ napi_value problem_of(napi_env env, const Builder& builder, uint32_t status) {
       .value();
 }
 
-// (provider, is a library, [key, value, key, value ...]) -> statement, or what is wrong
+// (provider, is a library, [key, value, key, value ...]) -> statement, or the problem
 napi_value build(napi_env env, napi_callback_info info) {
   const Call call(env, info);
   bool library = false;
@@ -375,7 +375,7 @@ napi_value build(napi_env env, napi_callback_info info) {
 // ---- layout ------------------------------------------------------------------------------------
 
 #ifdef TAVO_WITH_LAYOUT
-// (statement, spelling, an option a line) -> layout, or undefined when it is rejected
+// (statement, spelling, one option a line) -> layout, or undefined if rejected
 napi_value lay_out(napi_env env, napi_callback_info info) {
   const Call call(env, info);
   const std::string statement = call.utf8(0);
@@ -491,7 +491,7 @@ void stop(void*) {
 }
 
 napi_value init(napi_env env, napi_value exports) {
-  // Diagnostics of numbers need the platform's conversions; uses are counted.
+  // Diagnostics of numbers need the platform's conversions. Init and Term calls are counted.
   if (Parser_Init() != 0) {
     napi_throw_error(env, nullptr, "the library does not start");
     return nullptr;

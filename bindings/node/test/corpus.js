@@ -1,4 +1,4 @@
-// The statements that the library itself is tested with.
+// The statements of the library's own tests.
 'use strict';
 const fs = require('node:fs');
 const path = require('node:path');

@@ -30,7 +30,7 @@ test('the whole corpus', () => {
       assert.deepEqual(error.errors.map((e) => e.number), one.errors, one.title);
       continue;
     }
-    // The platform's verdict on a trace level is not asked for here.
+    // Reading does not ask the platform about trace levels.
     assert.ok(one.status === 0 || one.errors.includes(8021) || one.errors.includes(7174), one.title);
     if (one.status !== 0) continue;
     const stored = statement.pairs.map((p) => [p.keyType, p.key, p.valueType, p.value]);
@@ -108,7 +108,7 @@ test('an error exactly where parse rejects', () => {
     const { text } = cases[random(cases.length)];
     const at = random(text.length + 1);
     const damaged = text.slice(0, at) + signs[random(signs.length)] + text.slice(at + 1);
-    // Half of a surrogate pair is no text at all.
+    // A lone surrogate is not valid text.
     if (damaged === '' || /\p{Surrogate}/u.test(damaged)) continue;
     const errors = diagnose(damaged).filter((d) => d.severity === 'error');
     assert.equal(errors.length !== 0, !accepted(damaged), damaged);

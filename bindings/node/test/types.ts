@@ -1,4 +1,4 @@
-// What the declarations promise; compiled, never run.
+// Checks the declarations: compiled, never run.
 import { build, diagnose, format, language, parse, ParseError, type Pair } from 'tavoparser';
 
 const statement = parse('PRO=CCN, PAT=6C');

@@ -1,4 +1,4 @@
-"""The statements that the library itself is tested with."""
+"""The statements of the library's own tests."""
 from __future__ import annotations
 
 import glob

@@ -1,4 +1,4 @@
-"""build(): read(build(x)) is x, and what cannot be said is refused."""
+"""build(): parse(build(x)) is x, and what cannot be written is refused."""
 from __future__ import annotations
 
 import pytest

@@ -17,7 +17,7 @@ def test_the_whole_corpus() -> None:
         try:
             statement = tavoparser.parse(case.text)
         except tavoparser.ParseError as error:
-            # 8021 is the platform's verdict on a trace level, which reading alone does not ask for.
+            # 8021 is the platform's verdict on a trace level, which plain reading does not request.
             assert case.status == error.status, case.title
             assert [e.number for e in error.errors] == case.errors, case.title
             continue

@@ -1,12 +1,11 @@
-"""The parameter statements of the masking suite: read, checked, formatted, built.
+"""Reads, checks, formats and builds the parameter statements of the masking suite.
 
     >>> import tavoparser
     >>> statement = tavoparser.parse("PRO=CCN, PAT=6C")
     >>> statement["PAT"]
     '6C'
 
-Everything here may be called from any thread; the interpreter lock is released while the library
-works.
+All functions are thread-safe; the interpreter lock is released while the library works.
 """
 from ._build import BuildError, build
 from ._diagnose import Diagnostic, Edit, Fix, Related, diagnose

@@ -1,4 +1,4 @@
-"""From a provider and options to a statement that is right by construction."""
+"""Builds statements that are valid by construction from a provider and its options."""
 from __future__ import annotations
 
 from collections.abc import Iterable, Mapping
@@ -9,12 +9,12 @@ from ._text import text
 
 
 class BuildError(ValueError):
-    """An option or value that cannot be part of a right statement. Never quotes a value."""
+    """An option or value that cannot be part of a valid statement. Never quotes a value."""
 
     def __init__(self, problem: str, number: int) -> None:
         super().__init__(problem)
         self.number = number
-        """The number of the violated rule, else 0."""
+        """The number of the violated rule, or 0."""
 
 
 Options = Mapping[str, "str | int"] | Iterable["tuple[str, str | int]"]
@@ -49,11 +49,11 @@ def _add(builder: Any, key: str, value: str | int) -> None:
 
 
 def build(provider: str, options: Options = (), *, library: bool = False) -> str:
-    """A statement of a provider with these options.
+    """Builds a statement of a provider with these options.
 
-    provider: its name, such as "HASH"; with library=True the library of a user's own provider.
-    options: keys in any spelling ("FLDDEF1:NAME" inside a definition) and values without quotes and
-    escapes of the language. Raises BuildError for what cannot be part of a right statement.
+    provider: its name, such as "HASH", or with library=True the library of a user provider.
+    options: keys in any spelling ("FLDDEF1:NAME" inside a definition) and values without the
+    language's quotes and escapes. Raises BuildError for what cannot be part of a valid statement.
     """
     out = ffi.new("TAVOBuilder**")
     begin = lib.TAVOBuilder_NewLibrary if library else lib.TAVOBuilder_New

@@ -1,4 +1,4 @@
-"""Everything that is wrong with a statement."""
+"""Finds everything that is wrong with a statement."""
 from __future__ import annotations
 
 from typing import Any, NamedTuple
@@ -11,7 +11,7 @@ _NOTHING = 0xFFFFFFFF
 
 
 class Related(NamedTuple):
-    """Another place that a diagnostic is about."""
+    """Another place that a diagnostic refers to."""
 
     offset: int
     length: int
@@ -27,17 +27,17 @@ class Edit(NamedTuple):
 
 
 class Fix(NamedTuple):
-    """A way to mend a mistake."""
+    """A fix for a mistake."""
 
     title: str
     safe: bool
     """It cannot change what an accepted part of the statement means."""
     placeholder: bool
-    """An edit holds text that a person has to replace."""
+    """An edit holds text that the user must replace."""
     edits: tuple[Edit, ...]
 
     def apply(self, statement: str) -> str:
-        """The statement with the fix."""
+        """Returns the statement with the fix applied."""
         for edit in reversed(self.edits):
             statement = statement[:edit.offset] + edit.text + statement[edit.offset + edit.length:]
         return statement
@@ -53,15 +53,15 @@ class Diagnostic(NamedTuple):
     number: int
     """The error number; 0 for a warning or a hint."""
     message: str
-    """Never holds a value of free text."""
+    """Never quotes a free-text value."""
     offset: int
     length: int
     line: int
     column: int
     recorded: bool
-    """The library records this one."""
+    """Whether this is the error that the library records."""
     expected: tuple[str, ...]
-    """What would have been accepted there: spellings of keywords, names of other tokens."""
+    """The expected set: spellings of keywords, names of other tokens."""
     related: tuple[Related, ...]
     fixes: tuple[Fix, ...]
 
@@ -101,7 +101,7 @@ def _fixes(diagnostic: Any) -> tuple[Fix, ...]:
 
 
 class _Visit:
-    """What one visit collects; the library hands its handle back."""
+    """Collects the diagnostics of one visit; the library passes its handle back."""
 
     def __init__(self, statement: str) -> None:
         self.statement = statement
@@ -131,9 +131,9 @@ def tavo_visit(diagnostic: Any, context: Any) -> int:
 
 
 def diagnose(statement: str | bytes, *, code_page: int | None = None) -> list[Diagnostic]:
-    """All diagnostics of a statement, in order of place; none for one that is right.
+    """All diagnostics of a statement, in order of place; empty if nothing is wrong.
 
-    Raises ValueError for a text that is empty or no valid Unicode, and MemoryError.
+    Raises ValueError if the text is empty or not valid Unicode, and MemoryError.
     """
     with _library:
         if isinstance(statement, str):
@@ -157,13 +157,13 @@ def diagnose(statement: str | bytes, *, code_page: int | None = None) -> list[Di
 
 
 def _keep(visit: _Visit) -> Any:
-    # The handle lives as long as the visit, which the caller holds until the library has returned.
+    # The handle lives as long as the visit, which the caller holds until the library returns.
     visit.handle = ffi.new_handle(visit)
     return visit.handle
 
 
 class _Library:
-    """Between Parser_Init and Parser_Term, which the diagnostics of numbers need; counted."""
+    """Pairs Parser_Init with Parser_Term, which diagnostics of numbers need. Calls are counted."""
 
     def __enter__(self) -> None:
         status = lib.Parser_Init()

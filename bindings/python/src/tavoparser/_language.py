@@ -21,7 +21,7 @@ class Value(NamedTuple):
     """A value that an option accepts."""
 
     spellings: tuple[str, ...]
-    """Of a keyword; empty for numbers, texts and the like."""
+    """A keyword's spellings; empty for numbers, strings and other patterns."""
     token: str
     """Its token's name, such as "INTEGER"."""
     value_type: int
@@ -41,7 +41,7 @@ class Option(NamedTuple):
 
 
 class Rule(NamedTuple):
-    """A rule that a statement of the provider must keep."""
+    """A rule that a statement of the provider must obey."""
 
     number: int
     key_types: tuple[int, ...]
@@ -51,13 +51,13 @@ class Provider(NamedTuple):
     """A provider, or another kind of statement."""
 
     names: tuple[str, ...]
-    """As written after the first keyword; of a statement without a fixed name its keywords."""
+    """As written after the first keyword; for a statement without a fixed name, its keywords."""
     options: tuple[Option, ...]
     rules: tuple[Rule, ...]
     meaning: Meaning
 
     def option(self, name: str) -> Option | None:
-        """The option of a spelling, in either case."""
+        """The option with this spelling, ignoring case, or None."""
         for option in self.options:
             if name.upper() in option.spellings:
                 return option
@@ -65,12 +65,12 @@ class Provider(NamedTuple):
 
 
 class Language(NamedTuple):
-    """All of it."""
+    """The whole language."""
 
     providers: tuple[Provider, ...]
 
     def provider(self, name: str) -> Provider | None:
-        """The provider of a name, in either case."""
+        """The provider with this name, ignoring case, or None."""
         for provider in self.providers:
             if name.upper() in provider.names:
                 return provider
@@ -120,7 +120,7 @@ def _rules(statement: int) -> tuple[Rule, ...]:
 
 @lru_cache(maxsize=1)
 def language() -> Language:
-    """The language's tables; read once."""
+    """The language's tables, read once."""
     info = ffi.new("TAVOStatementInfo*")
     providers: list[Provider] = []
     while lib.TAVOLanguage_GetStatement(len(providers), info) == 0:
@@ -148,7 +148,7 @@ def _describe(option: Option) -> str:
 
 
 def explain(provider: str, option: str | None = None) -> str:
-    """What a provider or one of its options means, for people. Raises KeyError for unknown names."""
+    """Explains a provider or one of its options to people. Raises KeyError for unknown names."""
     found = language().provider(provider)
     if found is None:
         raise KeyError(provider)

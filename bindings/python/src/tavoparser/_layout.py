@@ -9,9 +9,9 @@ _SPELLINGS = {"keep": 0, "long": 1, "short": 2}
 
 
 def format(statement: str, *, spelling: str = "keep", option_a_line: bool = False) -> str:
-    """Lays out an accepted statement as `tavo fmt` does; it stores the same afterwards.
+    """Lays out an accepted statement as `tavo fmt` does, without changing what it stores.
 
-    spelling: "keep", "long" or "short", of keywords. Raises ParseError for a rejected statement.
+    spelling: of keywords: "keep", "long" or "short". Raises ParseError for a rejected statement.
     """
     if spelling not in _SPELLINGS:
         raise ValueError("spelling is keep, long or short")
@@ -20,7 +20,7 @@ def format(statement: str, *, spelling: str = "keep", option_a_line: bool = Fals
     size = lib.tavo_lay_out(ffi.from_buffer(data), len(data), _SPELLINGS[spelling], option_a_line,
                             out)
     if out[0] == ffi.NULL:
-        parse(statement)  # tells why
+        parse(statement)  # raises, with the reason
         raise MemoryError("no memory for the layout")
     try:
         return text(out[0], size)

@@ -1,4 +1,4 @@
-"""Reading one statement."""
+"""Reads one statement."""
 from __future__ import annotations
 
 import struct
@@ -11,7 +11,7 @@ from ._native import ffi, lib
 from ._text import text, token_name
 
 
-_REJECTED = 7148  # read, and found wrong
+_REJECTED = 7148  # read, but not valid
 _NO_OPTIONS = ffi.NULL
 
 
@@ -35,11 +35,11 @@ class Pair(NamedTuple):
     """One stored option."""
 
     key: str
-    """As typed; inside a field definition with its keyword before it: "FLDDEF1:NAME"."""
+    """As typed; inside a field definition with the definition's keyword: "FLDDEF1:NAME"."""
     key_type: int
     """The token type that identifies the option, whatever its spelling."""
     value: str
-    """Without the quotes of a quoted text."""
+    """Without the quotes of a quoted string."""
     value_type: int
     """The token type that classifies the value, a data-type code, or 0."""
     key_offset: int
@@ -49,12 +49,12 @@ class Pair(NamedTuple):
 
     @property
     def key_range(self) -> Range:
-        """Where the keyword stands in the text."""
+        """The keyword's range in the text."""
         return Range(self.key_offset, self.key_length)
 
     @property
     def value_range(self) -> Range:
-        """Where the value stands in the text, with its quotes."""
+        """The value's range in the text, with its quotes."""
         return Range(self.value_offset, self.value_length)
 
     @property
@@ -64,16 +64,16 @@ class Pair(NamedTuple):
 
 
 class Error(NamedTuple):
-    """One error as the library records it."""
+    """One error that the library records."""
 
     number: int
     message: str
-    """It may quote the statement, secrets included."""
+    """May quote the statement, secrets included."""
     place: Place | None
 
 
 class ParseError(ValueError):
-    """A statement that was rejected. Its text names numbers and messages without quoting values."""
+    """A rejected statement. Its text holds numbers and messages that quote no values."""
 
     def __init__(self, status: int, errors: tuple[Error, ...], statement: bytes | str,
                  code_page: int | None) -> None:
@@ -85,9 +85,9 @@ class ParseError(ValueError):
 
     @property
     def diagnostics(self) -> list[Any]:
-        """Every mistake with its place, what was expected and how to fix it; see diagnose().
+        """Every mistake with its place, expected set and fixes; see diagnose().
 
-        Empty for a text that could not be read at all.
+        Empty if the text could not be read at all.
         """
         if self.status != _REJECTED:
             return []
@@ -105,8 +105,8 @@ class ParseError(ValueError):
 class Statement(Mapping[str, str]):
     """The pairs of an accepted statement, in their order.
 
-    As a mapping it gives values by key, in either case; of a key that is there several times the
-    first one. `pairs` has them all.
+    As a mapping it gives values by key, ignoring case; for a repeated key, the first value. `pairs`
+    has them all.
     """
 
     __slots__ = ("_block", "_pairs", "_by_key")
@@ -115,7 +115,7 @@ class Statement(Mapping[str, str]):
     _by_key: dict[str, str]
 
     def __init__(self, block: bytes) -> None:
-        # Made into pairs when somebody looks; several threads that do get equal ones.
+        # Decoded on first use; threads that race get equal pairs.
         self._block = block
 
     @property
@@ -138,7 +138,7 @@ class Statement(Mapping[str, str]):
 
     @property
     def provider_type(self) -> int:
-        """The value type of the provider, 0 without one."""
+        """The value type of the provider, or 0 if there is none."""
         return cast(int, _HEAD.unpack_from(self._block)[1])
 
     @property
@@ -184,7 +184,7 @@ class Statement(Mapping[str, str]):
 
 
 class _Block(threading.local):
-    """A thread's own memory for what a call answers; grows with the longest answer."""
+    """A thread's own buffer for results; grows with the longest result."""
 
     def __init__(self) -> None:
         self.memory = ffi.new("char[]", 8192)
@@ -242,10 +242,10 @@ def _read_errors(result: Any) -> tuple[Error, ...]:
 
 
 def parse(statement: str | bytes, *, code_page: int | None = None) -> Statement:
-    """Reads a statement and gives its pairs.
+    """Reads a statement and returns its pairs.
 
-    statement: a text, or bytes in UTF-8 or in code_page. Raises ParseError when it is rejected and
-    MemoryError without memory.
+    statement: a string, or bytes in UTF-8 or in code_page. Raises ParseError if it is rejected and
+    MemoryError if there is no memory.
     """
     if isinstance(statement, str):
         if code_page is not None:

@@ -1,4 +1,4 @@
-"""Texts on their way to the library and back."""
+"""Converts strings for the library and from it."""
 from __future__ import annotations
 
 from typing import Any, cast
@@ -7,12 +7,12 @@ from ._native import ffi, lib
 
 
 def utf8(statement: str) -> bytes:
-    """UTF-8; lone surrogates become bytes that the library refuses instead of another text."""
+    """UTF-8; lone surrogates become bytes that the library rejects rather than other text."""
     return statement.encode("utf-8", "surrogatepass")
 
 
 def text(pointer: Any, size: int | None = None) -> str:
-    """A text of the library; of a null pointer the empty one."""
+    """A string of the library; empty for a null pointer."""
     if pointer == ffi.NULL:
         return ""
     data = ffi.string(pointer) if size is None else bytes(ffi.buffer(pointer, size))
@@ -26,7 +26,7 @@ def token_name(token_type: int) -> str:
 
 
 def spellings(token_type: int) -> list[str]:
-    """What may be written for a keyword, in upper case."""
+    """The spellings of a keyword, in upper case."""
     found: list[str] = []
     while True:
         spelling = lib.TAVOLanguage_GetSpelling(token_type, len(found))
