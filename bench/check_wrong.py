@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Times `tavo check` on wrong statements beside as many right ones.
+"""Times `tavo check` on invalid statements compared with as many valid ones.
 
     check_wrong.py TAVO [COUNT]
 
-Prints the best of five runs each, taken in turn, and their ratio.
+Prints the best of five alternating runs each, and their ratio.
 """
 import subprocess
 import sys

@@ -3,8 +3,8 @@
 
     cmake --preset release && cmake --build --preset release --target tavo && bench/growth.py
 
-Each line is one input in two sizes, the larger one four times the smaller one; the figure is the
-ratio of their CPU times, the least of some runs each, the time of an empty run taken off. A linear
+Each line is one input in two sizes, the larger one four times the smaller one. The figure is the
+ratio of their CPU times: each the minimum of several runs, minus the time of an empty run. A linear
 verb has 4, a quadratic one 16.
 """
 import argparse
@@ -15,9 +15,9 @@ import sys
 import tempfile
 
 FACTOR = 4
-MOST = 8  # between linear and quadratic: noise of small times must not decide
+MOST = 8  # between linear and quadratic: tolerates the noise of short times
 
-# name -> (beginning, the part that is repeated, end)
+# name -> (start, repeated part, end)
 INPUTS = {
     "secrets without values": ("PRO=LKP, ", "PASS= ", ""),
     "keys as values": ("LIB=x, ", "KEYX=", ""),
@@ -88,7 +88,7 @@ def main():
             small = max(least(options.size // FACTOR) - empty, 0.001)
             large = max(least(options.size) - empty, 0.001)
             ratio = large / small
-            # What takes no time at all has no ratio.
+            # A time of zero has no ratio.
             met = ratio <= MOST or large < 0.02
             missed += not met
             cells.append("%.1f (%.0f ms)%s" % (ratio, large * 1000, "" if met else " **no**"))

@@ -24,7 +24,7 @@ LENGTHS = ("60", "130", "500")
 SIZES = ("4K", "64K", "1024K")
 GROWING = {"fielddefinitions": "field definitions", "classes": "repeated classes",
            "duplicates": "duplicate keys", "comment": "one long comment"}
-# What the tables call a measurement: its name in the benchmark.
+# A measurement's name in the tables: its name in the benchmark.
 COMPARED = {"filling run": "filling/hash/{}/wide", "bare chain": "barechain/hash/{}",
             "chain with the lexer's state in the caller's memory": "leanchain/hash/{}",
             "chain with the runtime's pool": "poolchain/hash/{}",
@@ -40,7 +40,7 @@ GROUPS = {"whole parse": ("filling run", "ANTLR tool's recognizer", "flex and bi
 
 
 def results_of(times, machine, repetitions):
-    """What the plots need of a run. times: name -> (CPU ns, wall ns, characters), medians."""
+    """The figures of a run for the plots. times: name -> (CPU ns, wall ns, characters), medians."""
     names = [name.format(length) for name in COMPARED.values() for length in LENGTHS]
     names += [f"filling/{kind}/{size}/wide" for kind in GROWING for size in SIZES]
     return {"machine": machine, "repetitions": repetitions,

@@ -1,4 +1,4 @@
-// TAVOParser_Read: one call for one statement, beside the filling runs of the service.
+// TAVOParser_Read, one call for one statement, compared with the filling runs of the service.
 #include <benchmark/benchmark.h>
 
 #include <string>

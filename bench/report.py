@@ -148,7 +148,7 @@ def allocations(table, counts):
 
 
 def trace(table, folder, arguments):
-    """Compares with the library built without trace frames; the two take turns at going first.
+    """Compares with the library built without trace frames; the two alternate in running first.
 
     Interference only makes a run longer: the lower quartile says more than the median.
     """

@@ -74,7 +74,7 @@ std::unique_ptr<Element[]> exact_copy(const Element* elements, size_t count) {
   return copy;
 }
 
-// Reads fields from the beginning of the fuzzer's bytes; zeros when they run out.
+// Reads fields from the start of the fuzzer's bytes; zeros when they run out.
 class Fields {
  public:
   Fields(const uint8_t* data, size_t size) : data_(data), size_(size) {}
@@ -107,8 +107,8 @@ class Fields {
   size_t size_;
 };
 
-// UTF-8 text, as in the corpus. Malformed bytes give characters that cannot be typed: 0xFF an
-// unpaired surrogate, 0xFE a number above the last character, other bytes their own value.
+// Reads UTF-8 text, as in the corpus. Malformed bytes give values that cannot be typed: 0xFF a lone
+// surrogate, 0xFE a number above the last code point, other bytes their own value.
 std::wstring read_text(const uint8_t* data, size_t size);
 // True when the text consists of Unicode characters only.
 bool is_valid(std::wstring_view text);

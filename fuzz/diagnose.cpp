@@ -16,7 +16,7 @@ bool is_level(const tavo_test::Error& error) {
          error.id == TAVO_STATUS_TRACE_LEVEL_NOT_CONVERTIBLE || error.id > 8000;
 }
 
-// The number that is recorded, the platform's verdict on a trace level left out.
+// The recorded number, without the platform's verdict on a trace level.
 uint32_t number_of(const Outcome& outcome) {
   const auto found = std::find_if_not(outcome.errors.begin(), outcome.errors.end(), is_level);
   return found == outcome.errors.end() ? 0 : found->id;

@@ -1,8 +1,8 @@
-// The message stream of the language server. The first byte chooses what the rest is: bytes as they
-// would arrive; lines, each the content of a message, after an initialize request or without one;
-// or the text of a document and, after a separator, what is asked and edited there. The server ends
-// by itself, every frame that it sends is whole, and every message is JSON. Each request of the
-// last form is well formed, so that it gets a result.
+// The message stream of the language server. The first byte selects the form of the rest: raw input
+// bytes; lines, each the content of a message, after an initialize request or without one; or the
+// text of a document and, after a separator, requests and edits. The server must end by itself,
+// every frame that it sends must be complete, and every message must be JSON. Requests of the last
+// form are well formed, so each must get a result.
 #include <algorithm>
 #include <array>
 #include <string>
@@ -38,7 +38,7 @@ std::string as_frames(std::string_view lines, bool initialized) {
   return bytes;
 }
 
-// ---- a document and what is done with it --------------------------------------------------------
+// ---- a document, requests and edits -------------------------------------------------------------
 
 constexpr std::array kMethods = {
     "completion",           "hover",        "signatureHelp",   "documentHighlight",
@@ -46,7 +46,7 @@ constexpr std::array kMethods = {
     "documentSymbol",       "foldingRange", "selectionRange",  "semanticTokens/full",
     "semanticTokens/range", "diagnostic"};
 
-// What is not UTF-8 is replaced.
+// Replaces invalid UTF-8.
 std::string message(Json content) {
   content["jsonrpc"] = "2.0";
   return framed(content.dump(-1, ' ', false, Json::error_handler_t::replace));
@@ -121,7 +121,7 @@ void check_edits(const Json& result) {
   }
 }
 
-// wants_results: no request is refused.
+// wants_results: no request may be refused.
 void serve(const std::string& bytes, size_t step, bool wants_results) {
   size_t at = 0;
   FrameReader sent;

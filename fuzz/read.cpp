@@ -1,4 +1,4 @@
-// Texts through TAVOParser_Read, compared with the two runs of Parser_Service.
+// Compares TAVOParser_Read with the two runs of Parser_Service.
 #include "read_run.h"
 #include "targets.h"
 

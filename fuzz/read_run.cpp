@@ -12,7 +12,7 @@ namespace {
 using tavo_test::Error;
 using tavo_test::Pair;
 
-// ---- texts in other encodings ------------------------------------------------------------------
+// ---- text in other encodings -------------------------------------------------------------------
 
 std::u16string to_utf16(const std::wstring& text) {
   std::u16string units;
@@ -28,7 +28,7 @@ std::u16string to_utf16(const std::wstring& text) {
   return units;
 }
 
-// ---- what a result says ------------------------------------------------------------------------
+// ---- contents of a result ----------------------------------------------------------------------
 
 std::vector<Pair> pairs_of(const TAVOReadResult* result) {
   std::vector<Pair> pairs;
@@ -58,7 +58,7 @@ std::vector<Error> errors_of(const TAVOReadResult* result) {
   return errors;
 }
 
-// The platform's verdict on the text of a trace level is no part of a result.
+// The platform's verdict on a trace level is not part of a result.
 bool is_verdict(const Error& error) {
   return error.id < 7000 || error.id >= 8000;
 }
@@ -87,7 +87,7 @@ void check_texts(const TAVOReadResult* result) {
   }
 }
 
-// Keys and values stand where the ranges say, in the order of the text.
+// Keys and values are where the ranges say, in the order of the text.
 template <typename Text>
 void check_ranges(const TAVOReadResult* result, const Text& text) {
   uint32_t last = 0;

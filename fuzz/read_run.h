@@ -1,5 +1,5 @@
-// One statement through TAVOParser_Read in every way that it can be handed in, compared with what
-// the two runs say of it.
+// Reads one statement with TAVOParser_Read in every form and compares the results with those of the
+// two runs.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace tavo_fuzz {
 
-// Reads a text as wide text, UTF-16 and UTF-8, in memory of the library's and of the caller's, and
-// requires of each result what the runs say. Their outcome has to be of this text.
+// Reads a text as wide text, UTF-16 and UTF-8, in memory of the library and of the caller, and
+// requires that each result equals that of the runs. `runs` must be of the same text.
 void check_read(const std::wstring& text, const BothRuns& runs);
 
 }  // namespace tavo_fuzz

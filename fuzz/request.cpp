@@ -1,6 +1,6 @@
 // The request record's fields: versions, forms, code pages, lengths, arrays and buffers of any
-// size, entries that a caller filled in. Everything has the size that the request says; nothing
-// else is guaranteed to the library.
+// size, entries that a caller filled in. Everything has the size given in the request; the library
+// can rely on nothing else.
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -19,7 +19,7 @@ struct Shape {
   char form;
   uint8_t kind;
   uint32_t code_page;
-  int32_t length;  // bytes, as the request says; at most the length of the text when positive
+  int32_t length;  // in bytes, as in the request; if positive, at most the length of the text
   bool descriptor;
   bool text;
   bool array;
@@ -53,7 +53,7 @@ Shape read_shape(Fields& fields) {
   return shape;
 }
 
-// The text in the form that the request says, of its exact length.
+// The text in the request's form, with its exact length.
 struct Text {
   std::unique_ptr<uint8_t[]> bytes;
   size_t size = 0;

@@ -18,7 +18,7 @@ sanitized=build/fuzz-sanitized
 found=$build/found
 jobs=${TAVO_JOBS:-2}
 
-# A statement may turn tracing on; its lines do not matter here.
+# A statement may turn tracing on; the trace lines do not matter here.
 export TAVO_TRACE_FILE=/dev/null
 export UBSAN_OPTIONS=print_stacktrace=1
 

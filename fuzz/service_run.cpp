@@ -121,7 +121,7 @@ Outcome outcome_of(RequestRecord* request, uint32_t status) {
   return outcome;
 }
 
-// ---- what must hold ----------------------------------------------------------------------------
+// ---- invariants --------------------------------------------------------------------------------
 
 bool is_syntax_error(const tavo_test::Error& error) {
   return error.id == TAVO_STATUS_SYNTAX_ERROR || error.id == TAVO_STATUS_BAD_SEPARATOR ||

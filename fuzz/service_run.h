@@ -46,7 +46,7 @@ class GuardedRequest {
   Guarded<RequestRecord> memory_;
 };
 
-// The outcome of one run. The location is that of the last syntax error, all zero without one.
+// The outcome of one run. The location is that of the last syntax error; all zero if there is none.
 struct Outcome {
   uint32_t status = 0;
   uint8_t flag = 0;
@@ -68,7 +68,7 @@ bool is_syntax_error(const tavo_test::Error& error);
 // positions and excerpts are within the text, and that the location is the same place.
 void check_outcome(const Outcome& outcome, const std::wstring& text);
 
-// Both runs over a wide text, with the sizes that the sizing run asks for.
+// Both runs over a wide text, with the sizes that the sizing run requests.
 struct BothRuns {
   Outcome sizing;
   Outcome filling;

@@ -17,8 +17,8 @@ bool may_switch_tracing(const std::wstring& text) {
          text.end();
 }
 
-// Meant: an error that cannot be placed is reported at the length of the string, and that of 8-bit
-// text counts bytes.
+// Deliberate: an error without a place is reported at the length of the string, which is in bytes
+// for 8-bit text.
 void forgive_byte_length(Outcome& bytes, const Outcome& wide, size_t length) {
   if (bytes.errors.empty() || wide.errors.size() != bytes.errors.size()) return;
   auto& inserts = bytes.errors.back().inserts;

@@ -1,6 +1,6 @@
-// The fuzz targets. Each takes any bytes, runs them through one side of the library and ends the
-// process with a message when something that must hold does not. They keep nothing from one call to
-// the next but what the library itself keeps.
+// The fuzz targets. Each accepts any bytes, runs them through one part of the library and ends the
+// process with a message when an invariant is violated. They keep no state between calls except the
+// library's own.
 #pragma once
 
 #include <cstddef>
@@ -20,8 +20,8 @@ void run_tokens(const uint8_t* data, size_t size);
 void run_request(const uint8_t* data, size_t size);
 void run_utilities(const uint8_t* data, size_t size);
 void run_diagnose(const uint8_t* data, size_t size);
-void run_format(const uint8_t* data, size_t size);  // only where the command line is built
-void run_lsp(const uint8_t* data, size_t size);     // the same
+void run_format(const uint8_t* data, size_t size);  // only if the command line is built
+void run_lsp(const uint8_t* data, size_t size);     // likewise
 
 inline constexpr Target kTargets[] = {
     {"statement", run_statement}, {"read", run_read},

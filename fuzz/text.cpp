@@ -12,7 +12,7 @@ bool is_character(uint32_t c) {
   return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF);
 }
 
-// Bytes of the UTF-8 sequence that begins with this byte, 1 for none.
+// The length of the UTF-8 sequence that begins with this byte; 1 for an invalid first byte.
 size_t sequence_length(uint8_t lead) {
   if (lead >= 0xC2 && lead < 0xE0) return 2;
   if (lead >= 0xE0 && lead < 0xF0) return 3;
@@ -20,7 +20,7 @@ size_t sequence_length(uint8_t lead) {
   return 1;
 }
 
-// The character of a sequence, or 0 when the bytes are none.
+// The code point of a sequence, or 0 if the bytes are invalid.
 uint32_t decode(const uint8_t* data, size_t length) {
   constexpr uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
   uint32_t character = data[0] & (0x7Fu >> length);

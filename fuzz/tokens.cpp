@@ -1,6 +1,6 @@
-// The lexer alone: the tokens of a text tile it, each rule by itself takes its own token whole, and
-// the runtime's token stream holds the same tokens. The parser runs over that stream as a caller of
-// TAVOGrammar.h would do it, lone surrogates included.
+// The lexer alone: the tokens of a text tile it, each rule matches its own whole token, and the
+// runtime's token stream holds the same tokens. The parser runs over that stream as for a caller of
+// TAVOGrammar.h, lone surrogates included.
 #include <algorithm>
 #include <vector>
 
@@ -65,7 +65,7 @@ void check_tiles(const Walk& walk) {
   TAVO_REQUIRE(next == walk.text.size());
 }
 
-// Every rule, its own text or not, ends within the text.
+// Every rule, whether the text is its own or not, ends within the text.
 void check_any_rule(const std::wstring& text) {
   const auto copy = exact_copy(text.data(), text.size());
   for (uint32_t rule = 0; rule <= TAVO_TOKEN_NAME_COUNT; ++rule) {

@@ -1,5 +1,5 @@
 // The exported text functions: elements, delimiters, case, comparison, byte order, the two Unicode
-// forms, digit fields, transpositions and permutations, each with what its header promises.
+// forms, digit fields, transpositions and permutations. Each must keep its header's promises.
 #include <algorithm>
 #include <cwctype>
 #include <vector>
@@ -270,7 +270,7 @@ void run_utilities(const uint8_t* data, size_t size) {
   };
   if (size == 0 || size > kLongest) return;
   Fields fields(data, size);
-  // A letter chooses, so that corpus files can be read and written by hand.
+  // A letter selects the function, so that corpus files can be read and written by hand.
   const uint8_t choice = fields.byte();
   kFunctions[static_cast<uint8_t>(choice - 'a') % std::size(kFunctions)](fields);
 }

@@ -1,6 +1,5 @@
-// A keystroke in the middle of a document: the change, the diagnostics that follow from it, and a
-// completion, through the messages that an editor sends. Beside it the reading of the whole
-// document.
+// A keystroke in the middle of a document: the change, the resulting diagnostics and a completion,
+// through the messages that an editor sends. For comparison: reading the whole document.
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
@@ -53,7 +52,7 @@ std::string completion(int64_t line) {
                     .dump());
 }
 
-// Hands the server the opening, then two messages in turn for as long as it is measured.
+// Sends the server the opening messages, then two messages in turn during the measurement.
 void serve(benchmark::State& state, const std::string& first, const std::string (&turns)[2]) {
   size_t at = 0, turn = 0;
   std::string pending = first;
@@ -88,7 +87,7 @@ void keystroke(benchmark::State& state) {
 }
 BENCHMARK(keystroke)->Name("editor/keystroke")->Arg(100)->Arg(10000);
 
-// A new line moves everything behind it.
+// A new line moves everything after it.
 void new_line(benchmark::State& state) {
   const int64_t line = state.range(0) / 2;
   const Json here = {{"start", place(line, 0)}, {"end", place(line, 0)}};

@@ -57,7 +57,7 @@ uint32_t to_upper(uint32_t c) {
 void display_nothing(pANTLR3_BASE_RECOGNIZER, pANTLR3_UINT8*) {}
 
 // Length of the comment at this place if it has a character above U+FFFF, where the tool's
-// vocabulary ends; else 0.
+// vocabulary ends; otherwise 0.
 ANTLR3_INT32 comment_beyond_vocabulary(pANTLR3_INT_STREAM input) {
   const ANTLR3_UCHAR second = input->_LA(input, 2);
   if (second != '/' && second != '*') return 0;

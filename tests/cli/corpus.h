@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-// The texts literally, so a text with escapes is a different statement here.
+// Reads the text literally, so text with escapes is a different statement here.
 inline std::vector<std::string> corpus_statements() {
   std::vector<std::string> all;
   for (const auto& entry : std::filesystem::directory_iterator(TAVO_CORPUS)) {
     std::ifstream file(entry.path());
     std::string line, text;
-    int rules = 0;  // passed since the last case
+    int rules = 0;  // since the last case
     while (std::getline(file, line)) {
       if (line.starts_with("==========")) {
         if (++rules == 2) text.clear();

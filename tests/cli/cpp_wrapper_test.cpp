@@ -63,7 +63,7 @@ TEST_F(Wrapper, TellsEverythingAboutASyntaxError) {
   EXPECT_EQ(error.location->length, 3u);
   EXPECT_EQ(error.location->line, 2u);
   EXPECT_EQ(error.location->column, 3u);
-  // The service formats the same message from what it records for the thread.
+  // The service formats the same message from the thread's error record.
   EXPECT_EQ(7148u, tavo::parse_with_service(std::wstring_view(L"PRO=HASH,\n  ALG=SHA256")).status);
   EXPECT_EQ(error.message, message_of_the_first_error());
 }
@@ -136,7 +136,7 @@ TEST_F(Wrapper, ParsesOnManyThreadsAtOnce) {
   for (std::thread& thread : threads) thread.join();
 }
 
-// Room for the largest key and value in every entry would be 120 GB.
+// Space for the largest key and value in every entry would need 120 GB.
 TEST_F(Wrapper, NeedsRoomForTheSumOfAllValuesNotForTheProduct) {
   constexpr size_t kOptions = 60000, kLong = 500000;
   std::wstring text = L"LIB=x";
@@ -152,7 +152,7 @@ TEST_F(Wrapper, NeedsRoomForTheSumOfAllValuesNotForTheProduct) {
   }
   EXPECT_EQ(result.pairs[kOptions + 1].value, std::wstring(kLong, L'a') + L"\"");
   EXPECT_EQ(result.pairs[kOptions + 2].key, std::wstring(kLong, L'n'));
-  // What a filling run finds is found after the entries have grown, too.
+  // A filling run's errors are also found after the entries have grown.
   text = L"PRO=HASH, SEED=\"" + std::wstring(kLong, L'a') + L"\"";
   const tavo::ParseResult wrong = tavo::parse(text);
   ASSERT_FALSE(wrong);

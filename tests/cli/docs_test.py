@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The reference documents and their diagrams are what the tables of the library say."""
+"""The reference documents and their diagrams agree with the library's tables."""
 import difflib
 import os
 import subprocess

@@ -1,8 +1,8 @@
 /*
- * Makes the N-th call of read, write, fsync or rename fail, or interrupts it by a signal; to be
- * preloaded. The environment says which: FAIL_CALL, FAIL_AT (from 1), FAIL_ERRNO, FAIL_SIGNAL (0:
- * fail instead), FAIL_FOREVER (and every later one, too), FAIL_MARK (a file that is made when it
- * happens; it holds the descriptor).
+ * Preloaded library: makes the N-th call of read, write, fsync or rename fail, or interrupts it by
+ * a signal. Environment: FAIL_CALL, FAIL_AT (from 1), FAIL_ERRNO, FAIL_SIGNAL (0: fail instead),
+ * FAIL_FOREVER (also every later call), FAIL_MARK (a file that is created when it happens; it holds
+ * the descriptor).
  */
 #define _GNU_SOURCE
 #include <errno.h>
@@ -30,7 +30,7 @@ static void leave_mark(int descriptor) {
   close(mark);
 }
 
-/* Whether this call is to fail. */
+/* Whether this call must fail. */
 static int fails(const char* call, int descriptor) {
   static long calls = 0;
   const char* wanted = getenv("FAIL_CALL");
@@ -52,13 +52,13 @@ INTERPOSED ssize_t read(int descriptor, void* buffer, size_t bytes) {
   return fails("read", descriptor) ? -1 : syscall(SYS_read, descriptor, buffer, bytes);
 }
 
-/* What read() is with checks of the buffer's size. */
+/* read() with checks of the buffer's size. */
 INTERPOSED ssize_t __read_chk(int descriptor, void* buffer, size_t bytes, size_t size) {
   if (bytes > size) abort();
   return read(descriptor, buffer, bytes);
 }
 
-/* A write that a signal interrupts has written half. */
+/* A write that a signal interrupts writes half. */
 INTERPOSED ssize_t write(int descriptor, const void* buffer, size_t bytes) {
   const char* wanted = getenv("FAIL_CALL");
   if (wanted != NULL && strcmp(wanted, "write") == 0 && number_of("FAIL_HALF") != 0 && bytes > 1) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Every read, write, fsync and rename of every verb fails in turn, and is interrupted in turn: the
-exit status tells it, a message tells it, and the old or the new text of a file is there, whole."""
+exit status and a message report it, and either the old or the new text of a file is complete."""
 import errno
 import os
 import signal
@@ -120,7 +120,7 @@ with tempfile.TemporaryDirectory() as base:
                     names = sorted(os.listdir(folder))
                     text = whole(names, arguments, old, new, *what)
                     if not shim:
-                        # Only the last syncs come after the new text has its place.
+                        # Only the last syncs come after the new text is in place.
                         expect(names == sorted(["masks.txt", *links]), what, names)
                         expect(text == old or call == "fsync", what, "the new text after a failure")
             # A signal that is handled leaves nothing behind; a kill leaves a whole text.
@@ -137,7 +137,7 @@ with tempfile.TemporaryDirectory() as base:
                     if number != signal.SIGKILL:
                         expect(names == sorted(["masks.txt", *links]), call, at, number, names)
                     elif "masks.txt.tavo-new" not in names:
-                        # A draft that a kill left does not stop the next run.
+                        # A draft left by a kill does not stop the next run.
                         again = subprocess.run([TOOL, *arguments], capture_output=True, cwd=folder)
                         expect(again.returncode == 0, links, call, at, again)
                         expect(content(folder, "masks.txt") == new, arguments, "not written after a kill")

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""`tavo check --fix` changes what it may in files, and nothing else."""
+"""`tavo check --fix` changes in files only what it may change."""
 import os
 import subprocess
 import sys
@@ -59,7 +59,7 @@ with tempfile.TemporaryDirectory() as folder:
     expect(content() == SUGGESTED, content())
     expect("..." not in content() and "NAME" not in content(), "a placeholder")
     expect(os.listdir(folder) == ["masks.txt"], os.listdir(folder))
-    # What --diff shows is what --fix does.
+    # --diff shows exactly what --fix does.
     for text in ("# a\nPRO=HASH,, DSTFLD=X\n\nPRO=EML,,\n# inside\n  MTD=HASH\nPRO=CCN",
                  "PRO=CCN\nPRO=CCN\nPRO=CCN\nPRO=CCN\nPRO=HASH,, DSTFLD=X\nPRO=CCN\n"):
         put(text)

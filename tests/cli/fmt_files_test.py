@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""`tavo fmt` over files: what it keeps, what it changes, and what it leaves alone."""
+"""`tavo fmt` on files: what it changes and what it keeps."""
 import os
 import subprocess
 import sys

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The wrong example of every rule has a finding of that rule, and the right one has none at all."""
+"""The wrong example of every rule has a finding of that rule; the right one has no finding."""
 import json
 import os
 import re

@@ -94,7 +94,7 @@ TEST(Secrets, StayMaskedAfterAQuoteThatIsMissing) {
   EXPECT_EQ(everything("PRO=LKP; PASS hunter2").find("hunter2"), std::string::npos);
 }
 
-// Damage anywhere except in the option with the secret.
+// Damage anywhere except in the secret option.
 RC_GTEST_PROP(Secrets, SurviveAnyDamageAroundThem, ()) {
   const std::string secret = *rc::gen::element<std::string>(
       "PASS=\"hunter2\"", "PASS=hunter2", "CONN=\"hunter2\"", "KEY=\"hunter2\"", "SEED=\"hunter2\"",

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Output that cannot be written and input that cannot be read are errors, in every verb and format;
-a pipe that its reader has closed ends quietly."""
+after its reader has closed a pipe, the tool ends silently."""
 import os
 import signal
 import subprocess
@@ -75,13 +75,13 @@ with tempfile.TemporaryDirectory() as folder:
             refused(run(arguments, stdout=full), "standard output: No space left", arguments)
         refused(closing(1, arguments), "standard output: Bad file descriptor", arguments)
 
-    # Nothing of a closed standard stream goes into a file that takes its number.
+    # Output for a closed standard stream never goes into a file that gets its descriptor.
     before = open(good, "rb").read()
     closing(1, ["fmt", "--check", "-f", good])
     closing(2, ["fmt", "--check", "-f", path], stdout=subprocess.DEVNULL, stderr=None)
     expect(open(good, "rb").read() == before, "a closed stream wrote into a file")
 
-    # An error that cannot be told is still an error.
+    # An error that cannot be reported is still an error.
     for stream in ({"preexec_fn": lambda: os.close(2)}, {"stderr": open("/dev/full", "wb")}):
         done = subprocess.run([TOOL, "parse", "PRO=X"], stdout=subprocess.DEVNULL, **stream)
         expect(done.returncode == 2, "standard error cannot be written", done)
@@ -101,7 +101,7 @@ with tempfile.TemporaryDirectory() as folder:
         expect(done.returncode == 2 and "Bad file descriptor" in told, arguments, done)
         expect(b"no errors" not in done.stdout, arguments, done)
 
-    # Each unreadable file is named, and they are counted.
+    # Unreadable files are named and counted.
     missing = [path + ".1", path + ".2", folder]
     done = run(["check", *missing, good], stdout=subprocess.PIPE)
     told = done.stderr.decode("utf-8")

@@ -52,7 +52,7 @@ TEST(StatementReader, BeginsAnewWhereAProviderStatementBegins) {
 
 TEST(StatementReader, KeepsLineNumbersOverCommentLines) {
   EXPECT_EQ(statements_of("A,\n# c\n# d\nB\n", Layout::kAuto), (Names{"1:A,\n\n\nB"}));
-  // Those after a comment that no statement follows are no lines of the next one.
+  // Lines after a comment without a statement do not belong to the next statement.
   EXPECT_EQ(statements_of("// x\n# c\n\nA,\nB\n", Layout::kAuto), (Names{"4:A,\nB"}));
 }
 

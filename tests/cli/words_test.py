@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What people type: verbs, files and statements, and the language of what they are told."""
+"""What people type: verbs, files and statements; and the language of the messages."""
 import json
 import os
 import subprocess
@@ -40,13 +40,13 @@ with tempfile.TemporaryDirectory() as folder:
     expect(tavo("explain", "TAVO7139") == tavo("explain", "7139"), "a rule id")
     expect("2 files" in tavo("check", "a.txt", "--", "-b")[1], tavo("check", "a.txt", "--", "-b"))
 
-    # JSON of a wrong statement tells what is wrong and where.
+    # JSON of a rejected statement says what is wrong and where.
     status, out, err = tavo("parse", "--format", "json", "PRO=HASH, ALG=SHA256")
     answer = json.loads(out)
     expect(status == 1 and err == "" and answer["pairs"] == [] and answer["status"] != 0, answer)
     expect([(e["number"], e["line"], e["column"]) for e in answer["errors"]] == [(7139, 1, 11)], out)
 
-    # One language: English, unless TAVO_LANG says otherwise; what machines read always is.
+    # English, unless TAVO_LANG selects another language; machine-readable output is always English.
     english = tavo("check", "a.txt")
     expect(tavo("check", "a.txt", LC_ALL="de_DE.UTF-8", LANG="de", LC_MESSAGES="de") == english,
            "the locale changes the language")

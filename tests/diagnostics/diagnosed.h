@@ -29,7 +29,7 @@ struct DiagnosedRange {
 };
 
 struct Diagnosed {
-  TAVODiagnostic record{};  // its pointers are of the visit
+  TAVODiagnostic record{};  // its pointers are only valid during the visit
   std::string rule;
   std::string message;
   std::vector<uint32_t> expected;
@@ -41,14 +41,14 @@ struct Diagnosed {
   }
 };
 
-// Throws when the library answers anything but 0.
+// Throws if the library returns anything but 0.
 std::vector<Diagnosed> diagnose(const std::wstring& text);
 size_t count_errors(const std::vector<Diagnosed>& diagnosed);
-// The one that is recorded, or null.
+// The recorded diagnostic, or null.
 const Diagnosed* recorded(const std::vector<Diagnosed>& diagnosed);
 
-// A text with the edits of a fix, or of the first safe fix of every error; overlapping ones left
-// out.
+// A text with the edits of a fix, or of the first safe fix of every error without overlapping
+// ones.
 std::wstring with_fix(const std::wstring& text, const DiagnosedFix& fix);
 std::wstring with_safe_fixes(const std::wstring& text, const std::vector<Diagnosed>& diagnosed);
 

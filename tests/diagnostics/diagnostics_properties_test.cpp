@@ -1,4 +1,4 @@
-// What holds for the diagnostics of every text, and how often a fix gives back what was damaged.
+// Properties of the diagnostics of every text, and how often a fix restores what was damaged.
 // RC_PARAMS=max_success=100000 runs more; the figures are printed at the end.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -27,7 +27,7 @@ class Library : public testing::Environment {
 };
 const auto* const library = testing::AddGlobalTestEnvironment(new Library);
 
-// The verdict of Parser_Service, the platform's on a trace level left out.
+// The verdict of Parser_Service, without the platform's verdict on a trace level.
 uint32_t recorded_number(const ServiceRun& run) {
   for (const Error& error : run.errors) {
     const bool level = error.id == TAVO_STATUS_NO_MEMORY_FOR_TRACE_LEVEL ||
@@ -96,7 +96,7 @@ RC_GTEST_PROP(Agreement, OfDamagedStatements, ()) {
 
 // ---- safe fixes --------------------------------------------------------------------------------
 
-// Rounds of fixing until nothing safe is left; throws when the errors get more.
+// Applies safe fixes until none is left; counts the rounds. Throws if the errors become more.
 size_t fix_safely(std::wstring text) {
   constexpr size_t kMostRounds = 10;
   std::vector<Diagnosed> diagnosed = diagnose(text);
@@ -142,7 +142,7 @@ std::wstring folded(std::wstring text) {
   return text;
 }
 
-// The same pairs; the case in which keywords are written means nothing.
+// Whether the pairs are the same, ignoring the case of keywords.
 bool same_meaning(const std::vector<Pair>& a, const std::vector<Pair>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Pair& x, const Pair& y) {
     return x.key_id == y.key_id && x.value_id == y.value_id && folded(x.key) == folded(y.key) &&
@@ -184,7 +184,7 @@ bool rejected(const std::wstring& text) {
   return !text.empty() && recorded_number(fill_statement(text)) != 0;
 }
 
-// Whether the first fix of the recorded error gives back what the statement meant.
+// Whether the first fix of the recorded error restores the statement's meaning.
 bool gives_back(const SeededMistake& mistake, const std::vector<Pair>& meant) {
   const std::vector<Diagnosed> diagnosed = diagnose(mistake.text);
   const Diagnosed* one = recorded(diagnosed);
@@ -202,7 +202,7 @@ TEST(SeededMistakes, TheFirstFixGivesBackTheMeaning) {
     const ServiceRun whole = fill_statement(statement.text);
     RC_PRE(whole.status == 0 && statement.options > 0);
     const auto mistake = seed_mistake(statement.text, choose);
-    RC_PRE(mistake.has_value());  // alone: both sides of && inside the macro are evaluated
+    RC_PRE(mistake.has_value());  // separate: the macro evaluates both sides of &&
     RC_PRE(rejected(mistake->text));
     const bool good = gives_back(*mistake, whole.pairs);
     (mistake->tellable ? tellable : others).add(mistake->what, good);
@@ -224,18 +224,18 @@ TEST(SeededMistakes, SeveralGiveAsManyErrors) {
     const GeneratedStatement statement = *any_statement();
     RC_PRE(statement.options > 0 && fill_statement(statement.text).status == 0);
     std::vector<SeededMistake> mistakes = seed_mistakes(statement.text, 3, choose);
-    // A slip that is accepted when it stands alone is no mistake that anybody could tell.
+    // A slip that is accepted on its own cannot be detected.
     std::erase_if(mistakes, [](const SeededMistake& mistake) {
       return !mistake.tellable || !rejected(mistake.text);
     });
     RC_PRE(!mistakes.empty());
     std::wstring text = statement.text;
-    for (const SeededMistake& mistake : mistakes) {  // from the back
+    for (const SeededMistake& mistake : mistakes) {  // from the end
       const size_t kept = statement.text.size() - mistake.place;
       const size_t tail = std::min(kept, size_t{2});
       const std::wstring rest = mistake.text.substr(0, mistake.text.size() - kept + tail);
       text = rest + text.substr(mistake.place + tail);
-      // What stands before is that of the whole statement, what stands after is damaged already.
+      // The text before is that of the intact statement; the text after is already damaged.
     }
     const size_t errors = count_errors(diagnose(text));
     figures.add(std::to_string(mistakes.size()) + " mistakes", errors == mistakes.size());

@@ -1,5 +1,5 @@
-// Texts of a megabyte that ask for looking ahead again and again, and arguments at the edge. A walk
-// that looked at the rest of the text for each of its parts would not end in an hour.
+// Texts of a megabyte that repeatedly require long lookahead, and arguments at the limits. A walk
+// that scanned the rest of the text for each of its parts would take hours.
 #include <gtest/gtest.h>
 
 #include "diagnostics/diagnosed.h"
@@ -91,7 +91,7 @@ TEST_F(DiagnoseArguments, RulesAreNumberedWithoutGapsAndNamed) {
   EXPECT_EQ(uint32_t{TAVO_DIAGNOSTIC_SIGN_AS_VALUE} + 1, rule);
 }
 
-// What an option that accepts free text holds never leaves the library, in no message and no edit.
+// The value of a free-text option never leaves the library, in no message and no edit.
 TEST_F(DiagnoseArguments, SecretsAreInNoMessageAndNoEdit) {
   for (const char* wrong : {"PRO=HASH, SEED=Geheim, DSTFLD=X", "PRO=HASH, SEED='Geheim', DSTFLD=X",
                             "PRO=HASH, SEED=\"Geheim, DSTFLD=X", "PRO=HASH, SEED Geheim, DSTFLD=X",

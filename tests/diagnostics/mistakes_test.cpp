@@ -1,4 +1,4 @@
-// Mistakes that people make, one after the other: each with its diagnostics, line by line.
+// Mistakes that people make, each with its diagnostics, line by line.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -22,7 +22,7 @@ class Mistakes : public testing::Test {
 };
 
 // A line for each diagnostic: severity, rule, number, offset+length, recorded place; a line for
-// each fix: what it makes of the statement.
+// each fix: the statement after it.
 std::string told(const std::string& statement) {
   const std::wstring text = to_wide(statement);
   std::ostringstream lines;

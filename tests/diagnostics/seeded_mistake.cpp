@@ -42,7 +42,7 @@ size_t pick(size_t count, std::mt19937& choose) {
   return std::uniform_int_distribution<size_t>(0, count - 1)(choose);
 }
 
-// Whether the damaged text still has a word of the language where the damaged keyword stood.
+// Whether the damaged text has a word of the language where the keyword was.
 bool became_another_word(const std::wstring& damaged, size_t place) {
   for (const TAVOTextToken& token : visible_tokens(damaged)) {
     if (token.offset <= place && place <= size_t{token.offset} + token.length &&
@@ -74,7 +74,7 @@ SeededMistake in_keyword(const std::wstring& text, const TAVOTextToken& token,
     mistake.text = text.substr(0, at + 1) + text.substr(at);
     mistake.what = "keyword double";
   }
-  // Of two characters one slip leaves nothing that is only one word's.
+  // After one slip in a word of two characters, the rest fits several words.
   mistake.tellable = token.length > 2 && !became_another_word(mistake.text, token.offset);
   return mistake;
 }
@@ -92,7 +92,7 @@ SeededMistake in_sign(const std::wstring& text, const std::vector<TAVOTextToken>
       if (at + 1 < text.size() && text[at] != text[at + 1]) {
         mistake.text = swapped(text, at);
         mistake.what = "sign swap";
-        // The sign stands inside what was a word or a comment, and may belong anywhere in it.
+        // The sign is now inside what was a word or a comment, and may belong anywhere in it.
         mistake.tellable = !free_before && !free_after && text[at + 1] != L'/' &&
                            !became_another_word(mistake.text, at);
         break;
@@ -103,7 +103,7 @@ SeededMistake in_sign(const std::wstring& text, const std::vector<TAVOTextToken>
       mistake.what = token.type == COMMA   ? "comma drop"
                      : token.type == EQUAL ? "equals drop"
                                            : "parenthesis drop";
-      // Two words without anything between them are one word of anybody's.
+      // Two words without anything between them are one arbitrary word.
       if (token.type == COMMA) {
         const bool joined = index > 0 &&
                             at == tokens[index - 1].offset + tokens[index - 1].length &&
@@ -130,7 +130,7 @@ SeededMistake in_quote(const std::wstring& text, const TAVOTextToken& token, std
   if (pick(2, choose) == 0) {
     mistake.text = text.substr(0, at) + text.substr(at + 1);
     mistake.what = closing ? "closing quote drop" : "opening quote drop";
-    // What stood in quotes may have been anything with a comma, an equals sign, a quote in it.
+    // With a comma, an equals sign or a quote in it, the text may not have been quoted at all.
     mistake.tellable =
         content.find_first_of(L",=()\"\\\n/#@' ") == std::wstring::npos && !content.empty();
   } else {
@@ -170,7 +170,7 @@ std::vector<SeededMistake> seed_mistakes(const std::wstring& text, size_t count,
     if (i != 0 && depth == 0 && tokens[i - 1].type == COMMA) starts.push_back(i);
   }
   std::vector<SeededMistake> mistakes;
-  // From the back, so that the places before stay what they are.
+  // From the end, so that the earlier places stay valid.
   for (size_t next = starts.size(); next > 0 && mistakes.size() < count;) {
     --next;
     const size_t end = next + 1 < starts.size() ? starts[next + 1] - 1 : tokens.size();

@@ -1,4 +1,4 @@
-// Old findings are found again, new ones are not, and nothing secret is kept.
+// Old findings are recognized, new ones are not, and no secret is stored.
 #include "jobs/baseline.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Which statement became which, and what changed in it.
+// Pairing of old and new statements, and what changed in them.
 #include <gtest/gtest.h>
 
 #include <string>

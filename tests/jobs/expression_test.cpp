@@ -1,5 +1,5 @@
-// Which statements an expression means: any spelling, case and layout, and secrets never on the
-// command line.
+// Which statements an expression matches, whatever their spelling, case and layout; secrets are
+// never on the command line.
 #include <gtest/gtest.h>
 
 #include <string>

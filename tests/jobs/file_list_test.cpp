@@ -1,4 +1,4 @@
-// Which files are read: named ones, folders, globs, and what git says.
+// Which files are read: named ones, folders, globs, and those that git lists.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -15,7 +15,7 @@ namespace {
 using namespace tavo::cli;
 namespace fs = std::filesystem;
 
-// A folder of the test's own, removed with all that is in it.
+// A folder of the test, removed with everything in it.
 class FileListTest : public testing::Test {
  protected:
   FileListTest() {

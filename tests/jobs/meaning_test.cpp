@@ -1,4 +1,4 @@
-// What counts as the same statement.
+// Which statements count as the same.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,4 +1,4 @@
-// Parts are worked on by several threads, and handed over in order.
+// Several threads process the parts; the results arrive in order.
 #include "jobs/ordered_work.h"
 
 #include <gtest/gtest.h>

@@ -88,7 +88,7 @@ with tempfile.TemporaryDirectory() as top:
     os.remove(os.path.join(top, "tavo.toml"))
     watched.until(lambda text: "house" not in text and "2 files, 2 statements" in text)
 
-    # What is no statement file changes nothing, and neither does the same text.
+    # A file with another suffix changes nothing, and neither does an unchanged text.
     write(place, "notes.txt", "PRO=NOPE\n")
     assert watched.is_quiet(), watched.text
     watched.end()

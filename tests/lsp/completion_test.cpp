@@ -1,4 +1,4 @@
-// What is offered where; the place is the bar.
+// What completion offers where; the bar marks the place.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -67,7 +67,7 @@ TEST(Completion, OffersTheOptionsThatAreNotThereRequiredOnesFirst) {
   EXPECT_FALSE(offers("PRO=HASH, |, DSTFLD=X", "DSTFLD"));
   EXPECT_FALSE(offers("PRO=HASH, ALGO=SHA256, |", "ALGORITHM")) << "the other spelling";
   EXPECT_FALSE(offers("PRO=HASH, |", "METHOD")) << "of another provider";
-  // What may repeat stays on offer.
+  // An option that may be repeated is still offered.
   EXPECT_TRUE(offers("PRO=HASH, FLDDEF1=(NAME=X), |", "FLDDEF1"));
   EXPECT_TRUE(offers("PRO=AFF, MTD=REP, CLASS=\"A\", |", "CLASS"));
 }
@@ -115,7 +115,7 @@ TEST(Completion, OffersEveryOptionThatIsNotThere) {
   for (const tavo::cli::Statement& statement : tavo::cli::statements()) {
     for (const tavo::cli::Option& option : statement.options) {
       const std::vector<std::string> written = spellings(option);
-      if (written.empty()) continue;  // a word of the user's own
+      if (written.empty()) continue;  // a user-defined word
       const bool numbered = takes_number(option);
       const std::string label = long_spelling(option) + (numbered ? "1" : "");
       EXPECT_TRUE(offers(option.start + ", |", label)) << option.start << ": " << label;

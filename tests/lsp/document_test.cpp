@@ -1,4 +1,4 @@
-// Documents: edits, and the statements that are read again after one.
+// Documents: edits, and the statements that are reread after an edit.
 #include "lsp/document.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ std::string many(size_t statements) {
   return text;
 }
 
-// Where a document differs from one that was opened like this; empty when it does not.
+// How a document differs from one that is opened with the same text; empty if it does not.
 std::string difference(const Document& document) {
   const Document fresh(document.text(), 1);
   if (fresh.lines().size() != document.lines().size()) return "number of lines";

@@ -1,4 +1,4 @@
-// Hover and signature help; the place is the bar.
+// Hover and signature help; the bar marks the place.
 #include <gtest/gtest.h>
 
 #include "language/language.h"

@@ -1,5 +1,5 @@
-// Formatting of document, range and on type. That it gives what `tavo fmt` gives is tested with the
-// programs themselves, too.
+// Formatting of document, range and on type. Another test compares the results with those of
+// `tavo fmt` itself.
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -126,7 +126,7 @@ RC_GTEST_PROP(Formatting, OfEveryLineIsThatOfTheDocumentButForLineEnds, ()) {
     std::erase(of, '\r');
     return of;
   };
-  // A carriage return by itself is a line end of editors only.
+  // A lone carriage return is a line end for editors only.
   RC_PRE(text.find("\r\r") == std::string::npos);
   RC_ASSERT(with_plain_ends(formatted(text)) == with_plain_ends(formatted(text, 0, 1000, 0)));
 }

@@ -1,5 +1,5 @@
-// The dispatcher: order of messages, life cycle, cancellation, and everything a client can do
-// wrong.
+// The dispatcher: order of messages, life cycle, cancellation, and all possible mistakes of a
+// client.
 #include <gtest/gtest.h>
 
 #include <fmt/format.h>
@@ -104,7 +104,7 @@ TEST(Requests, CanBeCancelledWhileTheyAreAnswered) {
     now += framed(message.dump());
   }
   later = framed(notification("$/cancelRequest", {{"id", 2}}).dump());
-  // The second read is possible after the request has begun: look number 20 finds something.
+  // Input for the second read arrives after the request has begun: look number 20 finds it.
   size_t reads = 0, looks = 0;
   std::string sent;
   const auto read = [&](char* buffer, size_t) {
@@ -191,7 +191,7 @@ TEST(Messages, ThatCameBeforeTheEndOfTheInputAreAnswered) {
     ++writes;
     return true;
   };
-  // The end can be read, too.
+  // The end of input counts as readable.
   EXPECT_EQ(0, Server({read, [] { return true; }, write}).run());
   EXPECT_EQ(2u, writes);
 }

@@ -1,4 +1,4 @@
-// Places counted in code units of the three encodings, in texts of characters of every length.
+// Places in code units of the three encodings, in text with characters of every length.
 #include "lsp/position.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace {
 using namespace tavo::cli::lsp;
 using tavo::cli::FileStatement;
 
-// a: 1 byte, u with two dots: 2, euro sign: 3, a face: 4 bytes and two code units of UTF-16.
+// a: 1 byte, u with diaeresis: 2, euro sign: 3, a face: 4 bytes and two UTF-16 code units.
 const std::string kLine = "a\u00FC\u20AC\U0001F600z";
 
 TEST(Positions, CountCodeUnitsOfTheirEncoding) {

@@ -1,5 +1,5 @@
-// What is secret in a document stays there: no answer, notification, trace or symbol holds it.
-// Edits are the exception: they are the document itself.
+// Secrets of a document stay there: no response, notification, trace or symbol holds one. Edits are
+// the exception: they are part of the document.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -13,7 +13,7 @@ using namespace tavo_test;
 
 const char* const kSecret = "s3cr3tV4lue";
 
-// A secret in each place, in statements that are right, wrong, and cut off.
+// A secret in each place, in valid, invalid and truncated statements.
 const char* const kTexts[] = {
     "PRO=LKP, SEARCH=\"A\", REPLACE=\"B\", PASS=\"s3cr3tV4lue\", CONN=s3cr3tV4lue, ID=x",
     "PRO=LKP, SEARCH=\"A\", REPLACE=\"B\", PASS=\"s3cr3tV4lue, ID=x",
@@ -29,7 +29,7 @@ const char* const kTexts[] = {
     "PASS=s3cr3tV4lue",
 };
 
-// Everything that can be asked about a document, at each `step`-th character of its first line.
+// All requests about a document, at each `step`-th character of its first line.
 std::vector<Json> questions(const std::string& text, size_t step) {
   std::vector<Json> messages = {
       request(1, "initialize", {{"capabilities", all_capabilities()}, {"trace", "verbose"}}),

@@ -129,7 +129,7 @@ Json ask_at(const std::string& text, const std::string& method, Json params,
 }
 
 std::string edited(const std::string& text, const Json& edits) {
-  // By way of the document itself, from the last edit to the first.
+  // Uses the server's document; applies the last edit first.
   tavo::cli::lsp::Document document(text, 1);
   std::vector<Json> sorted(edits.begin(), edits.end());
   std::stable_sort(sorted.begin(), sorted.end(), [](const Json& a, const Json& b) {

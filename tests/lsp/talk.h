@@ -1,4 +1,4 @@
-// A client in the test itself: messages in, messages out, no process.
+// A client inside the test: messages in, messages out, no process.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ inline const std::string kUri = "file:///masks.tavo";
 
 Json request(int id, const std::string& method, Json params = Json::object());
 Json notification(const std::string& method, Json params = Json::object());
-// With everything that the server looks for.
+// All client capabilities that the server checks.
 Json all_capabilities(const std::string& encoding = "utf-16");
 
 // Runs a server over the messages, in one read or in reads of `step` bytes.
@@ -23,7 +23,7 @@ struct Talk {
   int status = -1;
 
   const Json& answer(int id) const;
-  // Notifications of a method, in order.
+  // The notifications of a method, in order.
   std::vector<Json> notifications(const std::string& method) const;
 };
 using ConfigurationOf = decltype(tavo::cli::lsp::Streams::configuration_of);
@@ -32,12 +32,12 @@ Talk talk(const std::vector<Json>& messages, size_t step = 0,
 Talk talk_raw(const std::string& bytes, size_t step = 0,
               const ConfigurationOf& configuration_of = {});
 
-// One request on one document, with the parameters' textDocument filled in. Answers its result; an
-// error fails the test.
+// Sends one request about one document, with textDocument filled in. Returns the result; an error
+// fails the test.
 Json ask(const std::string& text, const std::string& method, Json params = Json::object(),
          const Json& capabilities = all_capabilities());
 
-// The text without its "|", and the position where it stood, in code units of UTF-16.
+// The text without its "|", and the position of the "|" in UTF-16 code units.
 struct Marked {
   std::string text;
   Json position;
@@ -47,7 +47,7 @@ Marked marked(const std::string& text);
 Json ask_at(const std::string& text, const std::string& method, Json params = Json::object(),
             const Json& capabilities = all_capabilities());
 
-// A text after edits whose ranges count UTF-16.
+// A text after edits whose ranges count UTF-16 code units.
 std::string edited(const std::string& text, const Json& edits);
 
 }  // namespace tavo_test

@@ -1,8 +1,8 @@
 #!/bin/bash
 # arm64.sh [CTEST_OPTION...]: cross-builds the library for arm64 and runs its tests with qemu.
 #
-# Not run there: what starts programs by itself, compares files of the build, or measures it against
-# the embedded platform of the machine it runs on (abi, install, other platforms, command line).
+# Left out: tests that start programs, compare files of the build, or compare it with the embedded
+# platform of the host (abi, install, other platforms, command line).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 sysroot=$PWD/build/arm64_sysroot
@@ -21,7 +21,7 @@ done
 cmake --build build/arm64 --target "${wanted[@]}"
 names=$(IFS='|'; echo "${wanted[*]}")
 ctest --test-dir build/arm64 -R "^($names)\$" --no-tests=error --output-on-failure "$@"
-# The answers of the other machine, compared with the second opinion.
+# Compares the results on the other machine with the second opinion.
 runner="$PWD/build/arm64/run_statement_driver"
 cat >"$runner" <<RUNNER
 #!/bin/sh

@@ -1,7 +1,7 @@
 #!/bin/bash
 # arm64_sysroot.sh FOLDER: unpacks the arm64 packages that the library and its tests are built
-# against into a sysroot. They are not installed, and apt's own state stays as it is: the libraries
-# of another machine come from lists and a cache of their own.
+# against into a sysroot. They are not installed, and apt's own state is unchanged: the foreign
+# packages have separate lists and a separate cache.
 set -euo pipefail
 readonly folder=$1
 readonly packages=(libantlr3c-dev libantlr3c-3.4-0 libicu-dev libicu72 libgtest-dev librapidcheck-dev
@@ -12,7 +12,7 @@ readonly wanted="${packages[*]} 1"
 apt_folder=$folder.apt
 rm -rf "$folder" "$apt_folder"
 mkdir -p "$folder" "$apt_folder"/{lists,cache,packages}
-# Lists of arm64 alone, from the machine's own sources; the third-party ones have no part in it.
+# Lists for arm64 only, from the distribution's sources, without third-party sources.
 apt_options=(
   -o APT::Architecture=arm64 -o APT::Architectures::=arm64
   -o Dir::State="$apt_folder" -o Dir::State::Lists="$apt_folder/lists"

@@ -1,6 +1,6 @@
 #!/bin/bash
-# without_sse2.sh: builds the library as for a machine without vector instructions that it knows, and
-# compares what it answers with the corpus and with the second opinion.
+# without_sse2.sh: builds the library as for a machine without known vector instructions, and compares
+# its results with the corpus and with the second opinion.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 build=build/without_sse2

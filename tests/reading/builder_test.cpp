@@ -1,4 +1,4 @@
-// Statements from a provider and options.
+// Statements built from a provider and options.
 #include <gtest/gtest.h>
 
 #include <cstring>

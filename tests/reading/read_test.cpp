@@ -1,5 +1,5 @@
-// What the results of TAVOParser_Read hold beside what the two runs say: statuses, memory, units of
-// places, JSON.
+// What the results of TAVOParser_Read hold besides the results of the two runs: statuses, memory,
+// units of places, JSON.
 #include <gtest/gtest.h>
 
 #include <memory>

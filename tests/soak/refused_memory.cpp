@@ -6,7 +6,7 @@
 
 namespace {
 
-thread_local uint64_t t_left = 0;  // allocations up to the refused one, that one included
+thread_local uint64_t t_left = 0;  // allocations up to and including the refused one
 thread_local bool t_happened = false;
 
 bool refuse() {

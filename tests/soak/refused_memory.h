@@ -5,7 +5,7 @@
 
 namespace soak {
 
-// While it lives, the nth allocation (from 1) is refused; 0 refuses none.
+// Refuses the nth allocation (from 1) during its lifetime; 0 refuses none.
 class RefusedMemory {
  public:
   explicit RefusedMemory(uint64_t nth);

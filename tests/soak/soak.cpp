@@ -1,11 +1,11 @@
-// Everything at once, for as long as wanted: eight threads start and stop the library, parse, read
-// errors and validate while allocations are refused, and between the rounds the library is unloaded
-// and loaded again. Every result is compared with the one of a quiet parse; the sanitizers see the
-// rest.
+// Everything at once, for as long as requested: eight threads start and stop the library, parse,
+// read errors and validate while allocations are refused; between the rounds the library is
+// unloaded and loaded again. Every result is compared with that of an undisturbed parse; the
+// sanitizers find the rest.
 //
 //   soak [--seconds N] [--seed N]
 //
-// Returns 0 when nothing differed, and prints how much was done.
+// Returns 0 if nothing differed, and prints how much was done.
 #include <dlfcn.h>
 
 #include <atomic>
@@ -74,7 +74,7 @@ void unload(Library& library) {
   if (dlopen(SOAK_LIBRARY, RTLD_NOW | RTLD_NOLOAD) != nullptr) fail("the library stays loaded");
 }
 
-// ---- what the threads do -----------------------------------------------------------------------
+// ---- work of a thread --------------------------------------------------------------------------
 
 struct Done {
   std::atomic<uint64_t> parses{0};
@@ -102,7 +102,7 @@ class Worker {
   }
 
  private:
-  // One more start than stops is left to the main thread, so no stop here is the last.
+  // The main thread holds an additional start, so no stop here is the last.
   void start_and_stop() {
     const soak::RefusedMemory refused(random_() % 4 == 0 ? 1 + random_() % 3 : 0);
     const uint64_t count = 1 + random_() % 3;
@@ -129,7 +129,7 @@ class Worker {
     done_.refusals += refused ? 1 : 0;
     const soak::Outcome& expected = filling ? statement.filling : statement.sizing;
     if (status != 0) ++done_.rejected;
-    // After a refusal a parse may fail, but what it calls accepted is whole and right.
+    // After a refused allocation a parse may fail, but an accepted result is complete and correct.
     if (!refused || status == 0) {
       if (status != expected.status) fail("another status for " + statement.name());
       if (request.fingerprint() != expected.fingerprint) {
@@ -172,7 +172,7 @@ class Worker {
 
 // ---- rounds ------------------------------------------------------------------------------------
 
-// Some rounds in one set of threads, which outlive an unloading of the library.
+// Runs some rounds in one set of threads, which outlive an unloading of the library.
 uint64_t run_threads(Library& library, int rounds, std::mt19937_64& seeds, Done& done) {
   std::barrier begin(kThreads + 1);
   std::barrier end(kThreads + 1);

@@ -1,6 +1,6 @@
 #!/bin/bash
-# soak.sh MINUTES [PRESET...]: soaks for so many minutes in all, one part of them under each of the
-# sanitizers. What was done is printed; anything that was found ends it.
+# soak.sh MINUTES [PRESET...]: runs the soak test for MINUTES in total, divided among the sanitizers.
+# Prints what was done; stops at the first error.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 minutes=${1:?how many minutes}

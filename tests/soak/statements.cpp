@@ -8,7 +8,7 @@ namespace soak {
 namespace {
 
 constexpr uint32_t kEntries = 24;
-constexpr uint32_t kCharacters = 48;  // of each key and value buffer: longer ones are cut
+constexpr uint32_t kCharacters = 48;  // of each key and value buffer; longer text is truncated
 
 std::vector<Statement> make_statements() {
   std::vector<Statement> all;
@@ -27,7 +27,7 @@ std::vector<Statement> make_statements() {
   wide(L"LIB=MYLIB, A=1, B=\"x\", C=@HOME");
   wide(L"PRO=CCN, FLDDEF1=(NAME=A, LEN=3), FLDDEF2=(NAME=B, TYPE=CHAR)");
   wide(L"PRO=CCN /* \U0001F600 and " + std::wstring(600, L'x') + L" */, PAT=6C");
-  wide(L"PRO=HASH, DSTFLD=\"" + std::wstring(300, L'v') + L"\"");  // cut
+  wide(L"PRO=HASH, DSTFLD=\"" + std::wstring(300, L'v') + L"\"");  // truncated
   wide(L"TRCLEVEL=\"0\"");
   wide(L"PRO=CCN, TRCLEVEL=\"OFF\"");
   wide(L"PRO=HASH");  // 7144
@@ -37,7 +37,7 @@ std::vector<Statement> make_statements() {
   wide(L"PRO=CCN // \n \"never closed");
   wide(L"");
   wide(L"PRO=CCN, TRCLEVEL=\"LOUD\"");
-  wide(L"PRO=CCN \xD800");  // no text
+  wide(L"PRO=CCN \xD800");  // not valid Unicode
   bytes("PRO=HASH, DSTFLD=\"\xE9t\xE9\"", 819);
   bytes("PRO=HASH, DSTFLD=\"\xC3\xA9\"", 1208);
   bytes("PRO=HASH, DSTFLD=\"\xC3\"", 1208);  // malformed

@@ -1,4 +1,4 @@
-// The statements of the soak, each with what a quiet parse makes of it.
+// The statements of the soak test, each with the result of an undisturbed parse.
 #pragma once
 
 #include <cstdint>
@@ -28,14 +28,14 @@ struct Statement {
   std::string name() const;
 };
 
-// Outcomes are there after learn_outcomes.
+// Outcomes are valid after learn_outcomes.
 const std::vector<Statement>& statements();
-// Parses each statement once, while nothing else runs. Fails the program if they are not as they
-// should be: accepted and rejected ones among them.
+// Parses each statement once, while nothing else runs. Ends the program with an error unless both
+// accepted and rejected statements are among them.
 void learn_outcomes(uint32_t (*service)(RequestRecord*));
 
-// A request with buffers of exactly the sizes that it needs, so that a sanitizer sees a write too
-// many.
+// A request with buffers of exactly the sizes that it needs, so that a sanitizer detects every
+// overrun.
 class Request {
  public:
   Request(const Statement& statement, bool filling);

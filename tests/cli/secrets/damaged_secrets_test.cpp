@@ -1,5 +1,5 @@
-// The acceptance test of the masking: whatever happens to a statement, no verb and no format shows
-// what stood in a secret place.
+// The acceptance test of the masking: whatever the damage to a statement, no verb and no format
+// shows its secrets.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ size_t wanted_statements() {
   return count != nullptr ? std::strtoul(count, nullptr, 10) : 500;
 }
 
-// Standard output and standard error of this process go to one file while it lives.
+// Redirects standard output and standard error of this process to one file during its lifetime.
 class Captured {
  public:
   Captured() : file_(std::tmpfile()) {
@@ -75,7 +75,7 @@ class Captured {
   std::vector<int> kept_;
 };
 
-// What the tool says to its arguments, on both streams.
+// The tool's output for the arguments, on both streams.
 std::string said_to(Arguments arguments) {
   Captured captured;
   CLI::App app("", "tavo");
@@ -119,8 +119,8 @@ class Folder {
   fs::path path_;
 };
 
-// The ways to look at one statement: all formats of the verbs that take one, and at a file of it.
-// old: a file with another statement; among: a file with it between others that change.
+// The ways to show one statement, given directly or in `file`: all verbs and all formats. old: a
+// file with another statement; among: a file with it between others that change.
 std::vector<Arguments> ways_to_show(const std::string& statement, const std::string& file,
                                     const std::string& old, const std::string& among) {
   return {{"parse", "--", statement},
@@ -157,8 +157,8 @@ std::vector<Arguments> ways_to_show(const std::string& statement, const std::str
           {"diff", "--", statement, "PRO=HASH, DSTFLD=X, SEED=\"other\""}};
 }
 
-// What the language server sends about the statement, but for texts that stand in the document and
-// go back into it.
+// What the language server sends about the statement, except text of the document that edits
+// put back into it.
 std::string said_to_editor(const std::string& text) {
   using tavo_test::Json;
   const auto lines = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
@@ -213,7 +213,7 @@ size_t g_shown_by_right = 0;
 
 void expect_no_leak(const std::string& statement, const Folder& folder) {
   const std::string marker = tavo_test::marker_of(statement);
-  if (marker.empty()) return;  // the damage took it away
+  if (marker.empty()) return;  // the damage removed it
   if (tavo_test::stores_marker_openly(statement, marker)) {
     ++g_shown_by_right;
     return;
@@ -251,8 +251,8 @@ TEST(DamagedSecrets, AreShownByNoVerbAndNoFormat) {
   EXPECT_LE(g_shown_by_right, wanted_statements() / 100);
 }
 
-// Where a damage at one byte leaves the marker in a place that the statement shows by right, the
-// frame is at fault: none of these is.
+// A frame is unsuitable if damage to one byte moves the marker into a place that may be shown;
+// these frames are suitable.
 TEST(DamagedSecrets, AreShownByNoDamageAtAnyByte) {
   const Folder folder;
   const std::string marker = tavo_test::kMarkers.front();
@@ -270,7 +270,7 @@ TEST(DamagedSecrets, AreShownByNoDamageAtAnyByte) {
   }
 }
 
-// Else the tests above would pass of a tool that shows nothing.
+// Otherwise the tests above would pass for a tool that shows nothing.
 TEST(DamagedSecrets, AreShownToWhoAsks) {
   EXPECT_NE(said_to({"parse", "--show-secrets", "PRO=AFF, MTD=REP, KEY=\"hunTer2xQz\""})
                 .find("hunTer2xQz"),

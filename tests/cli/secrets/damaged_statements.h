@@ -1,4 +1,4 @@
-// Statements with a marker where a secret stands, damaged at random.
+// Statements with a marker as their secret, damaged at random.
 #pragma once
 
 #include <random>
@@ -7,7 +7,7 @@
 
 namespace tavo_test {
 
-// What must never be shown; no part of it that is kMarkerPart long occurs elsewhere.
+// Text that must never be shown; no part of kMarkerPart characters occurs elsewhere.
 inline const std::vector<std::string> kMarkers = {"hunTer2xQz", "geheimniskrug", "7391528406"};
 inline constexpr size_t kMarkerPart = 5;
 
@@ -15,10 +15,10 @@ class DamagedStatements {
  public:
   explicit DamagedStatements(uint32_t seed) : random_(seed) {}
 
-  // A statement, right or wrong, whose secrets hold the marker.
+  // A statement, valid or not, whose secrets hold the marker.
   std::string statement(const std::string& marker);
-  // One to three damages anywhere in the text: characters taken away, put in, changed, doubled,
-  // exchanged; signs exchanged; the end cut off.
+  // One to three damages anywhere in the text: characters removed, inserted, changed, doubled or
+  // swapped; signs swapped; the end cut off.
   std::string damaged(std::string text);
 
  private:
@@ -35,11 +35,11 @@ class DamagedStatements {
   std::mt19937 random_;
 };
 
-// Every way to damage a text at one byte: the byte taken away, each sign in its place or before it,
-// exchanged with its neighbour, the rest cut off.
+// Every way to damage a text at one byte: the byte removed, replaced by or preceded by each sign,
+// swapped with its neighbour, the rest cut off.
 std::vector<std::string> damaged_at_every_byte(const std::string& text);
 
-// The first part of a marker that a text holds, in either case; empty when there is none.
+// The first part of the marker in a text, ignoring case; empty if there is none.
 std::string leak_in(const std::string& shown, const std::string& marker);
 
 // The marker of which a text holds a part; empty when it holds none.

@@ -1,4 +1,4 @@
-// The masking's table of what is harmless says what the language's tables say.
+// The masking's table of harmless options agrees with the language's tables.
 #include "redaction/known_options.h"
 
 #include <fmt/format.h>
@@ -87,7 +87,7 @@ TEST(KnownOptions, AreThoseOfTheLanguage) {
   EXPECT_EQ(written.str(), table()) << "write it anew: TAVO_WRITE=1 cli_known_options_test";
 }
 
-// A key type that comes to hold a secret has to come into the list.
+// A new key type that holds a secret must be added to the list.
 TEST(KnownOptions, LeaveOutTheSecretOnes) {
   const std::set<uint32_t> secret_types = {TAVO_PARSER_LDS_PARM_PASSWORD,
                                            TAVO_PARSER_LDS_PARM_CONNECTION_STRING,
