@@ -80,8 +80,14 @@ class GitView {
     }
     if (!selection.changed_since.empty()) {
       // Resolved first, so that a revision that begins with "-" is never an option.
-      std::string commit = ask_git(top, {"rev-parse", "--verify", "--quiet", "--end-of-options",
-                                         selection.changed_since + "^{commit}"});
+      const ProcessResult known =
+          run_process({"git", "-C", top, "rev-parse", "--verify", "--quiet", "--end-of-options",
+                       selection.changed_since + "^{commit}"});
+      if (known.status != 0) {
+        throw SelectionError(
+            fmt::format("--changed-since: git knows no revision {}", selection.changed_since));
+      }
+      std::string commit = known.output;
       if (commit.ends_with('\n')) commit.pop_back();
       add(changed_, root,
           ask_git(top, {"diff", "--name-only", "-z", "--no-renames", "--diff-filter=d", commit}));
