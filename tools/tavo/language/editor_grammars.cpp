@@ -156,7 +156,7 @@ std::string injection(const std::string& scope, const std::vector<std::string>& 
   for (const std::string& kind : kinds) {
     const std::string string = kind.starts_with("unquoted") ? "string." : "string.quoted.";
     // Not inside itself: the injection would restart at the same place.
-    selectors.push_back("L:" + string + kind + " - meta.embedded.tavo");
+    selectors.push_back(fmt::format("L:{}{} - meta.embedded.tavo", string, kind));
   }
   Json patterns = first;
   patterns.push_back({{"include", "source.tavo#statement"}});

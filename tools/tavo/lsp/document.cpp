@@ -105,7 +105,7 @@ Document::Document(std::string_view text, int64_t version,
 
 void Document::set_configuration(std::shared_ptr<const Configuration> configuration) {
   configuration_ =
-      configuration != nullptr ? configuration : std::make_shared<const Configuration>();
+      configuration != nullptr ? std::move(configuration) : std::make_shared<const Configuration>();
   set_text(text());
 }
 

@@ -65,7 +65,7 @@ class Formatter {
   }
 
   std::wstring spelled(const TAVOTextToken& token, size_t index) const {
-    const std::wstring typed(text_.text_of(token));
+    std::wstring typed(text_.text_of(token));
     if (index == 0) return spell_keyword(typed, written_.statement->keywords);
     const Option* option = keywords_[index];
     // The keys of a user provider are data.
