@@ -89,7 +89,8 @@ TEST(Diagnostics, ArePublishedAfterEachBurstOfChanges) {
             notification("textDocument/didOpen", {{"textDocument", item("PRO=HASH")}}),
             change(2, range(0, 8, 8), ", DSTFLD="), change(3, range(0, 17, 17), "X")});
   const auto published = result.notifications("textDocument/publishDiagnostics");
-  ASSERT_EQ(1u, published.size()) << "the changes were all there before anything could be published";
+  ASSERT_EQ(1u, published.size())
+      << "the changes were all there before anything could be published";
   EXPECT_EQ(3, published[0]["params"]["version"]);
   EXPECT_TRUE(published[0]["params"]["diagnostics"].empty());
 }

@@ -61,12 +61,31 @@ std::vector<bool> near_changes(const std::vector<ChangedPart>& parts) {
   return near;
 }
 
+bool is_comment_or_blank(std::wstring_view line) {
+  return line.empty() || line[0] == L'#' ||
+         line.find_first_not_of(L" \t\r\n") == std::wstring_view::npos;
+}
+
+// Whether a part holds more than comment lines and blank ones.
+bool holds_statement(std::wstring_view text) {
+  for (size_t begin = 0; begin < text.size();) {
+    const size_t end = std::min(text.find(L'\n', begin), text.size());
+    if (!is_comment_or_blank(text.substr(begin, end - begin))) return true;
+    begin = end + 1;
+  }
+  return false;
+}
+
+// Which comment lines may be shown. In a rejected statement such a line may be part of a value.
+enum class CommentLines { kHarmless, kNone };
+
 // Replaces the file's comment lines in a part by blanks, so that offsets stay valid.
-std::wstring take_comments(std::wstring text, std::vector<Range>& hidden) {
+std::wstring take_comments(std::wstring text, CommentLines show, std::vector<Range>& hidden) {
+  const bool none = show == CommentLines::kNone && holds_statement(text);
   for (size_t begin = 0; begin < text.size();) {
     const size_t end = std::min(text.find(L'\n', begin), text.size());
     if (text[begin] == L'#') {
-      if (!redaction::is_harmless_comment(text.substr(begin + 1, end - begin - 1))) {
+      if (none || !redaction::is_harmless_comment(text.substr(begin + 1, end - begin - 1))) {
         hidden.push_back({begin + 1, end - (text[end - 1] == L'\r' ? 1 : 0)});
       }
       std::fill(text.begin() + static_cast<std::ptrdiff_t>(begin),
@@ -80,10 +99,10 @@ std::wstring take_comments(std::wstring text, std::vector<Range>& hidden) {
 // A part of a file, read as a statement to find its secrets.
 class MaskedPart {
  public:
-  MaskedPart(const std::string& bytes, std::optional<uint32_t> code_page)
+  MaskedPart(const std::string& bytes, std::optional<uint32_t> code_page, CommentLines show)
       : bytes_(bytes),
         text_(StatementText(bytes, code_page).text()),
-        statement_(to_utf8(take_comments(text_, hidden_)), std::nullopt) {}
+        statement_(to_utf8(take_comments(text_, show, hidden_)), std::nullopt) {}
 
   // After parsing, an accepted statement shows more.
   ParseResult parse() {
@@ -111,11 +130,13 @@ class MaskedPart {
 ChangedPart masked_part(const ChangedPart& part, std::optional<uint32_t> code_page) {
   {
     // Text to which a fix gives a meaning was hidden before, and stays hidden.
-    MaskedPart before(part.before, code_page), after(part.after, code_page);
+    MaskedPart before(part.before, code_page, CommentLines::kHarmless);
+    MaskedPart after(part.after, code_page, CommentLines::kHarmless);
     const ParseResult stored = before.parse();
     if (stored && stores_the_same(stored, after.parse())) return {before.shown(), after.shown()};
   }
-  MaskedPart before(part.before, code_page), after(part.after, code_page);
+  MaskedPart before(part.before, code_page, CommentLines::kNone);
+  MaskedPart after(part.after, code_page, CommentLines::kNone);
   after.hide_as(before);
   return {before.shown(), after.shown()};
 }
