@@ -67,8 +67,8 @@ Lexeme classify(const uint16_t* text, const uint16_t* end, const uint16_t* stop,
 // step.
 Lexeme scan_other_word(const uint16_t* text, const uint16_t* end, const uint16_t* readable);
 
-// Scans a lexeme that begins with this run of word characters, found before. Inline, since most of a
-// statement is keywords.
+// Scans a lexeme that begins with this run of word characters, found before. Inline, since most of
+// a statement is keywords.
 inline Lexeme scan_run(const uint16_t* text, const uint16_t* end, const WordRun& run,
                        size_t length) {
   const Word& word = word_at_place_of(run.head, run.tail, length);
