@@ -83,7 +83,8 @@ class Call {
 
   std::u16string utf16(size_t i) const {
     size_t length = 0;
-    if (i >= count_ || napi_get_value_string_utf16(env_, values_[i], nullptr, 0, &length) != napi_ok) {
+    if (i >= count_ ||
+        napi_get_value_string_utf16(env_, values_[i], nullptr, 0, &length) != napi_ok) {
       return {};
     }
     std::u16string result(length + 1, u'\0');
@@ -93,7 +94,8 @@ class Call {
   }
   std::string utf8(size_t i) const {
     size_t length = 0;
-    if (i >= count_ || napi_get_value_string_utf8(env_, values_[i], nullptr, 0, &length) != napi_ok) {
+    if (i >= count_ ||
+        napi_get_value_string_utf8(env_, values_[i], nullptr, 0, &length) != napi_ok) {
       return {};
     }
     std::string result(length + 1, '\0');
@@ -258,12 +260,13 @@ napi_value fixes_of(const Visit& visit, const TAVODiagnostic* diagnostic) {
       napi_create_string_utf16(visit.env, replacement.data(), replacement.size(), &value);
       append(visit.env, edits, visit.place(edit.offset, edit.length).set("text", value).value());
     }
-    append(visit.env, list, Object(visit.env)
-                                .set("title", fix.title)
-                                .set("safe", boolean(visit.env, fix.safe != 0))
-                                .set("placeholder", boolean(visit.env, fix.placeholder != 0))
-                                .set("edits", edits)
-                                .value());
+    append(visit.env, list,
+           Object(visit.env)
+               .set("title", fix.title)
+               .set("safe", boolean(visit.env, fix.safe != 0))
+               .set("placeholder", boolean(visit.env, fix.placeholder != 0))
+               .set("edits", edits)
+               .value());
   }
   return list;
 }
@@ -327,8 +330,9 @@ class Builder {
 napi_value problem_of(napi_env env, const Builder& builder, uint32_t status) {
   return Object(env)
       .set("problem", builder.get() == nullptr ? "" : TAVOBuilder_GetProblem(builder.get()))
-      .set("number",
-           builder.get() == nullptr ? 0.0 : double{1.0} * TAVOBuilder_GetProblemNumber(builder.get()))
+      .set("number", builder.get() == nullptr
+                         ? 0.0
+                         : double{1.0} * TAVOBuilder_GetProblemNumber(builder.get()))
       .set("status", status)
       .value();
 }
@@ -380,8 +384,9 @@ napi_value lay_out(napi_env env, napi_callback_info info) {
   const Call call(env, info);
   const std::string statement = call.utf8(0);
   char* result = nullptr;
-  const size_t size = tavo_lay_out(statement.data(), statement.size(),
-                                   static_cast<int>(call.integer(1)), call.integer(2) != 0, &result);
+  const size_t size =
+      tavo_lay_out(statement.data(), statement.size(), static_cast<int>(call.integer(1)),
+                   call.integer(2) != 0, &result);
   if (result == nullptr) return undefined(env);
   napi_value value;
   napi_create_string_utf8(env, result, size, &value);
@@ -473,8 +478,8 @@ napi_value language(napi_env env, napi_callback_info) {
     TAVOLanguage_GetStatementMeaning(i, &meaning);
     append(env, list,
            Object(env)
-               .set("names", named ? spellings_of(env, info.nameToken)
-                                   : all_spellings(env, info.keywords))
+               .set("names",
+                    named ? spellings_of(env, info.nameToken) : all_spellings(env, info.keywords))
                .set("options", options)
                .set("rules", rules)
                .set("meaning", meaning.meaning)
